@@ -1,0 +1,51 @@
+#include "binding/MemberTable.h"
+
+#include <algorithm>
+
+namespace zan::binding {
+
+MemberTable::MemberTable(const char* className, const MemberTable* base, std::initializer_list<Member> members)
+    : m_className(QString::fromLatin1(className))
+{
+    if (base)
+        m_members = base->m_members;
+    for (const Member& member : members) {
+        const auto same = std::find_if(m_members.begin(), m_members.end(), [&](const Member& existing) {
+            return existing.name.equalsIgnoringCase(member.name);
+        });
+        if (same != m_members.end())
+            *same = member;
+        else
+            m_members.push_back(member);
+    }
+    buildIndex();
+}
+
+void MemberTable::buildIndex()
+{
+    std::size_t size = 8;
+    while (size < m_members.size() * 2)
+        size *= 2;
+    m_slots.assign(size, nullptr);
+    for (const Member& member : m_members) {
+        std::size_t slot = std::hash<Name>()(member.name.folded()) & (size - 1);
+        while (m_slots[slot])
+            slot = (slot + 1) & (size - 1);
+        m_slots[slot] = &member;
+        if (member.isDefault)
+            m_default = &member;
+    }
+}
+
+const Member* MemberTable::find(Name name) const noexcept
+{
+    const Name folded = name.folded();
+    const std::size_t mask = m_slots.size() - 1;
+    for (std::size_t slot = std::hash<Name>()(folded) & mask; m_slots[slot]; slot = (slot + 1) & mask) {
+        if (m_slots[slot]->name.folded() == folded)
+            return m_slots[slot];
+    }
+    return nullptr;
+}
+
+} // namespace zan::binding

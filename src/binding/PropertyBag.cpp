@@ -1,0 +1,78 @@
+#include "binding/PropertyBag.h"
+
+#include "values/Convert.h"
+
+#include <algorithm>
+
+namespace zan::binding {
+
+using values::Kind;
+using values::Name;
+using values::Variant;
+
+namespace {
+
+/// Whether two values are the same setting: numbers by value whatever their width, objects by identity. Kinds that
+/// cannot be told apart safely (arrays, Null) count as different, so that they are stored.
+bool sameSetting(const Variant& a, const Variant& b)
+{
+    if (a.isNumber() && b.isNumber())
+        return values::toDouble(a) == values::toDouble(b);
+    if (a.kind() != b.kind())
+        return false;
+    switch (a.kind()) {
+    case Kind::Empty:
+        return true;
+    case Kind::String:
+        return a.text() == b.text();
+    case Kind::Object:
+        return a.object() == b.object();
+    case Kind::Date:
+        return a.date() == b.date();
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+std::vector<PropertyBag::Entry>::iterator PropertyBag::find(Name name)
+{
+    return std::find_if(m_entries.begin(), m_entries.end(),
+                        [&](const Entry& entry) { return entry.name.equalsIgnoringCase(name); });
+}
+
+bool PropertyBag::contains(Name name) const noexcept
+{
+    return std::any_of(m_entries.begin(), m_entries.end(),
+                       [&](const Entry& entry) { return entry.name.equalsIgnoringCase(name); });
+}
+
+Variant PropertyBag::ReadProperty(Name name, const Variant& defaultValue) const
+{
+    for (const Entry& entry : m_entries) {
+        if (entry.name.equalsIgnoringCase(name))
+            return entry.value;
+    }
+    return defaultValue;
+}
+
+void PropertyBag::WriteProperty(Name name, const Variant& value, const Variant& defaultValue)
+{
+    if (!sameSetting(value, defaultValue)) {
+        WriteProperty(name, value);
+        return;
+    }
+    if (const auto found = find(name); found != m_entries.end())
+        m_entries.erase(found);
+}
+
+void PropertyBag::WriteProperty(Name name, const Variant& value)
+{
+    if (const auto found = find(name); found != m_entries.end())
+        found->value = value;
+    else
+        m_entries.push_back({name, value});
+}
+
+} // namespace zan::binding

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "values/Name.h"
+#include "values/Variant.h"
+
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+namespace zan::binding {
+
+/// A host's store for the design values of one control: named values in the order they were written. Names ignore
+/// case. A value that equals its default is left out, so that a bag holds only what somebody changed.
+class PropertyBag
+{
+public:
+    struct Entry
+    {
+        values::Name name;
+        values::Variant value;
+    };
+
+    /// The stored value, or the default when the bag has none of that name.
+    values::Variant ReadProperty(values::Name name, const values::Variant& defaultValue = {}) const;
+    /// Stores the value, or leaves it out (and forgets an earlier one) when it equals the default.
+    void WriteProperty(values::Name name, const values::Variant& value, const values::Variant& defaultValue);
+    /// Stores the value whatever it is: a property that is written without a default.
+    void WriteProperty(values::Name name, const values::Variant& value);
+
+    bool contains(values::Name name) const noexcept;
+    const std::vector<Entry>& entries() const noexcept { return m_entries; }
+    void clear() { m_entries.clear(); }
+
+private:
+    std::vector<Entry>::iterator find(values::Name name);
+    std::vector<Entry> m_entries;
+};
+
+} // namespace zan::binding

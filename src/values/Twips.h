@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cmath>
+
+namespace zan::values {
+
+/// Twips in one logical pixel: 1440 to the inch at 96 logical pixels. Device scaling is the toolkit's business.
+inline constexpr double TwipsPerPixel = 15.0;
+
+/// Nearest pixel of a measure in twips. Far outside any screen it is clamped to +-16,000,000 pixels; NaN is 0.
+inline int twipsToPixels(double twips) noexcept
+{
+    constexpr double Limit = 16'000'000.0;
+    const double pixels = std::floor(twips / TwipsPerPixel + 0.5);
+    if (!(pixels > -Limit))
+        return std::isnan(pixels) ? 0 : -int(Limit);
+    return pixels < Limit ? int(pixels) : int(Limit);
+}
+
+inline float pixelsToTwips(double pixels) noexcept
+{
+    return float(pixels * TwipsPerPixel);
+}
+
+} // namespace zan::values
