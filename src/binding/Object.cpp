@@ -82,6 +82,8 @@ Variant Object::invoke(Name name, Access access, Arguments arguments)
     if (access == Access::Get) {
         if (!member.get)
             values::raise(ErrorNumber::WriteOnlyProperty);
+        if (member.kind == Member::Kind::Property && member.allowedArguments == 0 && !arguments.empty())
+            return objectOf(member.get(*this, {})).invoke(Name(), Access::Get, arguments);
         checkArgumentCount(member, arguments.size());
         return member.get(*this, arguments);
     }

@@ -51,7 +51,8 @@ public:
 };
 
 /// Base of every object that can be reached by name: by the loader of documents, by property bags, by scripts.
-/// Each class publishes one static table of its members. Every AutomationObject of the system is an Object.
+/// Each class publishes one static table of its members. Every AutomationObject of the system is an Object, and
+/// every Object lives behind a Ref: access by name holds a reference while it runs.
 class Object : public values::AutomationObject
 {
 public:
@@ -63,7 +64,8 @@ public:
 
     /// Late-bound access that raises: 438 for an unknown name, 383 or 394 for an access that the member does not
     /// allow, 450 for a wrong number of arguments, and whatever the member itself raises. An empty name means
-    /// the default member. Classes whose members are not in a table (those of a script, say) override it.
+    /// the default member. Arguments given to a property that takes none go to the default member of its value,
+    /// so that `Scheme.Windows("A")` reads an item. Classes whose members are not in a table (those of a script, say) override it.
     virtual Variant invoke(Name name, Access access, Arguments arguments);
 
     /// Items for For Each; nothing for an object that is no collection.

@@ -1,0 +1,100 @@
+#pragma once
+
+#include "values/Name.h"
+
+#include <QString>
+
+#include <cstddef>
+#include <vector>
+
+namespace zan::document {
+
+using values::Name;
+
+enum class NodeType : unsigned char { None, Document, Element, Text, Comment, ProcessingInstruction };
+
+/// Handle to a node of a document tree.
+///
+/// A handle keeps the whole tree that its node stands in alive, up to the document; a node that is taken out of its
+/// tree goes on living, with everything below it, as long as anybody holds a handle into it, and remembers the
+/// document that it belongs to. A null handle is safe for every call: it reads as nothing and writes nowhere.
+///
+/// The text of an element is the text of everything below it. An element that holds nothing but one text keeps it
+/// in its own record, so that the common case costs one record.
+class Node
+{
+public:
+    struct Record;
+
+    Node() noexcept = default;
+    Node(const Node& other) noexcept;
+    Node(Node&& other) noexcept;
+    ~Node();
+    Node& operator=(Node other) noexcept;
+
+    explicit operator bool() const noexcept { return m_record != nullptr; }
+    friend bool operator==(const Node& a, const Node& b) noexcept { return a.m_record == b.m_record; }
+
+    NodeType type() const noexcept;
+    bool isElement() const noexcept { return type() == NodeType::Element; }
+    /// Element name, or target of a processing instruction; empty for other nodes.
+    Name name() const noexcept;
+
+    /// Text of the node and of everything below it; for comments and instructions their data.
+    QString text() const;
+    /// Replaces all content by this text. Nothing on a document or a null handle.
+    void setText(const QString& text);
+
+    Node parent() const noexcept;
+    /// The document the node belongs to, attached or not; null for a null handle.
+    Node ownerDocument() const noexcept;
+    /// The first element directly below a document.
+    Node documentElement() const noexcept;
+
+    Node firstChild() const noexcept;
+    Node nextSibling() const noexcept;
+    Node lastChild() const noexcept;
+    Node previousSibling() const noexcept;
+    Node firstChildElement() const noexcept;
+    Node nextSiblingElement() const noexcept;
+
+    /// The first child element of this name (case counts); null when there is none. Costs a pointer comparison per
+    /// sibling passed over and counts no references on the way.
+    Node child(Name name) const noexcept;
+    std::vector<Node> children(Name name) const;
+    std::size_t childElementCount() const noexcept;
+    /// Text of the child element of this name without making a handle to it; false when there is none.
+    bool childText(Name name, QString& text) const;
+
+    /// Moves the node to the end of this one, out of wherever it stood, from another document too. Returns false
+    /// and changes nothing when either is null, this one cannot have children, or it stands inside the node.
+    bool appendChild(const Node& child);
+    /// Takes a child out of this node. Returns false when it is not a child of it.
+    bool removeChild(const Node& child);
+
+    /// A new detached element of this node's document.
+    Node createElement(Name name, const QString& text = {}) const;
+
+    /// The node and everything below it as XML text without a declaration, in one line.
+    QString xml() const;
+
+    // XML attributes: the window document uses none, but foreign elements may carry them and keep them.
+    struct Attribute
+    {
+        QString name;
+        QString value;
+    };
+    const std::vector<Attribute>& attributes() const noexcept;
+    void setAttribute(const QString& name, const QString& value);
+
+    static Node newDocument();
+
+    /// For the parser and the writer: they build and read records.
+    Record* record() const noexcept { return m_record; }
+    explicit Node(Record* record) noexcept;
+
+private:
+    Record* m_record = nullptr;
+};
+
+} // namespace zan::document
