@@ -106,7 +106,7 @@ Variant callMember(Object& object, Arguments arguments, std::index_sequence<I...
 }
 
 template <auto Function, class S, std::size_t... I>
-void putMember(Object& object, Arguments indices, const Variant& value, std::index_sequence<I...>)
+void putMember(Object& object, [[maybe_unused]] Arguments indices, const Variant& value, std::index_sequence<I...>)
 {
     auto& self = static_cast<typename S::Class&>(object);
     constexpr std::size_t last = sizeof...(I);
