@@ -27,6 +27,13 @@ namespace zan::values {
 [[nodiscard]] ErrorNumber tryToDate(const Variant& value, Date& result);
 [[nodiscard]] ErrorNumber tryToText(const Variant& value, QString& result);
 
+/// The value itself, or for an object its default value, followed until it is no object any more. Raises 91 for
+/// Nothing and whatever the default member raises; 28 when objects stand for each other without end.
+Variant plainValue(const Variant& value);
+
+/// The whole number nearest to a value, half to even; nothing outside 32 bits and for NaN.
+[[nodiscard]] ErrorNumber roundToLong(double value, std::int32_t& result) noexcept;
+
 bool toBoolean(const Variant& value);
 std::uint8_t toByte(const Variant& value);
 std::int16_t toInteger(const Variant& value);
@@ -37,8 +44,9 @@ Currency toCurrency(const Variant& value);
 Date toDate(const Variant& value);
 QString toText(const Variant& value);
 
-/// The number that a text is as a whole, blanks around it allowed ("12", " -1.5e3 ", "&hFF", "&O17", "1,234");
-/// nothing when it is none. What CDbl of a text accepts.
+/// The number that a text is as a whole, blanks around it allowed ("12", " -1.5e3 ", "&hFF", "&O17", "1,234",
+/// "$5", "(5)", "5-"); nothing when it is none, infinite when it is too large for a Double (CDbl then raises 6).
+/// What CDbl of a text accepts.
 std::optional<double> numberFromText(QStringView text);
 
 /// The classic leading number of a text: blanks are skipped wherever they stand, `&H` and `&O` read hexadecimal
