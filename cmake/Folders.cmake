@@ -29,8 +29,14 @@ function(zan_library target)
   endforeach()
   add_library(${target} SHARED ${objects})
   set_target_properties(${target} PROPERTIES LINKER_LANGUAGE CXX VERSION ${PROJECT_VERSION} SOVERSION 0)
-  target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>)
+  target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>
+                                              $<INSTALL_INTERFACE:${ZAN_HEADERS}>)
+  target_compile_features(${target} INTERFACE cxx_std_20)
   target_link_libraries(${target} PUBLIC ${LIBRARY_LINK})
+  install(TARGETS ${target} EXPORT ZanBench)
+  foreach(folder IN LISTS LIBRARY_FOLDERS)
+    install(DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}/${folder} DESTINATION ${ZAN_HEADERS} FILES_MATCHING PATTERN "*.h")
+  endforeach()
 endfunction()
 
 # zan_test(<name> [MOC] LINK <target>...): every .cpp of the current tests folder in one program, one CTest entry.

@@ -8,6 +8,11 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
 
+# Installed programs find our libraries beside them, wherever the whole is put.
+include(GNUInstallDirs)
+set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+set(ZAN_HEADERS ${CMAKE_INSTALL_INCLUDEDIR}/zanbench)
+
 option(ZAN_BUILD_TESTS "Build the tests" ON)
 option(ZAN_BUILD_BENCHMARKS "Build the benchmark programs" OFF)
 option(ZAN_BUILD_FUZZERS "Build the fuzz targets (needs clang)" OFF)
