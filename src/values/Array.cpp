@@ -17,6 +17,11 @@ Array::Array(std::vector<Bound> bounds, bool fixedSize) : m_bounds(std::move(bou
     m_elements.resize(m_bounds.empty() ? 0 : std::size_t(total));
 }
 
+Array::~Array()
+{
+    bury(std::move(m_elements));
+}
+
 Ref<Array> Array::fromValues(std::vector<Variant> values)
 {
     Ref<Array> array = make<Array>();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "values/Burial.h"
 #include "values/Variant.h"
 
 #include <span>
@@ -26,6 +27,7 @@ public:
     /// Elements are Empty. Raises 9 for a bound whose upper end lies more than one below the lower, 7 when it
     /// would be too large.
     explicit Array(std::vector<Bound> bounds, bool fixedSize = false);
+    ~Array() override;
     /// One dimension from 0 holding these values.
     static Ref<Array> fromValues(std::vector<Variant> values);
 

@@ -30,6 +30,13 @@ public:
     /// Number of references held at this moment.
     std::uint32_t references() const noexcept { return m_references; }
 
+protected:
+    /// For a class whose own operator delete decides whether the object goes: ends its dying and returns the
+    /// number of references taken meanwhile, which count from now on as any others.
+    std::uint32_t endDying() const noexcept { return m_references -= Dying; }
+    /// Begins it again, for an object that nobody took a reference to.
+    void beginDying() const noexcept { m_references += Dying; }
+
 private:
     static constexpr std::uint32_t Dying = 0x40000000;
     mutable std::uint32_t m_references = 0;

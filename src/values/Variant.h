@@ -176,7 +176,23 @@ public:
     /// The array for writing; made this Variant's own copy first when it is shared.
     Array& arrayForWriting();
 
+    /// True when the payload is counted: text, an object other than Nothing, an array.
+    bool isCounted() const noexcept { return m_counted != 0; }
+
+    // The script engine keeps the address of a variable in the slot of an argument passed by reference. Such a
+    // Variant never leaves the engine, so that everybody else may take a Variant for a value.
+    static Variant reference(std::uintptr_t address) noexcept
+    {
+        Variant value;
+        value.m_kind = ReferenceKind;
+        value.m_payload.bits = address;
+        return value;
+    }
+    bool isReference() const noexcept { return m_kind == ReferenceKind; }
+    std::uintptr_t address() const noexcept { return std::uintptr_t(m_payload.bits); }
+
 private:
+    static constexpr Kind ReferenceKind = static_cast<Kind>(16384); // the classic by-reference flag, alone
     struct Text
     {
         explicit Text(const QString& text) : value(text) {}
