@@ -1,0 +1,39 @@
+#pragma once
+
+#include "surface/WidgetControl.h"
+
+namespace zan::surface {
+
+/// One choice of several: all option buttons of a surface are one group.
+class OptionButton : public WidgetControl
+{
+public:
+    OptionButton();
+    const binding::MemberTable& members() const override;
+
+    const QString& caption() const noexcept { return m_caption; }
+    void setCaption(const QString& caption);
+    bool value() const noexcept { return m_value; }
+    /// True takes the value from the others of the group; a change to True raises the click event.
+    void setValue(bool value);
+    /// 0 button left of the text, 1 right of it.
+    std::int16_t alignment() const noexcept { return m_alignment; }
+    void setAlignment(std::int16_t alignment);
+
+    AccessibleRole accessibleRole() const noexcept override { return AccessibleRole::RadioButton; }
+    QString accessibleText() const override;
+    void copyDesign(const LiveControl& source) override;
+
+protected:
+    QWidget* createWidget(QWidget* parent) override;
+    void syncWidget(QWidget& widget) override;
+
+private:
+    void clearOthers();
+
+    QString m_caption;
+    std::uint8_t m_alignment = 0;
+    bool m_value = false;
+};
+
+} // namespace zan::surface

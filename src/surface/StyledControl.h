@@ -1,0 +1,36 @@
+#pragma once
+
+#include "surface/FontObject.h"
+#include "surface/LiveControl.h"
+
+namespace zan::surface {
+
+/// A live control with a background colour, a text colour and a font.
+class StyledControl : public LiveControl, public FontListener
+{
+public:
+    ~StyledControl() override;
+
+    Colour backColor() const noexcept { return m_backColor; }
+    void setBackColor(Colour colour);
+    Colour foreColor() const noexcept { return m_foreColor; }
+    void setForeColor(Colour colour);
+    /// Never empty. The font may be shared; changing it changes every owner.
+    const Ref<FontObject>& font() const noexcept { return m_font; }
+    /// Shares the font with whoever else has it. Raises 91 for Nothing.
+    void setFont(const Ref<FontObject>& font);
+
+    void fontChanged(FontObject& font) override;
+    void copyDesign(const LiveControl& source) override;
+
+protected:
+    StyledControl(Colour back, Colour fore);
+    static const binding::MemberTable& styledMembers();
+
+private:
+    Colour m_backColor;
+    Colour m_foreColor;
+    Ref<FontObject> m_font;
+};
+
+} // namespace zan::surface

@@ -1,0 +1,155 @@
+#pragma once
+
+#include "surface/ControlArray.h"
+#include "surface/FontObject.h"
+#include "surface/LiveControl.h"
+#include "surface/Picture.h"
+#include "surface/SurfaceEvents.h"
+#include "values/Colour.h"
+
+#include <QPointer>
+#include <QRegion>
+#include <QString>
+#include <QWidget>
+
+#include <memory>
+#include <vector>
+
+namespace zan::surface {
+
+/// A widget on which live controls are placed. Passive controls are painted by the surface itself from a display
+/// list; input controls are real widgets above it. Whatever changes is collected and shown once per turn of the
+/// event loop, or at the next grab() or repaint().
+class Surface : public QWidget, public FontListener
+{
+    Q_OBJECT
+public:
+    explicit Surface(QWidget* parent = nullptr);
+    ~Surface() override;
+
+    /// Adds a control array with its template, element 1, hidden. Names ignore case; a name in use raises 5.
+    ControlArray& addArray(const QString& name, ControlCreator creator, const DesignSetup& setup = {});
+    template <class Control>
+    ControlArray& addArray(const QString& name, const DesignSetup& setup = {})
+    {
+        return addArray(
+            name, [] { return Ref<LiveControl>(values::make<Control>()); }, setup);
+    }
+    /// The array of this name, or null.
+    ControlArray* array(QStringView name) const noexcept;
+    const std::vector<Ref<ControlArray>>& arrays() const noexcept { return m_arrays; }
+    /// Every loaded control, templates included, array by array. A snapshot: safe to walk while controls go.
+    std::vector<Ref<LiveControl>> controls() const;
+    /// The topmost visible control under the point (pixels) that takes part in mouse events, or null.
+    Ref<LiveControl> controlAt(QPoint point) const;
+    /// The control that a handle names on any surface, or null.
+    static LiveControl* controlOfHandle(std::int32_t hWnd);
+    /// The surface that a handle names, or null.
+    static Surface* surfaceOfHandle(std::int32_t hWnd);
+
+    Colour backColor() const noexcept { return m_backColor; }
+    void setBackColor(Colour colour);
+    Colour foreColor() const noexcept { return m_foreColor; }
+    void setForeColor(Colour colour);
+    /// Never empty.
+    const Ref<FontObject>& surfaceFont() const noexcept { return m_font; }
+    /// Raises 91 for Nothing.
+    void setSurfaceFont(const Ref<FontObject>& font);
+    /// 0 transparent, 1 opaque. Other values count as opaque.
+    std::int16_t backStyle() const noexcept { return m_backStyle; }
+    void setBackStyle(std::int16_t style);
+    /// 0 none, 1 single line. Other values count as none.
+    std::int16_t borderStyle() const noexcept { return m_borderStyle; }
+    void setBorderStyle(std::int16_t style);
+    /// The background picture, at its own size in the top left corner; null for none.
+    const Ref<Picture>& picture() const noexcept { return m_picture; }
+    void setPicture(const Ref<Picture>& picture);
+    /// Clears what was drawn on the surface by program. The background picture and the controls stay.
+    void cls();
+    /// Small number that names the surface in the process; never 0.
+    std::int32_t hWnd();
+
+    /// Who is told of events; null for nobody. Must outlive the surface or be taken away before.
+    void setEvents(SurfaceEvents* events) noexcept { m_events = events; }
+    SurfaceEvents* events() const noexcept { return m_events; }
+
+    /// Brings widgets and pending regions up to date now.
+    void flush();
+    /// True while changes wait to be shown.
+    bool hasPendingChanges() const noexcept { return m_flushPosted; }
+    /// Number of the running paint, for tests and figures: how many controls the last paint drew.
+    int lastPaintedControls() const noexcept { return m_lastPainted; }
+
+    void fontChanged(FontObject& font) override;
+
+    /// Calls a handler of the surface's owner. Holds nothing across the call; a RuntimeError goes to runtimeError.
+    /// False when the surface has gone meanwhile: the caller must touch nothing of it.
+    template <class Call>
+    bool tell(Call&& call);
+
+Q_SIGNALS:
+    /// A handler raised a run-time error in an event; nobody further down can take it.
+    void runtimeError(int number, const QString& description);
+
+protected:
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    friend class ControlArray;
+    friend class EventRouter;
+    friend class LiveControl;
+    friend class OptionButton;
+    friend class WidgetControl;
+    friend class WidgetStack;
+
+    void controlLoaded(LiveControl& control);
+    void controlUnloaded(LiveControl& control);
+    void controlChanged(LiveControl& control, int what);
+    void controlMoved(LiveControl& control, const QRect& from);
+    void controlRestacked(LiveControl& control, bool toFront);
+    void postFlush();
+    void paintBackground(QPainter& painter, const QRect& rectangle);
+
+    std::vector<Ref<ControlArray>> m_arrays;
+    std::unique_ptr<DisplayList> m_display;
+    std::unique_ptr<WidgetStack> m_widgets;
+    std::unique_ptr<EventRouter> m_router;
+    std::unique_ptr<TextPainter> m_text;
+    SurfaceEvents* m_events = nullptr;
+    std::vector<LiveControl*> m_changed;
+    QRegion m_uncovered; // what moved, hidden and removed controls have left
+    Ref<FontObject> m_font;
+    Ref<Picture> m_picture;
+    Colour m_backColor = values::ButtonFace;
+    Colour m_foreColor = values::ButtonText;
+    std::int16_t m_backStyle = 1;
+    std::int16_t m_borderStyle = 0;
+    std::int32_t m_handle = 0;
+    int m_lastPainted = 0;
+    bool m_flushPosted = false;
+    bool m_everything = false; // so much has changed that one full repaint is cheaper
+    bool m_flushing = false;
+};
+
+template <class Call>
+bool Surface::tell(Call&& call)
+{
+    if (!m_events)
+        return true;
+    const QPointer<Surface> self(this);
+    try {
+        call(*m_events);
+    } catch (const values::RuntimeError& error) {
+        if (self)
+            Q_EMIT self->runtimeError(error.number(), error.description());
+    }
+    return !self.isNull();
+}
+
+} // namespace zan::surface

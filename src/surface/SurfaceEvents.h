@@ -1,0 +1,46 @@
+#pragma once
+
+#include "surface/Forward.h"
+
+namespace zan::surface {
+
+/// A mouse event in the classic vocabulary.
+struct MouseInput
+{
+    int button = 0; ///< 1 left, 2 right, 4 middle; on a move the sum of the buttons held
+    int shift = 0;  ///< sum of 1 Shift, 2 Ctrl, 4 Alt
+    float x = 0;    ///< twips inside the control or the surface
+    float y = 0;
+};
+
+/// What the surface tells its owner. `control` is the live control concerned, null for the surface itself.
+/// Every function may unload controls or delete the surface, and may raise a RuntimeError: the surface hands that
+/// on through its signal runtimeError.
+class SurfaceEvents
+{
+public:
+    virtual ~SurfaceEvents() = default;
+
+    /// A click of the mouse or the keyboard, or a value changed by program where the type says so.
+    virtual void clicked(LiveControl* /*control*/) {}
+    virtual void doubleClicked(LiveControl* /*control*/) {}
+    /// True takes the press away from the control: a button is not pressed, a text box opens no menu of its own,
+    /// and no click follows.
+    virtual bool mouseDown(LiveControl* /*control*/, const MouseInput& /*input*/) { return false; }
+    virtual void mouseMove(LiveControl* /*control*/, const MouseInput& /*input*/) {}
+    virtual void mouseUp(LiveControl* /*control*/, const MouseInput& /*input*/) {}
+    virtual void gotFocus(LiveControl* /*control*/) {}
+    virtual void lostFocus(LiveControl* /*control*/) {}
+    /// Keys by their classic key codes, `shift` as in MouseInput.
+    virtual void keyDown(LiveControl* /*control*/, int /*keyCode*/, int /*shift*/) {}
+    virtual void keyPress(LiveControl* /*control*/, int /*keyAscii*/) {}
+    virtual void keyUp(LiveControl* /*control*/, int /*keyCode*/, int /*shift*/) {}
+    /// The text of a text box has changed, by the user or by program.
+    virtual void textChanged(LiveControl& /*control*/) {}
+
+    virtual void resized() {}
+    virtual void shown() {}
+    virtual void hidden() {}
+};
+
+} // namespace zan::surface
