@@ -84,7 +84,7 @@ struct Marshal<values::Colour>
 
 /// Enumerations travel as Long.
 template <class T>
-    requires std::is_enum_v<T>
+requires std::is_enum_v<T>
 struct Marshal<T>
 {
     static constexpr ValueType type = ValueType::Long;

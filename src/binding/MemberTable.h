@@ -97,7 +97,8 @@ Variant callMember(Object& object, Arguments arguments, std::index_sequence<I...
 {
     auto& self = static_cast<typename S::Class&>(object);
     if constexpr (std::is_void_v<typename S::Result>) {
-        (self.*Function)(Marshal<std::tuple_element_t<I, typename S::Parameters>>::from(argumentAt(arguments, I))...);
+        (self.*
+         Function)(Marshal<std::tuple_element_t<I, typename S::Parameters>>::from(argumentAt(arguments, I))...);
         return {};
     } else {
         return Marshal<typename S::Result>::to((self.*Function)(

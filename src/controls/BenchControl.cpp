@@ -1,0 +1,408 @@
+#include "controls/BenchControl.h"
+
+#include "binding/MemberTable.h"
+#include "controls/FontNode.h"
+#include "controls/ValueText.h"
+#include "document/Elements.h"
+#include "document/XMLOps.h"
+#include "surface/WindowOps.h"
+#include "values/Convert.h"
+#include "values/Twips.h"
+
+namespace zan::controls {
+
+namespace element = document::element;
+using binding::AccessStatus;
+using document::Node;
+using document::XMLOps::GetAttribute;
+using document::XMLOps::SetAttribute;
+using values::Colour;
+using values::Name;
+
+namespace {
+
+const Name TagName("Tag");
+const Name PictureName("Picture");
+const Name WindowHandleName("hWnd");
+const Name MoveName("Move");
+
+} // namespace
+
+BenchControl::BenchControl()
+{
+    document::XMLOps::OpenXML();
+    m_node = document::XMLOps::CreateElement(element::Control);
+    m_fontNode = document::XMLOps::CreateElement(element::Font);
+    m_node.appendChild(m_fontNode);
+    SetAttribute(m_node, element::UseWindowSettings, storedText(true));
+}
+
+BenchControl::~BenchControl()
+{
+    document::XMLOps::CloseXML();
+}
+
+const binding::MemberTable& BenchControl::members() const
+{
+    static const binding::MemberTable table("BenchControl", &iBenchControl::members(), {});
+    return table;
+}
+
+// Loading ------------------------------------------------------------------------------------------------------
+
+void BenchControl::setXMLNode(const Node& node)
+{
+    // 1. Store the node, forget the font node.
+    m_node = node;
+    m_fontNode = Node();
+    // 2. Every child by name, failures ignored.
+    loadChildren();
+    // 3. A node without FONT gets one.
+    if (!m_fontNode && m_node) {
+        m_fontNode = m_node.createElement(element::Font);
+        m_node.appendChild(m_fontNode);
+    }
+    // 4. The stored font counts only for a control that does not follow the window.
+    if (!UseWindowSettings()) {
+        if (const Ref<binding::Object> font = Font())
+            applyFontNode(m_fontNode, *font);
+    }
+}
+
+void BenchControl::loadChildren()
+{
+    const Ref<binding::Object> control = m_control;
+    for (Node child = m_node.firstChildElement(); child; child = child.nextSiblingElement()) {
+        const Name name = child.name();
+        if (name == element::Font) {
+            m_fontNode = child;
+        } else if (!control) {
+            continue;
+        } else if (name == element::PictureFile) {
+            if (!m_pictureLoader)
+                continue;
+            try {
+                control->putReference(PictureName, (*m_pictureLoader)(child.text()));
+            } catch (const values::RuntimeError&) {
+                // A picture that is missing or broken leaves the control without one.
+            }
+        } else {
+            control->tryPutText(name, child.text());
+        }
+    }
+}
+
+void BenchControl::setControl(const Ref<binding::Object>& control)
+{
+    m_control = control;
+    if (m_control)
+        m_control->put(TagName, GetAttribute(m_node, element::Index, QStringLiteral("0")));
+}
+
+void BenchControl::setChannel(const Ref<site::Channel>& channel)
+{
+    m_channel = channel;
+    if (!m_channel) {
+        setBindTo(QString());
+        return;
+    }
+    const Node parent = m_channel->XMLNode().parent();
+    if (!parent)
+        return;
+    const QString windowKey = GetAttribute(parent, element::Key);
+    setBindTo(windowKey.isEmpty() ? QString() : windowKey + QLatin1Char('|') + m_channel->Key());
+}
+
+// Live control and node ----------------------------------------------------------------------------------------
+
+void BenchControl::putLive(Name name, const Variant& value)
+{
+    if (const Ref<binding::Object> control = m_control)
+        control->put(name, value);
+}
+
+void BenchControl::putLiveAndNode(Name name, const Variant& value)
+{
+    putLive(name, value);
+    SetAttribute(m_node, name, storedText(value));
+}
+
+float BenchControl::measure(Name name) const
+{
+    return m_control ? values::toSingle(m_control->get(name)) : 0.0f;
+}
+
+void BenchControl::putMeasure(Name name, float value)
+{
+    putLiveAndNode(name, Variant(value));
+}
+
+Colour BenchControl::colour(Name name) const
+{
+    Variant value;
+    std::int32_t code = 0;
+    if (!m_control || m_control->tryGet(name, value) != AccessStatus::Ok ||
+        values::tryToLong(value, code) != values::ErrorNumber::None)
+        return {};
+    return {code};
+}
+
+float BenchControl::Left() const
+{
+    return measure(element::Left);
+}
+void BenchControl::setLeft(float left)
+{
+    putMeasure(element::Left, left);
+}
+float BenchControl::Top() const
+{
+    return measure(element::Top);
+}
+void BenchControl::setTop(float top)
+{
+    putMeasure(element::Top, top);
+}
+float BenchControl::Width() const
+{
+    return measure(element::Width);
+}
+void BenchControl::setWidth(float width)
+{
+    putMeasure(element::Width, width);
+}
+float BenchControl::Height() const
+{
+    return measure(element::Height);
+}
+void BenchControl::setHeight(float height)
+{
+    putMeasure(element::Height, height);
+}
+
+Colour BenchControl::BackColour() const
+{
+    return colour(element::BackColor);
+}
+void BenchControl::setBackColour(Colour value)
+{
+    putLiveAndNode(element::BackColor, Variant(value.code));
+}
+Colour BenchControl::ForeColour() const
+{
+    return colour(element::ForeColor);
+}
+void BenchControl::setForeColour(Colour value)
+{
+    putLiveAndNode(element::ForeColor, Variant(value.code));
+}
+
+QString BenchControl::ToolTipText() const
+{
+    return GetAttribute(m_node, element::ToolTipText);
+}
+void BenchControl::setToolTipText(const QString& text)
+{
+    putLiveAndNode(element::ToolTipText, Variant(text));
+}
+
+bool BenchControl::Visible() const
+{
+    return values::val(GetAttribute(m_node, element::Visible, QStringLiteral("0"))) != 0;
+}
+void BenchControl::setVisible(bool visible)
+{
+    putLiveAndNode(element::Visible, Variant(visible));
+}
+
+std::int32_t BenchControl::hWnd() const
+{
+    return colour(WindowHandleName).code; // read like a colour: a control without the property gives 0
+}
+
+Ref<binding::Object> BenchControl::Font() const
+{
+    Variant font;
+    if (!m_control || m_control->tryGet(element::Font, font) != AccessStatus::Ok || !font.isObject() ||
+        !font.object())
+        return {};
+    return Ref<binding::Object>(&binding::objectOf(font));
+}
+
+void BenchControl::setFont(const Ref<binding::Object>& font)
+{
+    if (m_control)
+        m_control->tryPut(element::Font, Variant(font)); // the node follows at UpdateNode
+}
+
+// Node only ----------------------------------------------------------------------------------------------------
+
+std::int16_t BenchControl::Index() const
+{
+    return values::toInteger(values::val(GetAttribute(m_node, element::Index, QStringLiteral("0"))));
+}
+void BenchControl::setIndex(std::int16_t index)
+{
+    const QString text = QString::number(index);
+    SetAttribute(m_node, element::Index, text);
+    putLive(TagName, text);
+}
+
+QString BenchControl::Key() const
+{
+    return GetAttribute(m_node, element::Key);
+}
+void BenchControl::setKey(const QString& key)
+{
+    SetAttribute(m_node, element::Key, key);
+}
+QString BenchControl::BindTo() const
+{
+    return GetAttribute(m_node, element::BindTo);
+}
+void BenchControl::setBindTo(const QString& bindString)
+{
+    SetAttribute(m_node, element::BindTo, bindString);
+}
+QString BenchControl::ControlType() const
+{
+    return GetAttribute(m_node, element::Type);
+}
+void BenchControl::setControlType(const QString& type)
+{
+    SetAttribute(m_node, element::Type, type);
+}
+bool BenchControl::UseWindowSettings() const
+{
+    return values::val(GetAttribute(m_node, element::UseWindowSettings, QStringLiteral("0"))) != 0;
+}
+void BenchControl::setUseWindowSettings(bool use)
+{
+    SetAttribute(m_node, element::UseWindowSettings, storedText(use));
+}
+
+// Handles and movement -----------------------------------------------------------------------------------------
+
+bool BenchControl::ShowGrabHandles() const
+{
+    return m_grabHandles && m_grabHandles->ShowHandles();
+}
+void BenchControl::setShowGrabHandles(bool show)
+{
+    if (m_grabHandles)
+        m_grabHandles->setShowHandles(show);
+    SetAttribute(m_node, element::ShowGrabHandles, storedText(show));
+}
+
+void BenchControl::InitGrabHandles(std::int32_t parent, std::int32_t target, Colour handleColour)
+{
+    if (m_grabHandles)
+        return;
+    m_grabHandles = std::make_unique<display::cGrabHandles>(parent, target, false, handleColour, -1);
+    m_grabHandles->EndResize = [this] { endResize(); };
+    m_parentHandle = parent;
+}
+
+void BenchControl::Move(float left, std::optional<float> top, std::optional<float> width,
+                        std::optional<float> height)
+{
+    const Ref<binding::Object> control = m_control;
+    if (!control)
+        return;
+    const auto part = [&](Name name, std::optional<float> given) {
+        if (!given)
+            return measure(name);
+        SetAttribute(m_node, name, storedText(Variant(*given)));
+        return *given;
+    };
+    const float newTop = part(element::Top, top);
+    const float newWidth = part(element::Width, width);
+    const float newHeight = part(element::Height, height);
+    const Variant arguments[] = {left, newTop, newWidth, newHeight};
+    control->get(MoveName, arguments);
+    SetAttribute(m_node, element::Left, storedText(Variant(left)));
+}
+
+void BenchControl::Drag()
+{
+    if (!m_control)
+        return;
+    const Ref<BenchControl> alive(this);
+    try {
+        if (m_windowMover)
+            (*m_windowMover)(hWnd());
+    } catch (const values::RuntimeError&) {
+        // The control lies where it lies; that is stored.
+    }
+    storePosition();
+}
+
+void BenchControl::endResize()
+{
+    const Ref<BenchControl> alive(this);
+    const Ref<binding::Object> control = m_control;
+    if (!control)
+        return;
+    try {
+        // 1. and 2. The rectangle in twips. COMPAT: left is the window's own screen left, only top is measured
+        // from the parent.
+        const surface::WindowOps::Bounds bounds = surface::WindowOps::GetWindowBounds(hWnd(), m_parentHandle);
+        const float left = values::pixelsToTwips(bounds.Left);
+        const float top = values::pixelsToTwips(bounds.Top);
+        const float width = values::pixelsToTwips(bounds.Width);
+        const float height = values::pixelsToTwips(bounds.Height);
+        // 3. COMPAT: two moves, the first 20 twips short, so that the control draws itself anew.
+        if (left != Left() || top != Top() || width != Width() || height != Height()) {
+            const Variant shorter[] = {left, top, width, height - 20.0f};
+            control->get(MoveName, shorter);
+            const Variant full[] = {left, top, width, height};
+            control->get(MoveName, full);
+        }
+    } catch (const values::RuntimeError&) {
+        // A control that refuses to be moved keeps its place; that place is stored below.
+    }
+    // 4.
+    storePosition();
+}
+
+void BenchControl::ZOrder(std::optional<std::int32_t>)
+{
+    // COMPAT: the guard is the reverse of every other member's. A working control is not moved; without one this
+    // fails as a call on nothing does.
+    if (!m_control)
+        values::raise(values::ErrorNumber::ObjectNotSet);
+}
+
+// Storing ------------------------------------------------------------------------------------------------------
+
+void BenchControl::storePosition()
+{
+    for (const Name name : {element::Height, element::Top, element::Left, element::Width}) {
+        Variant value;
+        if (m_control && m_control->tryGet(name, value) == AccessStatus::Ok)
+            SetAttribute(m_node, name, storedText(value), true);
+    }
+}
+
+void BenchControl::storeLive(Name name)
+{
+    Variant value;
+    const bool read = m_control->tryGet(name, value) == AccessStatus::Ok;
+    SetAttribute(m_node, name, read ? storedText(value) : QString()); // no such property: no such element
+}
+
+void BenchControl::UpdateNode()
+{
+    if (!m_control)
+        return;
+    // 1.
+    for (const Name name : {element::BackColor, element::ForeColor, element::ToolTipText, element::Visible})
+        storeLive(name);
+    // 2.
+    storePosition();
+    // 3.
+    if (const Ref<binding::Object> font = Font())
+        storeFontNode(m_fontNode, *font);
+}
+
+} // namespace zan::controls

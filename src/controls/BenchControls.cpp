@@ -1,0 +1,313 @@
+#include "controls/BenchControls.h"
+
+#include "binding/MemberTable.h"
+#include "document/Elements.h"
+#include "document/XMLOps.h"
+#include "values/Convert.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace zan::controls {
+
+namespace element = document::element;
+using binding::AccessStatus;
+using document::Node;
+using document::XMLOps::GetAttribute;
+using values::ErrorNumber;
+using values::Name;
+
+namespace {
+
+const Name VisibleName("Visible");
+const Name BorderStyleName("BorderStyle");
+constexpr values::Colour HandleColour = values::rgb(0, 0, 255);
+
+/// The places of a list are 16-bit: the next one after a full list does not exist.
+std::int16_t checkedPlace(std::int32_t place)
+{
+    if (place > std::numeric_limits<std::int16_t>::max())
+        values::raise(ErrorNumber::Overflow);
+    return std::int16_t(place);
+}
+
+QString placeKey(std::int32_t place)
+{
+    return QLatin1Char('@') + QString::number(place);
+}
+
+} // namespace
+
+BenchControls::BenchControls()
+{
+    document::XMLOps::OpenXML();
+    m_node = document::XMLOps::CreateElement(element::Window);
+}
+
+BenchControls::~BenchControls()
+{
+    document::XMLOps::CloseXML();
+}
+
+PanelWindow& BenchControls::window() const
+{
+    if (!m_window)
+        values::raise(ErrorNumber::ObjectNotSet);
+    return *m_window;
+}
+
+// Building the list --------------------------------------------------------------------------------------------
+
+void BenchControls::setXMLNode(const Node& node)
+{
+    // 1. The window must be there for the whole call.
+    window();
+    // 2. The old node is still in place: each removal takes the CONTROL out of the old window's tree too.
+    Clear();
+    // 3.
+    m_node = node;
+    m_haveData = false;
+    // 4. In document order. The nodes are listed first: a load may add to the tree.
+    for (const Node& control : m_node.children(element::Control))
+        loadControl(control);
+    // 5.
+    setHideProtectedControls(m_hideProtectedControls);
+}
+
+void BenchControls::loadControl(const Node& node)
+{
+    // 1. and 2. An unknown type is passed over and stays in the tree.
+    const Ref<iBenchControl> control = window().createControl(GetAttribute(node, element::Type));
+    if (!control)
+        return;
+    // 3. to 5.
+    control->setXMLNode(node);
+    attach(*control);
+    control->setVisible(true);
+    // 6.
+    const std::int16_t place = checkedPlace(m_list.count() + 1);
+    const QString key = placeKey(place);
+    control->setKey(key);
+    m_list.add(control, key);
+    control->setIndex(place);
+}
+
+void BenchControls::attach(iBenchControl& control)
+{
+    // 1. and 2.
+    control.InitGrabHandles(m_parentHandle, control.hWnd(), HandleColour);
+    control.setShowGrabHandles(!m_lockPositions);
+    // 3. A bound control takes its channel up; one that is gone leaves the bind string alone.
+    const QString bindString = control.BindTo();
+    if (bindString.isEmpty())
+        return;
+    Ref<site::SchemeWindows> windows;
+    try {
+        windows = window().schemeWindows();
+    } catch (const values::RuntimeError&) {
+        return; // no logger, no channel
+    }
+    if (const Ref<site::Channel> channel = site::findChannel(windows, bindString)) {
+        const int uses = channel->UseCount() + 1;
+        channel->setUseCount(std::int16_t(std::min<int>(uses, std::numeric_limits<std::int16_t>::max())));
+        control.setChannel(channel);
+    }
+}
+
+Ref<iBenchControl> BenchControls::Add(const QString& controlType, std::optional<QString> key)
+{
+    // 1.
+    const std::int16_t place = checkedPlace(m_list.count() + 1);
+    const Ref<iBenchControl> control = window().createControl(controlType);
+    if (!control)
+        return {};
+    // 2.
+    attach(*control);
+    // 3.
+    if (key)
+        control->setKey(*key);
+    m_list.add(control, key.value_or(QString()));
+    // 4.
+    control->setIndex(place);
+    m_node.appendChild(control->XMLNode());
+    // 5. and 6.
+    ScanControls();
+    return control;
+}
+
+Ref<iBenchControl> BenchControls::AddFromXML(const QString& xml)
+{
+    // 1.
+    const Node node = document::XMLOps::LoadDocument(xml);
+    const std::int16_t place = checkedPlace(m_list.count() + 1);
+    const Ref<iBenchControl> control = window().createControl(GetAttribute(node, element::Type));
+    if (!control)
+        return {};
+    // 2. The key goes to the list only: the pasted node keeps the KEY of the control that was copied.
+    control->setXMLNode(node);
+    attach(*control);
+    m_list.add(control, placeKey(place));
+    control->setIndex(place);
+    m_node.appendChild(node);
+    // 3.
+    ScanControls();
+    return control;
+}
+
+// Removing -----------------------------------------------------------------------------------------------------
+
+void BenchControls::Remove(const Variant& index)
+{
+    removeAt(index.isText() ? m_list.placeOf(index.text()) : values::toLong(index));
+}
+
+void BenchControls::removeAt(std::int32_t place)
+{
+    takeOut(place);
+    // 6.
+    renumber();
+}
+
+void BenchControls::takeOut(std::int32_t place)
+{
+    // 1. Fails for a place that does not exist, before anything changes.
+    const Ref<iBenchControl> control = m_list.at(place);
+    if (const Ref<site::Channel> channel = control->Channel())
+        channel->setUseCount(std::int16_t(std::max(0, channel->UseCount() - 1)));
+    // 2. to 4.
+    m_list.remove(place);
+    m_node.removeChild(control->XMLNode());
+    // 5.
+    const Ref<binding::Object> live = control->Control();
+    if (m_window && live)
+        m_window->discardControl(live);
+}
+
+void BenchControls::renumber()
+{
+    for (std::int32_t place = 1; place <= m_list.count(); ++place)
+        m_list.at(place)->setIndex(std::int16_t(place));
+}
+
+void BenchControls::Clear()
+{
+    m_haveData = false;
+    // What removing item 1 until none is left comes to, without numbering all the others anew each time: each
+    // control but the first moves up to place 1 before it goes.
+    while (m_list.count() > 0) {
+        const std::int32_t last = m_list.count();
+        if (last > 1)
+            Ref<iBenchControl>(m_list.at(last))->setIndex(1);
+        takeOut(std::min(last, m_list.count()));
+    }
+}
+
+// Reading ------------------------------------------------------------------------------------------------------
+
+std::int16_t BenchControls::Count() const
+{
+    return std::int16_t(m_list.count());
+}
+
+std::int32_t BenchControls::placeOf(const Variant& index) const
+{
+    if (!index.isText())
+        return values::toLong(index);
+    for (std::int32_t place = 1; place <= m_list.count(); ++place) {
+        if (m_list.at(place)->Key().compare(index.text(), Qt::CaseInsensitive) == 0)
+            return place;
+    }
+    return 0;
+}
+
+Ref<iBenchControl> BenchControls::Control(const Variant& index) const
+{
+    return m_list.at(placeOf(index));
+}
+
+// States of all controls ---------------------------------------------------------------------------------------
+
+void BenchControls::setLockPositions(bool lock)
+{
+    m_lockPositions = lock;
+    for (std::int32_t place = 1; place <= m_list.count(); ++place) {
+        const Ref<iBenchControl> control = m_list.at(place);
+        // 1.
+        control->setShowGrabHandles(!lock);
+        const Ref<binding::Object> live = control->Control();
+        if (!live)
+            continue;
+        // 2. Unlocking shows everything, whatever hid it.
+        if (!lock)
+            live->tryPut(VisibleName, Variant(true));
+        // 3. and 4. Edges make labels and shapes easy to grab.
+        const QString type = control->ControlType();
+        if (type == QLatin1String("VB.Label"))
+            live->tryPut(BorderStyleName, Variant(std::int16_t(lock ? 0 : 1)));
+        else if (type == QLatin1String("VB.Shape"))
+            live->tryPut(BorderStyleName, Variant(std::int16_t(lock ? 1 : 4)));
+    }
+}
+
+void BenchControls::setHideProtectedControls(bool hide)
+{
+    m_hideProtectedControls = hide;
+    for (std::int32_t place = 1; place <= m_list.count(); ++place) {
+        const Ref<iBenchControl> control = m_list.at(place);
+        if (values::val(GetAttribute(control->XMLNode(), element::HideWhenProtected, QStringLiteral("0"))) != 0)
+            control->setVisible(!hide);
+    }
+}
+
+void BenchControls::updateAllNodes()
+{
+    for (std::int32_t place = 1; place <= m_list.count(); ++place)
+        Ref<iBenchControl>(m_list.at(place))->UpdateNode();
+}
+
+// Late binding -------------------------------------------------------------------------------------------------
+
+namespace {
+
+class ControlEnumerator : public binding::Enumerator
+{
+public:
+    explicit ControlEnumerator(BenchControls& controls)
+        : m_controls(&controls)
+    {}
+    std::optional<Variant> next() override
+    {
+        if (m_place >= m_controls->Count())
+            return std::nullopt;
+        return Variant(m_controls->Control(Variant(++m_place)));
+    }
+
+private:
+    Ref<BenchControls> m_controls;
+    std::int32_t m_place = 0;
+};
+
+} // namespace
+
+std::unique_ptr<binding::Enumerator> BenchControls::enumerate()
+{
+    return std::make_unique<ControlEnumerator>(*this);
+}
+
+const binding::MemberTable& BenchControls::members() const
+{
+    using C = BenchControls;
+    using binding::method;
+    using binding::readOnly;
+    static const binding::MemberTable table("BenchControls", nullptr,
+                                            {
+                                                readOnly<&C::Count>("Count"),
+                                                readOnly<&C::Control>("Control").asDefault(),
+                                                method<&C::Add>("Add"),
+                                                method<&C::Remove>("Remove"),
+                                                method<&C::Clear>("Clear"),
+                                            });
+    return table;
+}
+
+} // namespace zan::controls

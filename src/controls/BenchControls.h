@@ -1,0 +1,85 @@
+#pragma once
+
+#include "controls/KeyedList.h"
+#include "controls/PanelWindow.h"
+#include "site/Logger.h"
+
+#include <QMetaObject>
+#include <QObject>
+
+namespace zan::controls {
+
+/// The ordered list of one window's placed controls. It builds the list from the window node, keeps keys and
+/// indices, ties each control to its channel, owns the states that touch all controls at once, and walks the
+/// controls when the logger has new data.
+///
+/// The window and the live data are uncounted: whoever sets them takes them away before they end.
+class BenchControls : public binding::Object
+{
+public:
+    BenchControls();
+    ~BenchControls() override;
+
+    document::Node XMLNode() const { return m_node; }
+    /// Clears the list (taking the controls' nodes out of the old tree) and builds it anew from the node. Raises 6
+    /// past 32,767 controls; those made by then stay.
+    void setXMLNode(const document::Node& node);
+    /// Number of controls; never more than 32,767.
+    std::int16_t Count() const;
+    /// Control by place from 1, or by the KEY of its node (case ignored, first match). Raises 9 when there is none.
+    Ref<iBenchControl> Control(const Variant& index) const;
+    /// Makes a new control of a type; nothing for an unknown type. Raises 457 for a key that exists.
+    Ref<iBenchControl> Add(const QString& controlType, std::optional<QString> key = {});
+    /// Pastes a control from its CONTROL element's text; nothing when the text is none or of an unknown type.
+    Ref<iBenchControl> AddFromXML(const QString& xml);
+    /// Removes by place (raises 9) or by list key (raises 5).
+    void Remove(const Variant& index);
+    void Clear();
+
+    // To the rest of the system only -----------------------------------------------------------------------
+
+    void setWindow(PanelWindow* window) { m_window = window; }
+    void setParentHandle(std::int32_t handle) { m_parentHandle = handle; }
+    void setLiveData(LiveData* liveData) { m_liveData = liveData; }
+    /// Subscribes to the logger and to its link. Raises 91 for no logger.
+    void AttachLogger(const Ref<site::Logger>& logger);
+    const Ref<site::Logger>& logger() const { return m_logger; }
+    bool LockPositions() const { return m_lockPositions; }
+    void setLockPositions(bool lock);
+    bool HideProtectedControls() const { return m_hideProtectedControls; }
+    void setHideProtectedControls(bool hide);
+    void updateAllNodes();
+    /// Refreshes every control once, in order. A failure of one ends the pass and reaches the caller.
+    void ScanControls();
+    /// Whether the logger has delivered data since the window was loaded; outlives a disconnect.
+    bool HaveData() const { return m_haveData; }
+
+    const binding::MemberTable& members() const override;
+    std::unique_ptr<binding::Enumerator> enumerate() override;
+
+private:
+    void onNewBenchData();
+    void onNewENTData();
+    void onStateChange(int state);
+    void attach(iBenchControl& control);
+    void loadControl(const document::Node& node);
+    void removeAt(std::int32_t place);
+    void takeOut(std::int32_t place);
+    void renumber();
+    std::int32_t placeOf(const Variant& index) const;
+    PanelWindow& window() const;
+
+    KeyedList m_list;
+    PanelWindow* m_window = nullptr;
+    LiveData* m_liveData = nullptr;
+    document::Node m_node;
+    Ref<site::Logger> m_logger;
+    Ref<site::Link> m_link;
+    QObject m_context; // owner of the connections: none outlives the collection
+    std::int32_t m_parentHandle = 0;
+    bool m_lockPositions = true;
+    bool m_hideProtectedControls = false;
+    bool m_haveData = false;
+};
+
+} // namespace zan::controls

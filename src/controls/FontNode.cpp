@@ -1,0 +1,34 @@
+#include "controls/FontNode.h"
+
+#include "controls/ValueText.h"
+#include "document/Elements.h"
+#include "document/XMLOps.h"
+
+#include <array>
+
+namespace zan::controls {
+
+using document::Node;
+namespace element = document::element;
+
+void applyFontNode(const Node& fontNode, binding::Object& font)
+{
+    for (Node child = fontNode.firstChildElement(); child; child = child.nextSiblingElement())
+        font.tryPutText(child.name(), child.text());
+    binding::Variant size;
+    if (font.tryGet(element::Size, size) == binding::AccessStatus::Ok)
+        font.tryPut(element::Size, size);
+}
+
+void storeFontNode(const Node& fontNode, binding::Object& font)
+{
+    const std::array attributes = {element::Bold, element::Charset,       element::Italic,    element::FontName,
+                                   element::Size, element::Strikethrough, element::Underline, element::Weight};
+    for (const values::Name attribute : attributes) {
+        binding::Variant value;
+        if (font.tryGet(attribute, value) == binding::AccessStatus::Ok)
+            document::XMLOps::SetAttribute(fontNode, attribute, storedText(value), false);
+    }
+}
+
+} // namespace zan::controls

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "controls/iBenchControl.h"
+
+#include <QHash>
+
+#include <vector>
+
+namespace zan::controls {
+
+/// One-based list of wrappers with optional unique keys, compared without regard to case.
+class KeyedList
+{
+public:
+    std::int32_t count() const noexcept { return std::int32_t(m_entries.size()); }
+    /// Raises 9 for a place outside 1 to count.
+    const Ref<iBenchControl>& at(std::int32_t place) const;
+    /// Place of a list key; raises 5 when there is none.
+    std::int32_t placeOf(const QString& key) const;
+    /// Raises 457 for a key that exists; an empty key is no key.
+    void add(const Ref<iBenchControl>& control, const QString& key = {});
+    bool containsKey(const QString& key) const { return m_byKey.contains(key.toCaseFolded()); }
+    void remove(std::int32_t place);
+
+private:
+    struct Entry
+    {
+        Ref<iBenchControl> control;
+        QString foldedKey;
+    };
+    std::vector<Entry> m_entries;
+    QHash<QString, const iBenchControl*> m_byKey;
+};
+
+} // namespace zan::controls

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "controls/iBenchControl.h"
+#include "site/Scheme.h"
+
+namespace zan::controls {
+
+class BenchControls;
+
+/// What the collection of controls needs of the window that it belongs to.
+class PanelWindow
+{
+public:
+    virtual ~PanelWindow() = default;
+    /// A wrapper with its live control for a type key; nothing for a type that is not known.
+    virtual Ref<iBenchControl> createControl(const QString& type) = 0;
+    /// Windows of the logger's scheme. Raises 91 while there is no logger.
+    virtual Ref<site::SchemeWindows> schemeWindows() = 0;
+    /// Takes a live control off the surface: the design-time template is hidden, any other element unloaded.
+    virtual void discardControl(const Ref<binding::Object>& control) = 0;
+    /// Hands an error that reached an event boundary to the host.
+    virtual void reportError(const values::RuntimeError& error) = 0;
+};
+
+/// The routines that turn channels and link state into what the controls show.
+class LiveData
+{
+public:
+    virtual ~LiveData() = default;
+    /// Refreshes one control from its channel; nothing for a type without a live update.
+    virtual void update(iBenchControl& control, BenchControls& controls) = 0;
+    /// Brings one control in line with a new state of the link.
+    virtual void followLink(iBenchControl& control, int state) = 0;
+    /// Feeds one control with the log buffers' new records.
+    virtual void feedRecords(iBenchControl& control, BenchControls& controls) = 0;
+};
+
+} // namespace zan::controls

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "values/Name.h"
+
+/// Names of the window document's elements, each written once. Most are property names too: a document's element
+/// sets the property of its name.
+namespace zan::document::element {
+
+inline const values::Name Window("WINDOW");
+inline const values::Name Container("CONTAINER");
+inline const values::Name Control("CONTROL");
+inline const values::Name SiteMap("SITEMAP");
+inline const values::Name Font("FONT");
+inline const values::Name TitleFont("TITLEFONT");
+inline const values::Name Filter("FILTER");
+inline const values::Name Action("ACTION");
+inline const values::Name Changed("CHANGED");
+
+inline const values::Name Type("TYPE");
+inline const values::Name Key("KEY");
+inline const values::Name Index("INDEX");
+inline const values::Name Left("LEFT");
+inline const values::Name Top("TOP");
+inline const values::Name Width("WIDTH");
+inline const values::Name Height("HEIGHT");
+inline const values::Name BackColor("BACKCOLOR");
+inline const values::Name ForeColor("FORECOLOR");
+inline const values::Name ToolTipText("TOOLTIPTEXT");
+inline const values::Name Visible("VISIBLE");
+inline const values::Name UseWindowSettings("USEWINDOWSETTINGS");
+inline const values::Name ShowGrabHandles("SHOWGRABHANDLES");
+inline const values::Name BindTo("BINDTO");
+inline const values::Name PictureFile("PICTUREFILE");
+inline const values::Name HideWhenProtected("HIDEWHENPROTECTED");
+
+inline const values::Name BackStyle("BACKSTYLE");
+inline const values::Name BorderStyle("BORDERSTYLE");
+inline const values::Name GridSize("GRIDSIZE");
+inline const values::Name SnapToGrid("SNAPTOGRID");
+inline const values::Name Stretch("STRETCH");
+
+inline const values::Name ShowLabels("SHOWLABELS");
+inline const values::Name AddLabelSeperators("ADDLABELSEPERATORS"); // the spelling is the element's name
+
+inline const values::Name Bold("BOLD");
+inline const values::Name Charset("CHARSET");
+inline const values::Name Italic("ITALIC");
+inline const values::Name FontName("NAME");
+inline const values::Name Size("SIZE");
+inline const values::Name Strikethrough("STRIKETHROUGH");
+inline const values::Name Underline("UNDERLINE");
+inline const values::Name Weight("WEIGHT");
+
+} // namespace zan::document::element

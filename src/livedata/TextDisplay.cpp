@@ -1,0 +1,90 @@
+#include "livedata/TextDisplay.h"
+
+#include "document/Elements.h"
+#include "document/XMLOps.h"
+#include "values/Convert.h"
+#include "values/Format.h"
+
+namespace zan::livedata {
+
+namespace element = document::element;
+using controls::iBenchControl;
+using document::XMLOps::GetAttribute;
+using values::Name;
+using values::Ref;
+using values::Variant;
+
+namespace {
+
+const Name CaptionName("Caption");
+const Name TextName("Text");
+
+binding::Object& liveControl(const Ref<binding::Object>& live)
+{
+    if (!live)
+        values::raise(values::ErrorNumber::ObjectNotSet);
+    return *live;
+}
+
+QString labelledText(const iBenchControl& control, const site::Channel& channel)
+{
+    // A labelled caption shows a zero before the first data.
+    const Variant value = channel.Value().isEmpty() ? Variant(std::int16_t(0)) : channel.Value();
+    const QString separators = GetAttribute(control.XMLNode(), element::AddLabelSeperators, QStringLiteral("0"));
+    QString text = channel.Label();
+    if (values::val(separators) != 0)
+        text += QLatin1String(": ");
+    text += values::format(value, channel.Format());
+    // The blank stands also where there are no units.
+    text += QLatin1Char(' ');
+    text += channel.Units();
+    return text;
+}
+
+QString plainText(const site::Channel& channel)
+{
+    return channel.Value().isEmpty() ? QString() : values::format(channel.Value(), channel.Format());
+}
+
+void updateLabel(iBenchControl& control)
+{
+    const Ref<site::Channel> channel = control.Channel();
+    if (!channel)
+        return;
+    // Compared as text: "00" counts as labelled.
+    const QString showLabels = GetAttribute(control.XMLNode(), element::ShowLabels, QStringLiteral("0"));
+    const bool plain = showLabels == QLatin1String("0");
+    const QString caption = plain ? plainText(*channel) : labelledText(control, *channel);
+    liveControl(control.Control()).put(CaptionName, Variant(caption));
+}
+
+void showFailure(iBenchControl& control, Name property, const QString& text)
+{
+    if (const Ref<binding::Object> live = control.Control())
+        live->tryPut(property, Variant(text));
+}
+
+} // namespace
+
+void UpdateLabel(iBenchControl& control)
+{
+    try {
+        updateLabel(control);
+    } catch (const values::RuntimeError&) {
+        showFailure(control, CaptionName, QStringLiteral("ERROR!"));
+    }
+}
+
+void UpdateTextBox(iBenchControl& control)
+{
+    try {
+        const Ref<site::Channel> channel = control.Channel();
+        if (!channel)
+            values::raise(values::ErrorNumber::ObjectNotSet);
+        liveControl(control.Control()).put(TextName, Variant(plainText(*channel)));
+    } catch (const values::RuntimeError&) {
+        showFailure(control, TextName, QStringLiteral("No channel"));
+    }
+}
+
+} // namespace zan::livedata
