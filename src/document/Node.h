@@ -19,12 +19,17 @@ enum class NodeType : unsigned char { None, Document, Element, Text, Comment, Pr
 /// tree goes on living, with everything below it, as long as anybody holds a handle into it, and remembers the
 /// document that it belongs to. A null handle is safe for every call: it reads as nothing and writes nowhere.
 ///
-/// The text of an element is the text of everything below it. An element that holds nothing but one text keeps it
-/// in its own record, so that the common case costs one record.
+/// The text of an element is the text of everything below it, comments and instructions left out. An element that
+/// holds nothing but one text keeps it in its own record, so that the common case costs one record: it has no
+/// children then, and its text becomes a child of its own only once another child joins it.
 class Node
 {
 public:
     struct Record;
+
+    /// Levels of elements that a tree may have, the document element being the first: what is built can be saved and
+    /// read again.
+    static constexpr int DeepestLevel = 256;
 
     Node() noexcept = default;
     Node(const Node& other) noexcept;
@@ -42,7 +47,8 @@ public:
 
     /// Text of the node and of everything below it; for comments and instructions their data.
     QString text() const;
-    /// Replaces all content by this text. Nothing on a document or a null handle.
+    /// Replaces all content by this text; children that somebody holds live on detached. Nothing on a document or a
+    /// null handle.
     void setText(const QString& text);
 
     Node parent() const noexcept;
@@ -61,18 +67,20 @@ public:
     /// The first child element of this name (case counts); null when there is none. Costs a pointer comparison per
     /// sibling passed over and counts no references on the way.
     Node child(Name name) const noexcept;
+    /// Every child element of this name, in document order.
     std::vector<Node> children(Name name) const;
     std::size_t childElementCount() const noexcept;
     /// Text of the child element of this name without making a handle to it; false when there is none.
     bool childText(Name name, QString& text) const;
 
     /// Moves the node to the end of this one, out of wherever it stood, from another document too. Returns false
-    /// and changes nothing when either is null, this one cannot have children, or it stands inside the node.
+    /// and changes nothing when either is null, this one cannot have such a child (a document has one element and no
+    /// text), it stands inside the node, or the tree would be deeper than DeepestLevel.
     bool appendChild(const Node& child);
     /// Takes a child out of this node. Returns false when it is not a child of it.
     bool removeChild(const Node& child);
 
-    /// A new detached element of this node's document.
+    /// A new detached element of this node's document; null on a null handle and for a name that XML does not allow.
     Node createElement(Name name, const QString& text = {}) const;
 
     /// The node and everything below it as XML text without a declaration, in one line.
@@ -85,6 +93,7 @@ public:
         QString value;
     };
     const std::vector<Attribute>& attributes() const noexcept;
+    /// Nothing on what is no element and for a name that XML does not allow.
     void setAttribute(const QString& name, const QString& value);
 
     static Node newDocument();

@@ -14,8 +14,9 @@ namespace zan::document {
 struct ParseLimits
 {
     std::int64_t bytes = 128 * 1024 * 1024;
-    std::int64_t elements = 8'000'000;
-    int depth = 256;
+    std::int64_t elements = 8'000'000; ///< attributes, comments, instructions and texts count too
+    int depth = Node::DeepestLevel;
+    std::int64_t names = 65'536; ///< different names of elements and attributes
 };
 
 /// Where and why a text could not be read.

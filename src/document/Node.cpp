@@ -1,0 +1,323 @@
+#include "document/Node.h"
+
+#include "document/Record.h"
+#include "document/XmlNames.h"
+#include "document/XmlWriter.h"
+
+#include <algorithm>
+
+namespace zan::document {
+
+namespace {
+
+using Record = Node::Record;
+
+Record* firstElement(Record* record) noexcept
+{
+    while (record && record->type != NodeType::Element)
+        record = record->next;
+    return record;
+}
+
+Record* findChild(const Record* parent, Name name) noexcept
+{
+    if (!parent)
+        return nullptr;
+    for (Record* child = parent->first; child; child = child->next) {
+        if (child->name == name && child->type == NodeType::Element)
+            return child;
+    }
+    return nullptr;
+}
+
+Record* documentOf(Record* record) noexcept
+{
+    while (record->up)
+        record = record->up;
+    return record;
+}
+
+QString textOf(Record* record)
+{
+    if (!record->first)
+        return record->text;
+    QString text;
+    for (Record* below = record->first; below; below = below->nextInside(record)) {
+        if (below->type == NodeType::Text || below->type == NodeType::Element)
+            text += below->text;
+    }
+    return text;
+}
+
+/// Moves a record that is out of every list of siblings to its document as a detached root, or frees it when
+/// nobody holds anything of it. The caller holds a handle to the former parent.
+void detach(Record* child, Record* parent, Record* document) noexcept
+{
+    if (child->references == 0) {
+        child->destroy();
+        return;
+    }
+    child->up = document;
+    document->retain();
+    parent->release();
+}
+
+/// Levels of elements that stand in the tree up to and including this record.
+int levelOf(const Record* record) noexcept
+{
+    int level = 0;
+    for (; record->type == NodeType::Element; record = record->up) {
+        ++level;
+        if (!record->attached)
+            break;
+    }
+    return level;
+}
+
+/// Levels of elements from this record down.
+int heightOf(Record* root) noexcept
+{
+    if (root->type != NodeType::Element)
+        return 0;
+    int level = 1;
+    int highest = 1;
+    for (Record* record = root;;) {
+        if (record->type == NodeType::Element)
+            highest = std::max(highest, level);
+        if (record->first) {
+            record = record->first;
+            ++level;
+            continue;
+        }
+        for (; record != root && !record->next; --level)
+            record = record->up;
+        if (record == root)
+            return highest;
+        record = record->next;
+    }
+}
+
+bool isBelow(const Record* record, const Record* ancestor) noexcept
+{
+    for (; record; record = record->attached ? record->up : nullptr) {
+        if (record == ancestor)
+            return true;
+    }
+    return false;
+}
+
+bool accepts(const Record* parent, Record* child) noexcept
+{
+    if (parent->type == NodeType::Element)
+        return child->type != NodeType::Document;
+    if (parent->type != NodeType::Document || child->type == NodeType::Document || child->type == NodeType::Text)
+        return false;
+    // A document has one element.
+    const Record* element = firstElement(parent->first);
+    return child->type != NodeType::Element || !element || element == child;
+}
+
+} // namespace
+
+Node::Node(Record* record) noexcept
+    : m_record(record)
+{
+    if (m_record)
+        m_record->retain();
+}
+
+Node::Node(const Node& other) noexcept
+    : m_record(other.m_record)
+{
+    if (m_record)
+        ++m_record->references; // referenced already: nothing to climb for
+}
+
+Node::Node(Node&& other) noexcept
+    : m_record(std::exchange(other.m_record, nullptr))
+{}
+
+Node::~Node()
+{
+    if (m_record)
+        m_record->release();
+}
+
+Node& Node::operator=(Node other) noexcept
+{
+    std::swap(m_record, other.m_record);
+    return *this;
+}
+
+NodeType Node::type() const noexcept
+{
+    return m_record ? m_record->type : NodeType::None;
+}
+
+Name Node::name() const noexcept
+{
+    return m_record ? m_record->name : Name();
+}
+
+QString Node::text() const
+{
+    return m_record ? textOf(m_record) : QString();
+}
+
+void Node::setText(const QString& text)
+{
+    if (!m_record || m_record->type == NodeType::Document)
+        return;
+    const QString kept = text; // may be the text of something that goes now
+    Record* document = m_record->first ? documentOf(m_record) : nullptr;
+    while (Record* child = m_record->first) {
+        m_record->unlink(child);
+        detach(child, m_record, document);
+    }
+    m_record->text = kept;
+}
+
+Node Node::parent() const noexcept
+{
+    return Node(m_record && m_record->attached ? m_record->up : nullptr);
+}
+
+Node Node::ownerDocument() const noexcept
+{
+    return Node(m_record ? documentOf(m_record) : nullptr);
+}
+
+Node Node::documentElement() const noexcept
+{
+    return Node(type() == NodeType::Document ? firstElement(m_record->first) : nullptr);
+}
+
+Node Node::firstChild() const noexcept
+{
+    return Node(m_record ? m_record->first : nullptr);
+}
+
+Node Node::nextSibling() const noexcept
+{
+    return Node(m_record ? m_record->next : nullptr);
+}
+
+Node Node::lastChild() const noexcept
+{
+    return Node(m_record ? m_record->last : nullptr);
+}
+
+Node Node::previousSibling() const noexcept
+{
+    return Node(m_record ? m_record->previous : nullptr);
+}
+
+Node Node::firstChildElement() const noexcept
+{
+    return Node(m_record ? firstElement(m_record->first) : nullptr);
+}
+
+Node Node::nextSiblingElement() const noexcept
+{
+    return Node(m_record ? firstElement(m_record->next) : nullptr);
+}
+
+Node Node::child(Name name) const noexcept
+{
+    return Node(findChild(m_record, name));
+}
+
+std::vector<Node> Node::children(Name name) const
+{
+    std::vector<Node> found;
+    for (Record* child = findChild(m_record, name); child; child = child->next) {
+        if (child->name == name && child->type == NodeType::Element)
+            found.emplace_back(child);
+    }
+    return found;
+}
+
+std::size_t Node::childElementCount() const noexcept
+{
+    std::size_t count = 0;
+    for (Record* child = m_record ? firstElement(m_record->first) : nullptr; child;
+         child = firstElement(child->next))
+        ++count;
+    return count;
+}
+
+bool Node::childText(Name name, QString& text) const
+{
+    Record* found = findChild(m_record, name);
+    if (found)
+        text = textOf(found);
+    return found != nullptr;
+}
+
+bool Node::appendChild(const Node& child)
+{
+    Record* moved = child.m_record;
+    if (!m_record || !moved || !accepts(m_record, moved) || isBelow(m_record, moved) ||
+        levelOf(m_record) + heightOf(moved) > DeepestLevel)
+        return false;
+    m_record->separateText();
+    Record* from = moved->up;
+    if (moved->attached)
+        from->unlink(moved);
+    m_record->link(moved);
+    m_record->retain(); // by the child, which has a handle
+    from->release();    // its former parent or document may end here
+    return true;
+}
+
+bool Node::removeChild(const Node& child)
+{
+    Record* removed = child.m_record;
+    if (!m_record || !removed || !removed->attached || removed->up != m_record)
+        return false;
+    m_record->unlink(removed);
+    detach(removed, m_record, documentOf(m_record));
+    return true;
+}
+
+Node Node::createElement(Name name, const QString& text) const
+{
+    if (!m_record || !isXmlName(name.text()))
+        return {};
+    auto* element = new Record(NodeType::Element, name);
+    element->text = text;
+    element->up = documentOf(m_record);
+    return Node(element);
+}
+
+QString Node::xml() const
+{
+    return m_record ? QString::fromUtf8(XmlWriter(XmlWriter::Layout::OneLine).write(m_record)) : QString();
+}
+
+const std::vector<Node::Attribute>& Node::attributes() const noexcept
+{
+    static const std::vector<Attribute> none;
+    return m_record && m_record->attributes ? *m_record->attributes : none;
+}
+
+void Node::setAttribute(const QString& name, const QString& value)
+{
+    if (type() != NodeType::Element || !isXmlName(name))
+        return;
+    if (!m_record->attributes)
+        m_record->attributes = std::make_unique<std::vector<Attribute>>();
+    auto& all = *m_record->attributes;
+    const auto same = std::find_if(all.begin(), all.end(), [&](const Attribute& one) { return one.name == name; });
+    if (same != all.end())
+        same->value = value;
+    else
+        all.push_back({name, value});
+}
+
+Node Node::newDocument()
+{
+    return Node(new Record(NodeType::Document));
+}
+
+} // namespace zan::document

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "document/Node.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace zan::document {
+
+/// What stands behind a Node: one record per node, linked to its neighbours.
+///
+/// Life. `references` counts the handles to the record, plus every record that names this one in `up` and has
+/// references itself. So a record with references holds exactly one reference on the record above it, a handle
+/// keeps everything above it alive, and retaining stops climbing at the first record that is referenced already.
+/// A document or a detached root whose count falls to nothing is destroyed with all that is below it: nothing
+/// down there can have references then.
+struct Node::Record
+{
+    explicit Record(NodeType nodeType, Name nodeName = {}) noexcept
+        : type(nodeType)
+        , name(nodeName)
+    {}
+    Record(const Record&) = delete;
+    Record& operator=(const Record&) = delete;
+
+    std::uint32_t references = 0;
+    NodeType type;
+    bool attached = false; ///< `up` is the parent; otherwise `up` is the document the node belongs to
+    Name name;             ///< of an element or an instruction
+    Record* up = nullptr;  ///< null for a document only
+    Record* first = nullptr;
+    Record* last = nullptr;
+    Record* next = nullptr;
+    Record* previous = nullptr;
+    QString text;                                       ///< of a leaf element, a text, a comment, an instruction
+    std::unique_ptr<std::vector<Attribute>> attributes; ///< rare, hence behind a pointer
+
+    bool canHaveChildren() const noexcept { return type == NodeType::Element || type == NodeType::Document; }
+
+    void retain() noexcept;
+    /// May destroy the record and others above it.
+    void release() noexcept;
+
+    /// Puts an unlinked child at the end. Counts are the caller's business.
+    void link(Record* child) noexcept;
+    /// Takes a child out of the list of its siblings. Counts and `up` are the caller's business.
+    void unlink(Record* child) noexcept;
+    /// A new last child without references.
+    Record* add(NodeType childType, Name childName = {});
+    /// Makes the text of a leaf element a node of its own, so that it can have siblings.
+    void separateText();
+
+    /// The next record of the tree below `root` in document order, without the levels below this one; null at the
+    /// end.
+    Record* nextOutside(const Record* root) noexcept;
+    Record* nextInside(const Record* root) noexcept { return first ? first : nextOutside(root); }
+
+    /// Frees this record and everything below it, whatever its depth.
+    void destroy() noexcept;
+};
+
+static_assert(sizeof(void*) != 8 || sizeof(Node::Record) == 88);
+
+} // namespace zan::document

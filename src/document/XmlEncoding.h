@@ -1,0 +1,24 @@
+#pragma once
+
+#include "document/XmlText.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+
+namespace zan::document {
+
+/// Line and column of a byte of a UTF-8 text, both from 1; the column counts characters.
+ParseError errorAt(const QByteArray& utf8, qsizetype offset, const QString& message);
+
+/// The bytes of an XML text as UTF-8 without a byte order mark. A mark decides; without one the declared encoding
+/// does: UTF-8, US-ASCII, ISO-8859-1 or windows-1252. Nothing, and the reason, for any other.
+std::optional<QByteArray> toUtf8(const QByteArray& bytes, ParseError& error);
+/// The same of text in memory, whatever encoding it declares.
+std::optional<QByteArray> toUtf8(const QString& text, ParseError& error);
+
+/// Checks that the text is sound UTF-8 of characters that XML allows, and has no more than so many `<`.
+bool checkCharacters(const QByteArray& utf8, qsizetype mostTags, ParseError& error);
+
+} // namespace zan::document
