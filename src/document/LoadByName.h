@@ -1,0 +1,25 @@
+#pragma once
+
+#include "binding/Object.h"
+#include "document/Node.h"
+
+#include <span>
+
+namespace zan::document {
+
+/// A child that the caller of loadByName handles itself.
+struct SpecialChild
+{
+    Name name; ///< element name, case counts
+    Node node; ///< set to the first child of that name; null when there is none
+};
+
+/// Assigns the text of each child element to the target's property of that name, in document order, a prefix before
+/// a colon left out. Names are compared without regard to case. A child that names no property, or whose text the
+/// property refuses, is passed over. Children named in `special` are not assigned, whatever their number.
+///
+/// A setter may edit the very element: children that it takes out are not assigned any more, children that it adds
+/// are not assigned either. The caller holds a reference to the target.
+void loadByName(const Node& parent, binding::Object& target, std::span<SpecialChild> special = {});
+
+} // namespace zan::document
