@@ -98,8 +98,8 @@ bool propagatesNull(const Variant& a, const Variant& b)
     return a.isNull() || b.isNull();
 }
 
-/// The kind in which two operands are added, subtracted or multiplied. A Single keeps its kind beside an Integer
-/// and gives way to a Double beside a Long, whose digits it could not hold.
+/// The kind in which two operands are added, subtracted or multiplied. A Single keeps its kind beside an
+/// Integer and gives way to a Double beside a Long, whose digits it could not hold.
 Level commonLevel(const Operand& a, const Operand& b) noexcept
 {
     const Level high = std::max(a.level, b.level);
@@ -122,8 +122,10 @@ Variant sumOf(const Operand& a, const Operand& b, Level level, Real realOperatio
     case Level::Date:
         return dateResult(realOperation(a.real, b.real));
     case Level::Currency: {
-        const std::int64_t left = toCurrency(a.level == Level::Currency ? Variant(Currency{a.whole}) : Variant(a.real)).scaled;
-        const std::int64_t right = toCurrency(b.level == Level::Currency ? Variant(Currency{b.whole}) : Variant(b.real)).scaled;
+        const std::int64_t left =
+            toCurrency(a.level == Level::Currency ? Variant(Currency{a.whole}) : Variant(a.real)).scaled;
+        const std::int64_t right =
+            toCurrency(b.level == Level::Currency ? Variant(Currency{b.whole}) : Variant(b.real)).scaled;
         std::int64_t result = 0;
         if (wholeOperation(left, right, &result))
             raise(ErrorNumber::Overflow);

@@ -38,8 +38,8 @@ std::int64_t dayNumber(std::int64_t year, std::int64_t month, std::int64_t day) 
     const std::int64_t months = year * 12 + month - 3;
     const std::int64_t marchYear = floorDivide(months, 12);
     const std::int64_t marchMonth = months - marchYear * 12;
-    const std::int64_t days = marchYear * 365 + floorDivide(marchYear, 4) - floorDivide(marchYear, 100)
-                              + floorDivide(marchYear, 400) + (marchMonth * 153 + 2) / 5 + day - 1;
+    const std::int64_t days = marchYear * 365 + floorDivide(marchYear, 4) - floorDivide(marchYear, 100) +
+                              floorDivide(marchYear, 400) + (marchMonth * 153 + 2) / 5 + day - 1;
     return days - DaysFromEpoch;
 }
 
@@ -73,8 +73,7 @@ std::optional<CivilTime> civilTime(Date date) noexcept
     if (days < start) {
         --marchYear;
         start = marchYear * 365 + marchYear / 4 - marchYear / 100 + marchYear / 400;
-    } else if (const std::int64_t next = marchYear + 1;
-               days >= next * 365 + next / 4 - next / 100 + next / 400) {
+    } else if (const std::int64_t next = marchYear + 1; days >= next * 365 + next / 4 - next / 100 + next / 400) {
         marchYear = next;
         start = next * 365 + next / 4 - next / 100 + next / 400;
     }

@@ -17,11 +17,11 @@ inline constexpr std::int32_t LastDay = 2958465;
 struct CivilTime
 {
     int year = 1899;
-    int month = 12;  ///< 1 to 12
-    int day = 30;    ///< 1 to 31
-    int hour = 0;    ///< 0 to 23
-    int minute = 0;  ///< 0 to 59
-    int second = 0;  ///< 0 to 59
+    int month = 12;             ///< 1 to 12
+    int day = 30;               ///< 1 to 31
+    int hour = 0;               ///< 0 to 23
+    int minute = 0;             ///< 0 to 59
+    int second = 0;             ///< 0 to 59
     std::int32_t dayNumber = 0; ///< whole days since 1899-12-30
 };
 
@@ -31,8 +31,8 @@ bool isValidDate(Date date) noexcept;
 /// Takes a date apart, rounded to the nearest second; nothing when it lies outside the calendar.
 std::optional<CivilTime> civilTime(Date date) noexcept;
 
-/// Whole days since 1899-12-30 of a civil day. Months and days outside their range count on into the neighbouring
-/// years and months, so month 14 is February of the next year. Years are taken as they are.
+/// Whole days since 1899-12-30 of a civil day. Months and days outside their range count on into the
+/// neighbouring years and months, so month 14 is February of the next year. Years are taken as they are.
 std::int64_t dayNumber(std::int64_t year, std::int64_t month, std::int64_t day) noexcept;
 
 /// The Date of a whole day and a time of day in seconds (0 to 86,399).
@@ -42,7 +42,8 @@ int daysInMonth(int year, int month) noexcept;
 int dayOfYear(const CivilTime& time) noexcept;
 /// 1 to 7, where 1 is the day that starts the week (`firstDay`: 1 Sunday to 7 Saturday).
 int weekday(std::int32_t dayNumber, int firstDay) noexcept;
-/// Week of the year of a day. `firstWeek`: 1 the week of 1 January, 2 the first of four days, 3 the first full one.
+/// Week of the year of a day. `firstWeek`: 1 the week of 1 January, 2 the first of four days, 3 the first
+/// full one.
 int weekOfYear(const CivilTime& time, int firstDay, int firstWeek) noexcept;
 
 /// English names, `month` 1 to 12, `day` 1 Sunday to 7 Saturday; three letters when abbreviated.

@@ -42,8 +42,7 @@ Result orRaise(const Variant& value, ErrorNumber (*convert)(const Variant&, Resu
 {
     Result result{};
     // An object is followed here, so that the error of its default member arrives with its own text.
-    const ErrorNumber error =
-        value.isObject() ? convert(plainValue(value), result) : convert(value, result);
+    const ErrorNumber error = value.isObject() ? convert(plainValue(value), result) : convert(value, result);
     if (error != ErrorNumber::None)
         raise(error);
     return result;
@@ -122,9 +121,10 @@ ErrorNumber toWhole(const Variant& value, int bits, std::int64_t& result)
     case Kind::String:
         return wholeFromText(value.text(), bits, result);
     case Kind::Object:
-        return viaDefault<std::int64_t>(value, result, bits == 16 ? [](const Variant& plain, std::int64_t& out) {
-            return toWhole(plain, 16, out);
-        } : [](const Variant& plain, std::int64_t& out) { return toWhole(plain, 32, out); });
+        return viaDefault<std::int64_t>(
+            value, result,
+            bits == 16 ? [](const Variant& plain, std::int64_t& out) { return toWhole(plain, 16, out); }
+                       : [](const Variant& plain, std::int64_t& out) { return toWhole(plain, 32, out); });
     default:
         break;
     }
@@ -156,8 +156,8 @@ ErrorNumber currencyFromDecimal(const ParsedNumber& number, Currency& result)
     std::int64_t scaled = number.decimal;
     int shift = 4 - number.decimals;
     for (; shift > 0 && scaled != 0; --shift) {
-        if (scaled > std::numeric_limits<std::int64_t>::max() / 10
-            || scaled < std::numeric_limits<std::int64_t>::min() / 10)
+        if (scaled > std::numeric_limits<std::int64_t>::max() / 10 ||
+            scaled < std::numeric_limits<std::int64_t>::min() / 10)
             return ErrorNumber::Overflow;
         scaled *= 10;
     }

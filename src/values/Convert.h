@@ -10,9 +10,9 @@
 
 namespace zan::values {
 
-// Conversions of a Variant to a plain type with the classic rules: Empty is 0, False or "", Null raises 94, text
-// is read as a number where it is one as a whole (13 otherwise), an object gives its default value (91 for
-// Nothing), an array raises 13; whole numbers round half to even and raise 6 outside their range.
+// Conversions of a Variant to a plain type with the classic rules: Empty is 0, False or "", Null raises 94,
+// text is read as a number where it is one as a whole (13 otherwise), an object gives its default value (91
+// for Nothing), an array raises 13; whole numbers round half to even and raise 6 outside their range.
 //
 // Each rule exists once, in the status form: ErrorNumber::None and the result, or the error and the result
 // untouched. The plain form raises the error as a RuntimeError.
@@ -27,8 +27,8 @@ namespace zan::values {
 [[nodiscard]] ErrorNumber tryToDate(const Variant& value, Date& result);
 [[nodiscard]] ErrorNumber tryToText(const Variant& value, QString& result);
 
-/// The value itself, or for an object its default value, followed until it is no object any more. Raises 91 for
-/// Nothing and whatever the default member raises; 28 when objects stand for each other without end.
+/// The value itself, or for an object its default value, followed until it is no object any more. Raises 91
+/// for Nothing and whatever the default member raises; 28 when objects stand for each other without end.
 Variant plainValue(const Variant& value);
 
 /// The whole number nearest to a value, half to even; nothing outside 32 bits and for NaN.
@@ -45,13 +45,14 @@ Date toDate(const Variant& value);
 QString toText(const Variant& value);
 
 /// The number that a text is as a whole, blanks around it allowed ("12", " -1.5e3 ", "&hFF", "&O17", "1,234",
-/// "$5", "(5)", "5-"); nothing when it is none, infinite when it is too large for a Double (CDbl then raises 6).
-/// What CDbl of a text accepts.
+/// "$5", "(5)", "5-"); nothing when it is none, infinite when it is too large for a Double (CDbl then raises
+/// 6). What CDbl of a text accepts.
 std::optional<double> numberFromText(QStringView text);
 
-/// The classic leading number of a text: blanks are skipped wherever they stand, `&H` and `&O` read hexadecimal
-/// and octal whole numbers, an exponent is introduced by E or D; 0 when no number leads. Reads in one pass and
-/// never fails; a number too large for a Double raises 6 in the classic runtime and is infinite here.
+/// The classic leading number of a text: blanks are skipped wherever they stand, `&H` and `&O` read
+/// hexadecimal and octal whole numbers, an exponent is introduced by E or D; 0 when no number leads. Reads in
+/// one pass and never fails; a number too large for a Double raises 6 in the classic runtime and is infinite
+/// here.
 double val(QStringView text);
 
 } // namespace zan::values

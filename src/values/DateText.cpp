@@ -34,7 +34,10 @@ int nameIndex(const std::array<const char16_t*, Count>& names, QStringView word)
 class DateParser
 {
 public:
-    DateParser(QStringView text, int currentYear) : m_text(text), m_currentYear(currentYear) {}
+    DateParser(QStringView text, int currentYear)
+        : m_text(text)
+        , m_currentYear(currentYear)
+    {}
 
     std::optional<Date> parse()
     {

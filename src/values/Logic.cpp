@@ -31,7 +31,8 @@ Bits bitsOf(const Variant& value)
     }
 }
 
-/// Null takes the width of its partner. A Boolean beside a Byte is an Integer, because true would not fit a Byte.
+/// Null takes the width of its partner. A Boolean beside a Byte is an Integer, because true would not fit a
+/// Byte.
 Width commonWidth(const Bits& a, const Bits& b) noexcept
 {
     if (a.isNull || b.isNull)

@@ -96,7 +96,9 @@ private:
 class NumberParser
 {
 public:
-    explicit NumberParser(QStringView text) : m_text(text) {}
+    explicit NumberParser(QStringView text)
+        : m_text(text)
+    {}
 
     std::optional<ParsedNumber> parse()
     {
@@ -235,7 +237,11 @@ private:
 class ValReader
 {
 public:
-    explicit ValReader(QStringView text) : m_text(text) { skipBlanks(); }
+    explicit ValReader(QStringView text)
+        : m_text(text)
+    {
+        skipBlanks();
+    }
     /// The current character; 0 at the end.
     QChar peek() const noexcept { return m_place < m_text.size() ? m_text[m_place] : QChar(u'\0'); }
     void next()
@@ -247,8 +253,8 @@ public:
 private:
     void skipBlanks()
     {
-        while (m_place < m_text.size()
-               && (m_text[m_place] == u' ' || m_text[m_place] == u'\t' || m_text[m_place] == u'\n'))
+        while (m_place < m_text.size() &&
+               (m_text[m_place] == u' ' || m_text[m_place] == u'\t' || m_text[m_place] == u'\n'))
             ++m_place;
     }
     QStringView m_text;

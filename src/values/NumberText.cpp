@@ -32,8 +32,8 @@ char* putExponent(char* out, int exponent)
     return std::to_chars(out, out + 4, size).ptr;
 }
 
-/// At most `significant` digits; fixed notation as long as the digits, with the zeros that it needs in front of
-/// them, are no more than that.
+/// At most `significant` digits; fixed notation as long as the digits, with the zeros that it needs in front
+/// of them, are no more than that.
 template <class Real>
 QString significantText(Real value, int significant)
 {

@@ -103,8 +103,10 @@ QString errorText(int number)
 }
 
 RuntimeError::RuntimeError(int number, QString description, QString source)
-    : m_number(number), m_description(std::move(description)), m_source(std::move(source)),
-      m_what(m_description.toUtf8())
+    : m_number(number)
+    , m_description(std::move(description))
+    , m_source(std::move(source))
+    , m_what(m_description.toUtf8())
 {}
 
 void raise(ErrorNumber number)
