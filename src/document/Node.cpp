@@ -175,6 +175,7 @@ void Node::setText(const QString& text)
         detach(child, m_record, document);
     }
     m_record->text = kept;
+    m_record->noteChange();
 }
 
 Node Node::parent() const noexcept
@@ -318,6 +319,17 @@ void Node::setAttribute(const QString& name, const QString& value)
 Node Node::newDocument()
 {
     return Node(new Record(NodeType::Document));
+}
+
+void Node::watch() const noexcept
+{
+    if (m_record)
+        m_record->watched = true;
+}
+
+std::uint64_t Node::watchedChanges() noexcept
+{
+    return Record::watchedChanges;
 }
 
 } // namespace zan::document

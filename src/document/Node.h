@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace zan::document {
@@ -97,6 +98,13 @@ public:
     void setAttribute(const QString& name, const QString& value);
 
     static Node newDocument();
+
+    /// Marks the node for readers that keep something they derived from it: from now on a change of its text, of its
+    /// list of children or of its place in its parent counts as a watched change. What happens deeper down does not.
+    /// Nothing on a null handle; there is no way back, and a mark costs nothing.
+    void watch() const noexcept;
+    /// How often watched nodes of this thread have changed. What was derived at an equal count still holds.
+    static std::uint64_t watchedChanges() noexcept;
 
     /// For the parser and the writer: they build and read records.
     Record* record() const noexcept { return m_record; }

@@ -2,6 +2,8 @@
 
 namespace zan::document {
 
+thread_local std::uint64_t Node::Record::watchedChanges = 0;
+
 void Node::Record::retain() noexcept
 {
     for (Record* record = this; record && record->references++ == 0;)
@@ -27,6 +29,8 @@ void Node::Record::link(Record* child) noexcept
     child->previous = last;
     (last ? last->next : first) = child;
     last = child;
+    if (watched || child->watched)
+        ++watchedChanges;
 }
 
 void Node::Record::unlink(Record* child) noexcept
@@ -35,6 +39,8 @@ void Node::Record::unlink(Record* child) noexcept
     (child->next ? child->next->previous : last) = child->previous;
     child->next = child->previous = nullptr;
     child->attached = false;
+    if (watched || child->watched)
+        ++watchedChanges;
 }
 
 Node::Record* Node::Record::add(NodeType childType, Name childName)

@@ -26,6 +26,7 @@ struct Node::Record
     std::uint32_t references = 0;
     NodeType type;
     bool attached = false; ///< `up` is the parent; otherwise `up` is the document the node belongs to
+    bool watched = false;  ///< somebody keeps something derived from the record: changes are counted
     Name name;             ///< of an element or an instruction
     Record* up = nullptr;  ///< null for a document only
     Record* first = nullptr;
@@ -54,6 +55,14 @@ struct Node::Record
     /// end.
     Record* nextOutside(const Record* root) noexcept;
     Record* nextInside(const Record* root) noexcept { return first ? first : nextOutside(root); }
+
+    /// Counts a change of the text, if anybody watches.
+    void noteChange() const noexcept
+    {
+        if (watched || (type == NodeType::Text && attached && up->watched))
+            ++watchedChanges;
+    }
+    static thread_local std::uint64_t watchedChanges;
 
     /// Frees this record and everything below it, whatever its depth.
     void destroy() noexcept;
