@@ -12,24 +12,23 @@ using binding::readOnly;
 
 const MemberTable& Channel::members() const
 {
-    static const MemberTable table(
-        "Channel", nullptr,
-        {
-            property<&Channel::BaseAddress, &Channel::setBaseAddress>("BaseAddress"),
-            property<&Channel::CDT, &Channel::setCDT>("CDT"),
-            property<&Channel::DataType, &Channel::setDataType>("DataType"),
-            property<&Channel::Bytes, &Channel::setBytes>("Bytes"),
-            property<&Channel::Multiplier, &Channel::setMultiplier>("Multiplier"),
-            property<&Channel::Offset, &Channel::setOffset>("Offset"),
-            property<&Channel::Formula, &Channel::setFormula>("Formula"),
-            property<&Channel::Label, &Channel::setLabel>("Label"),
-            property<&Channel::Format, &Channel::setFormat>("Format"),
-            property<&Channel::Units, &Channel::setUnits>("Units"),
-            property<&Channel::Visible, &Channel::setVisible>("Visible"),
-            readOnly<&Channel::Value>("Value").asDefault(),
-            readOnly<&Channel::Key>("Key"),
-            property<&Channel::UseCount, &Channel::setUseCount>("UseCount"),
-        });
+    static const MemberTable table("Channel", nullptr,
+                                   {
+                                       property<&Channel::BaseAddress, &Channel::setBaseAddress>("BaseAddress"),
+                                       property<&Channel::CDT, &Channel::setCDT>("CDT"),
+                                       property<&Channel::DataType, &Channel::setDataType>("DataType"),
+                                       property<&Channel::Bytes, &Channel::setBytes>("Bytes"),
+                                       property<&Channel::Multiplier, &Channel::setMultiplier>("Multiplier"),
+                                       property<&Channel::Offset, &Channel::setOffset>("Offset"),
+                                       property<&Channel::Formula, &Channel::setFormula>("Formula"),
+                                       property<&Channel::Label, &Channel::setLabel>("Label"),
+                                       property<&Channel::Format, &Channel::setFormat>("Format"),
+                                       property<&Channel::Units, &Channel::setUnits>("Units"),
+                                       property<&Channel::Visible, &Channel::setVisible>("Visible"),
+                                       readOnly<&Channel::Value>("Value").asDefault(),
+                                       readOnly<&Channel::Key>("Key"),
+                                       property<&Channel::UseCount, &Channel::setUseCount>("UseCount"),
+                                   });
     return table;
 }
 

@@ -21,8 +21,7 @@ Variant addChannel(Object& object, Arguments arguments)
 {
     auto& window = static_cast<SchemeWindow&>(object);
     const auto channel = binding::Marshal<Ref<Channel>>::from(arguments[0]);
-    const auto key =
-        binding::Marshal<std::optional<QString>>::from(binding::detail::argumentAt(arguments, 1));
+    const auto key = binding::Marshal<std::optional<QString>>::from(binding::detail::argumentAt(arguments, 1));
     return Variant(window.Add(channel, key.value_or(QString())));
 }
 
