@@ -1,0 +1,82 @@
+#pragma once
+
+#include "halyard/HalyardLink.h"
+#include "halyard/HalyardLive.h"
+
+namespace zan::halyard {
+
+/// A logger over a driver.
+///
+/// AddAction(1) programs the logger and AddAction(2) unloads it: at once while connected, else as soon as it is; one
+/// after the other, polling standing still meanwhile. The flag goes when the work is done. The work announces its
+/// progress and ends with ProgramComplete or UnloadComplete, or, when it fails or RemoveActions takes its flag away,
+/// with ConnectionError, so that a window that shows the progress always learns of the end; when the link ends it,
+/// with the link's own events. AddAction(8) polls the channels while connected.
+///
+/// The logger may be released at any moment, in its own events too: the driver is stopped, nothing is announced any
+/// more, and its link and live objects, if anybody still holds them, do nothing from then on.
+class HalyardLogger final : public site::Logger, private LoggerEvents
+{
+    Q_OBJECT
+public:
+    HalyardLogger(std::unique_ptr<Driver> driver, const Ref<site::Scheme>& scheme, std::shared_ptr<Clock> clock,
+                  const LiveSettings& settings);
+    ~HalyardLogger() override;
+
+    Ref<site::Link> Link() override { return m_link; }
+    Ref<site::Scheme> Scheme() override { return m_scheme; }
+    Ref<site::Live> Live() override { return m_live; }
+    std::int32_t Actions() const override { return m_actions; }
+    void AddAction(std::int32_t flag) override;
+    void RemoveActions(std::int32_t flags) override;
+    Ref<Channel> createChannel() override;
+
+Q_SIGNALS:
+    /// A value that was taken has not reached the logger.
+    void WriteFailed(int address, const QString& message);
+    /// A host's object raised a run-time error in the course of an event.
+    void EventFailed(int number, const QString& description);
+
+protected:
+    void customEvent(QEvent* event) override;
+
+private:
+    /// Programming or unloading under way.
+    struct Operation
+    {
+        std::int32_t flag = 0; // 0 for none
+        std::uint32_t id = 0;
+        bool isCancelled = false;
+        DriverThread::Token token;
+    };
+
+    void startOperation();
+    void cancelOperation();
+    void onOperationProgress(std::uint32_t id, int percentage, const QString& text);
+    void onOperationEnded(std::uint32_t id, const DriverResult& result);
+    void announceEnd(const Operation& operation, const DriverResult& result);
+
+    void connectionProgress(const QString& message) override { Q_EMIT ConnectionProgress(message); }
+    void connectionBegins() override;
+    void connected() override { Q_EMIT Connected(); }
+    void connectionEnds() override;
+    void disconnected() override { Q_EMIT Disconnected(); }
+    void connectionError(const QString& message) override { Q_EMIT ConnectionError(message); }
+    void connectionLost(const QString& message) override;
+    void newData() override { Q_EMIT NewBenchData(); }
+    void newRecords() override { Q_EMIT NewENTData(); }
+    void writeFailed(std::int32_t address, const QString& message) override
+    {
+        Q_EMIT WriteFailed(address, message);
+    }
+
+    DriverThread m_thread;
+    Ref<site::Scheme> m_scheme;
+    Ref<HalyardLink> m_link;
+    Ref<HalyardLive> m_live;
+    std::int32_t m_actions = 0;
+    bool m_isConnected = false; // a connection stands, announced or about to be
+    Operation m_operation;
+};
+
+} // namespace zan::halyard

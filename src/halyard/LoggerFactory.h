@@ -1,0 +1,44 @@
+#pragma once
+
+#include "halyard/Clock.h"
+#include "halyard/Driver.h"
+#include "halyard/LoggerUri.h"
+#include "halyard/RawValue.h"
+#include "site/Logger.h"
+
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+namespace zan::halyard {
+
+/// What a kind of driver is made of.
+struct DriverRequest
+{
+    const LoggerUri& uri;
+    UriOptions& options; ///< the driver takes its own; mistakes in them are noted there
+    ByteOrder order;     ///< the URI's byte order, taken already
+    std::shared_ptr<Clock> clock;
+};
+
+/// Makes a driver. Null with a message when the URI does not do (a mistake noted in the options needs no message).
+using DriverFactory = std::function<std::unique_ptr<Driver>(const DriverRequest& request, QString& error)>;
+
+/// Makes URIs of a scheme known to createLogger(). False when the scheme is taken. User-interface thread.
+bool registerDriver(const QString& scheme, DriverFactory factory);
+/// Every scheme that is known, in order of name; "sim" always is.
+QStringList driverSchemes();
+
+/// A logger, or why there is none.
+struct LoggerResult
+{
+    values::Ref<site::Logger> logger;
+    QString error; ///< for the user, naming the option that is wrong; empty when there is a logger
+};
+
+/// Makes the logger that a URI names, over the channels of a scheme (which may be null). It does not connect.
+[[nodiscard]] LoggerResult createLogger(const QString& uri, const values::Ref<site::Scheme>& scheme,
+                                        const std::shared_ptr<Clock>& clock = systemClock());
+
+} // namespace zan::halyard
