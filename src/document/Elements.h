@@ -14,6 +14,7 @@ inline const values::Name Font("FONT");
 inline const values::Name TitleFont("TITLEFONT");
 inline const values::Name Filter("FILTER");
 inline const values::Name Action("ACTION");
+inline const values::Name Function("FUNCTION");
 inline const values::Name Changed("CHANGED");
 
 inline const values::Name Type("TYPE");

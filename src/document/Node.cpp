@@ -164,7 +164,7 @@ QString Node::text() const
     return m_record ? textOf(m_record) : QString();
 }
 
-void Node::setText(const QString& text)
+void Node::setText(const QString& text) const
 {
     if (!m_record || m_record->type == NodeType::Document)
         return;
@@ -255,7 +255,7 @@ bool Node::childText(Name name, QString& text) const
     return found != nullptr;
 }
 
-bool Node::appendChild(const Node& child)
+bool Node::appendChild(const Node& child) const
 {
     Record* moved = child.m_record;
     if (!m_record || !moved || !accepts(m_record, moved) || isBelow(m_record, moved) ||
@@ -271,7 +271,7 @@ bool Node::appendChild(const Node& child)
     return true;
 }
 
-bool Node::removeChild(const Node& child)
+bool Node::removeChild(const Node& child) const
 {
     Record* removed = child.m_record;
     if (!m_record || !removed || !removed->attached || removed->up != m_record)
@@ -302,7 +302,7 @@ const std::vector<Node::Attribute>& Node::attributes() const noexcept
     return m_record && m_record->attributes ? *m_record->attributes : none;
 }
 
-void Node::setAttribute(const QString& name, const QString& value)
+void Node::setAttribute(const QString& name, const QString& value) const
 {
     if (type() != NodeType::Element || !isXmlName(name))
         return;

@@ -18,7 +18,8 @@ enum class NodeType : unsigned char { None, Document, Element, Text, Comment, Pr
 ///
 /// A handle keeps the whole tree that its node stands in alive, up to the document; a node that is taken out of its
 /// tree goes on living, with everything below it, as long as anybody holds a handle into it, and remembers the
-/// document that it belongs to. A null handle is safe for every call: it reads as nothing and writes nowhere.
+/// document that it belongs to. A null handle is safe for every call: it reads as nothing and writes nowhere. A
+/// constant handle says that it stays with its node, not that the node stays as it is.
 ///
 /// The text of an element is the text of everything below it, comments and instructions left out. An element that
 /// holds nothing but one text keeps it in its own record, so that the common case costs one record: it has no
@@ -50,7 +51,7 @@ public:
     QString text() const;
     /// Replaces all content by this text; children that somebody holds live on detached. Nothing on a document or a
     /// null handle.
-    void setText(const QString& text);
+    void setText(const QString& text) const;
 
     Node parent() const noexcept;
     /// The document the node belongs to, attached or not; null for a null handle.
@@ -77,9 +78,9 @@ public:
     /// Moves the node to the end of this one, out of wherever it stood, from another document too. Returns false
     /// and changes nothing when either is null, this one cannot have such a child (a document has one element and no
     /// text), it stands inside the node, or the tree would be deeper than DeepestLevel.
-    bool appendChild(const Node& child);
+    bool appendChild(const Node& child) const;
     /// Takes a child out of this node. Returns false when it is not a child of it.
-    bool removeChild(const Node& child);
+    bool removeChild(const Node& child) const;
 
     /// A new detached element of this node's document; null on a null handle and for a name that XML does not allow.
     Node createElement(Name name, const QString& text = {}) const;
@@ -95,7 +96,7 @@ public:
     };
     const std::vector<Attribute>& attributes() const noexcept;
     /// Nothing on what is no element and for a name that XML does not allow.
-    void setAttribute(const QString& name, const QString& value);
+    void setAttribute(const QString& name, const QString& value) const;
 
     static Node newDocument();
 

@@ -50,7 +50,7 @@ void SetAttribute(const Node& node, Name name, const QString& value, bool force)
         if (isAbsent(value)) {
             // COMPAT: a removal does not mark the document changed; a creation and a change do.
             if (const Node child = node.child(name))
-                Node(node).removeChild(child);
+                node.removeChild(child);
             return;
         }
         QString current;

@@ -29,7 +29,7 @@ bool isBlank(const char* raw) noexcept
 }
 
 /// Why the parser stopped.
-const char* messageFor(pugi::xml_parse_status status, bool atEnd)
+const char* messageFor(pugi::xml_parse_status status)
 {
     switch (status) {
     case pugi::status_bad_pi:
@@ -47,8 +47,7 @@ const char* messageFor(pugi::xml_parse_status status, bool atEnd)
     case pugi::status_bad_end_element:
         return "An end tag is not well formed.";
     case pugi::status_end_element_mismatch:
-        return atEnd ? "The text ends before every element is closed."
-                     : "The end tag does not close the element that is open here.";
+        return "The end tag does not close the element that is open here.";
     case pugi::status_out_of_memory:
         return "There is not enough memory for the document.";
     default:
@@ -87,7 +86,7 @@ struct XmlReader::Content
 
 XmlReader::XmlReader(const QByteArray& utf8, const ParseLimits& limits)
     : m_source(utf8)
-    , m_buffer(utf8.constData(), utf8.size())
+    , m_buffer(utf8.constData(), std::size_t(utf8.size()))
     , m_limits(limits)
 {}
 
@@ -101,15 +100,37 @@ bool XmlReader::read(Node::Record* document)
     pugi::xml_document tree;
     // The closing zero of the buffer is handed over with it, so that the parser overwrites no character of the text.
     const pugi::xml_parse_result result =
-        tree.load_buffer_inplace(m_buffer.data(), std::size_t(m_buffer.size()) + 1, options, pugi::encoding_utf8);
-    if (result.status != pugi::status_ok && result.status != pugi::status_no_document_element) {
-        qsizetype offset = std::clamp<qsizetype>(result.offset, 0, m_source.size());
-        const bool atEnd = offset == m_source.size();
-        if (!atEnd && result.status != pugi::status_bad_attribute)
-            offset = std::max<qsizetype>(0, m_source.lastIndexOf('<', offset));
-        return failAt(offset, messageFor(result.status, atEnd));
-    }
+        tree.load_buffer_inplace(m_buffer.data(), m_buffer.size() + 1, options, pugi::encoding_utf8);
+    if (result.status != pugi::status_ok && result.status != pugi::status_no_document_element)
+        return failParsing(result);
     return build(tree, document);
+}
+
+bool XmlReader::failParsing(const pugi::xml_parse_result& result)
+{
+    const qsizetype stop = std::clamp<qsizetype>(result.offset, 0, m_source.size());
+    const auto before = [&](const char* opening) {
+        return std::max<qsizetype>(0, m_source.lastIndexOf(opening, stop));
+    };
+    switch (result.status) {
+    case pugi::status_bad_attribute:
+        return failAt(stop, messageFor(result.status));
+    case pugi::status_bad_comment:
+        return failAt(before("<!--"), messageFor(result.status));
+    case pugi::status_bad_cdata:
+        return failAt(before("<![CDATA["), messageFor(result.status));
+    case pugi::status_bad_doctype:
+        return failAt(before("<!DOCTYPE"), messageFor(result.status));
+    case pugi::status_bad_pi:
+        return failAt(before("<?"), messageFor(result.status));
+    case pugi::status_end_element_mismatch:
+        if (stop + 1 >= m_source.size())
+            return failAt(m_source.size(), "The text ends before every element is closed.");
+        break;
+    default:
+        break;
+    }
+    return failAt(before("<"), messageFor(result.status));
 }
 
 bool XmlReader::build(const pugi::xml_node& tree, Node::Record* document)
@@ -144,11 +165,12 @@ bool XmlReader::addNode(Level& level, const pugi::xml_node& node)
         return addInstruction(level, node);
     case pugi::node_declaration:
         // "<?xml" at the very start and nowhere else
-        if (node.name() == m_buffer.constData() + 2 && std::strcmp(node.name(), "xml") == 0)
+        if (node.name() == m_buffer.data() + 2 && std::strcmp(node.name(), "xml") == 0)
             return true;
         return fail(node.name() - 2, "An XML declaration stands at the start of the text only.");
     default:
-        return fail(node.value(), messageFor(pugi::status_bad_doctype, false));
+        return failAt(m_source.lastIndexOf('<', node.value() - m_buffer.data()),
+                      messageFor(pugi::status_bad_doctype));
     }
 }
 
@@ -399,7 +421,7 @@ bool XmlReader::readReference(const char*& at, QString& text)
 
 bool XmlReader::fail(const char* place, const char* message)
 {
-    return failAt(place - m_buffer.constData(), message);
+    return failAt(place - m_buffer.data(), message);
 }
 
 bool XmlReader::failAt(qsizetype offset, const char* message)

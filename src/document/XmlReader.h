@@ -7,11 +7,13 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 namespace pugi {
 class xml_node;
-}
+struct xml_parse_result;
+} // namespace pugi
 
 namespace zan::document {
 
@@ -49,11 +51,12 @@ private:
     bool readLongText(const char* raw, qsizetype size, Where where, QString& text);
     bool readReference(const char*& at, QString& text);
 
+    bool failParsing(const pugi::xml_parse_result& result);
     bool fail(const char* place, const char* message);
     bool failAt(qsizetype offset, const char* message);
 
     const QByteArray& m_source; ///< untouched, for the places of errors
-    QByteArray m_buffer;        ///< the parser's own, with a zero after every piece
+    std::string m_buffer;       ///< the parser's own, with a zero after every piece
     ParseLimits m_limits;
     ParseError m_error;
     std::int64_t m_nodes = 0;

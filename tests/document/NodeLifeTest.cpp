@@ -1,34 +1,13 @@
-#include "document/Node.h"
-#include "document/XmlText.h"
+#include "Parsed.h"
 
-#include <gtest/gtest.h>
-
-#include <QString>
+#include "document/Record.h"
 
 using namespace zan::document;
 
-namespace {
-
-Node parsed(const char* xml)
-{
-    const ParseResult result = parseXml(QByteArray(xml));
-    EXPECT_TRUE(result) << result.error.message.toStdString() << " at " << result.error.line << ":"
-                        << result.error.column;
-    return result.document;
-}
-
-std::string textOf(const Node& node)
-{
-    return node.xml().toStdString();
-}
-
-} // namespace
-
 TEST(NodeLife, AHandleKeepsTheWholeTreeUpToTheDocumentAlive)
 {
-    Node leaf = parsed("<A><B><C>x</C></B><D/></A>").documentElement().child(Name("B")).child(Name("C"));
+    const Node leaf = parsed("<A><B><C>x</C></B><D/></A>").documentElement().child(name("B")).child(name("C"));
     EXPECT_EQ(textOf(leaf.ownerDocument()), "<A><B><C>x</C></B><D/></A>");
-    EXPECT_EQ(leaf.parent().parent().nextSibling(), Node());
     EXPECT_EQ(textOf(leaf.parent().nextSibling()), "<D/>");
 }
 
@@ -38,12 +17,137 @@ TEST(NodeLife, ADetachedNodeLivesOnWithAllBelowItAndKeepsItsDocument)
     {
         const Node document = parsed("<A><B><C>x</C></B></A>");
         Node root = document.documentElement();
-        const Node detached = root.child(Name("B"));
-        inner = detached.child(Name("C"));
+        const Node detached = root.child(name("B"));
+        inner = detached.child(name("C"));
         ASSERT_TRUE(root.removeChild(detached));
         EXPECT_EQ(textOf(document), "<A/>");
     }
     EXPECT_EQ(textOf(inner.parent()), "<B><C>x</C></B>");
     EXPECT_FALSE(inner.parent().parent());
     EXPECT_EQ(textOf(inner.ownerDocument()), "<A/>");
+}
+
+TEST(NodeLife, ADetachedNodeHasNoSiblings)
+{
+    const Node document = parsed("<A><B/><C/><D/></A>");
+    Node root = document.documentElement();
+    const Node middle = root.child(name("C"));
+    ASSERT_TRUE(root.removeChild(middle));
+    EXPECT_FALSE(middle.nextSibling());
+    EXPECT_FALSE(middle.previousSibling());
+    EXPECT_EQ(textOf(document), "<A><B/><D/></A>");
+    EXPECT_EQ(root.lastChild().previousSibling(), root.firstChild());
+}
+
+TEST(NodeLife, CountsComeBackToWhatTheyWereWhenHandlesGo)
+{
+    const Node document = parsed("<A><B><C/></B></A>");
+    Node::Record* root = document.record()->first;
+    EXPECT_EQ(document.record()->references, 1u);
+    EXPECT_EQ(root->references, 0u);
+    {
+        const Node leaf = document.documentElement().child(name("B")).child(name("C"));
+        const Node again = leaf;
+        EXPECT_EQ(leaf.record()->references, 2u);
+        EXPECT_EQ(root->first->references, 1u) << "one for its child, however many handles that has";
+        EXPECT_EQ(root->references, 1u);
+        EXPECT_EQ(document.record()->references, 2u);
+    }
+    EXPECT_EQ(root->first->first->references, 0u);
+    EXPECT_EQ(root->first->references, 0u);
+    EXPECT_EQ(root->references, 0u);
+    EXPECT_EQ(document.record()->references, 1u);
+}
+
+TEST(NodeLife, ANodeMovedToAnotherDocumentBelongsThereAndOutlivesItsFormerOne)
+{
+    Node moved;
+    Node target = parsed("<T/>").documentElement();
+    {
+        const Node source = parsed("<S><X><Y>1</Y></X></S>");
+        moved = source.documentElement().child(name("X"));
+        ASSERT_TRUE(target.appendChild(moved));
+        EXPECT_EQ(textOf(source), "<S/>");
+        EXPECT_EQ(source.record()->references, 1u) << "the moved node let go of its former document";
+    }
+    EXPECT_EQ(moved.ownerDocument(), target.ownerDocument());
+    EXPECT_EQ(textOf(target), "<T><X><Y>1</Y></X></T>");
+}
+
+TEST(NodeLife, AnElementMadeByADocumentThatIsGoneCanStillBeAppended)
+{
+    const Node made = Node::newDocument().createElement(name("X"), QStringLiteral("1"));
+    Node root = parsed("<A/>").documentElement();
+    ASSERT_TRUE(made);
+    ASSERT_TRUE(root.appendChild(made));
+    EXPECT_EQ(textOf(root.ownerDocument()), "<A><X>1</X></A>");
+}
+
+TEST(NodeLife, ReplacingTheTextDetachesTheChildrenThatAreHeldAndDropsTheOthers)
+{
+    const Node document = parsed("<A><B><C>x</C></B><D>y</D></A>");
+    Node root = document.documentElement();
+    const Node inner = root.child(name("B")).child(name("C"));
+    root.setText(root.child(name("D")).text());
+    EXPECT_EQ(textOf(document), "<A>y</A>");
+    EXPECT_EQ(textOf(inner.parent()), "<B><C>x</C></B>");
+    EXPECT_EQ(inner.ownerDocument(), document);
+    EXPECT_FALSE(inner.parent().parent());
+}
+
+TEST(NodeLife, AHandleAssignedToItselfStays)
+{
+    Node node = parsed("<A>x</A>").documentElement();
+    const Node& same = node;
+    node = same;
+    EXPECT_EQ(node.text(), u"x");
+}
+
+TEST(NodeLife, AMovedFromHandleIsNull)
+{
+    Node node = parsed("<A/>").documentElement();
+    const Node other = std::move(node);
+    EXPECT_FALSE(node); // NOLINT(bugprone-use-after-move): the rule under test
+    EXPECT_TRUE(other);
+}
+
+TEST(NodeLife, AMillionSiblingsAreFreedWithoutRecursion)
+{
+    constexpr int Count = 1'000'000;
+    Node held;
+    {
+        Node root = parsed("<A/>").documentElement();
+        for (int i = 0; i < Count; ++i)
+            root.appendChild(root.createElement(name("B")));
+        EXPECT_EQ(root.childElementCount(), std::size_t(Count));
+        held = root.lastChild();
+        root.removeChild(held);
+    }
+    EXPECT_EQ(held.name(), name("B"));
+}
+
+TEST(NodeLife, ATreeAsDeepAsItMayBeIsCopiedWrittenAndFreed)
+{
+    const Node document = parsed("<E/>");
+    Node deepest = document.documentElement();
+    for (int level = 1; level < Node::DeepestLevel; ++level) {
+        const Node below = deepest.createElement(name("E"));
+        ASSERT_TRUE(deepest.appendChild(below)) << level;
+        deepest = below;
+    }
+    EXPECT_FALSE(deepest.appendChild(deepest.createElement(name("E")))) << "one level too many";
+    EXPECT_EQ(toXml(parsed(toXml(document))), toXml(document));
+}
+
+TEST(NodeLife, ASubtreeThatWouldReachTooDeepIsRefusedAsAWhole)
+{
+    QByteArray deep;
+    for (int level = 0; level < Node::DeepestLevel - 1; ++level)
+        deep = "<E>" + deep + "</E>";
+    const Node child = parsed(deep).documentElement();
+    Node root = parsed("<A><B/></A>").documentElement();
+    EXPECT_FALSE(root.child(name("B")).appendChild(child));
+    EXPECT_EQ(textOf(root), "<A><B/></A>");
+    EXPECT_EQ(child.parent(), child.ownerDocument()) << "it stays where it was";
+    EXPECT_TRUE(root.appendChild(child));
 }
