@@ -57,6 +57,14 @@ private:
     const Member* m_default = nullptr;
 };
 
+/// The C++ object that a late-bound object stands for. Objects that are only a face of something else, a widget
+/// say, specialise it; they raise 91 when that is gone.
+template <class C>
+struct Self
+{
+    static C& of(Object& object) { return static_cast<C&>(object); }
+};
+
 namespace detail {
 
 template <class F>
@@ -95,7 +103,7 @@ constexpr std::uint8_t countRequired(std::index_sequence<I...>)
 template <auto Function, class S, std::size_t... I>
 Variant callMember(Object& object, Arguments arguments, std::index_sequence<I...>)
 {
-    auto& self = static_cast<typename S::Class&>(object);
+    auto& self = Self<typename S::Class>::of(object);
     if constexpr (std::is_void_v<typename S::Result>) {
         (self.*
          Function)(Marshal<std::tuple_element_t<I, typename S::Parameters>>::from(argumentAt(arguments, I))...);
@@ -109,7 +117,7 @@ Variant callMember(Object& object, Arguments arguments, std::index_sequence<I...
 template <auto Function, class S, std::size_t... I>
 void putMember(Object& object, [[maybe_unused]] Arguments indices, const Variant& value, std::index_sequence<I...>)
 {
-    auto& self = static_cast<typename S::Class&>(object);
+    auto& self = Self<typename S::Class>::of(object);
     constexpr std::size_t last = sizeof...(I);
     (self.*Function)(Marshal<std::tuple_element_t<I, typename S::Parameters>>::from(argumentAt(indices, I))...,
                      Marshal<std::tuple_element_t<last, typename S::Parameters>>::from(value));

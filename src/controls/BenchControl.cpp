@@ -4,10 +4,13 @@
 #include "controls/FontNode.h"
 #include "controls/ValueText.h"
 #include "document/Elements.h"
+#include "document/LoadByName.h"
 #include "document/XMLOps.h"
 #include "surface/WindowOps.h"
 #include "values/Convert.h"
 #include "values/Twips.h"
+
+#include <array>
 
 namespace zan::controls {
 
@@ -71,24 +74,23 @@ void BenchControl::setXMLNode(const Node& node)
 
 void BenchControl::loadChildren()
 {
-    const Ref<binding::Object> control = m_control;
-    for (Node child = m_node.firstChildElement(); child; child = child.nextSiblingElement()) {
-        const Name name = child.name();
-        if (name == element::Font) {
-            m_fontNode = child;
-        } else if (!control) {
-            continue;
-        } else if (name == element::PictureFile) {
-            if (!m_pictureLoader)
-                continue;
-            try {
-                control->putReference(PictureName, (*m_pictureLoader)(child.text()));
-            } catch (const values::RuntimeError&) {
-                // A picture that is missing or broken leaves the control without one.
-            }
-        } else {
-            control->tryPutText(name, child.text());
-        }
+    std::array special{document::SpecialChild{element::Font, {}}, document::SpecialChild{element::PictureFile, {}}};
+    const auto& [font, pictureFile] = special;
+    if (const Ref<binding::Object> control = m_control) {
+        document::loadByName(m_node, *control, special);
+        loadPicture(*control, pictureFile.node);
+    }
+    m_fontNode = m_control ? font.node : m_node.child(element::Font);
+}
+
+void BenchControl::loadPicture(binding::Object& control, const Node& fileNode)
+{
+    if (!fileNode || !m_pictureLoader)
+        return;
+    try {
+        control.putReference(PictureName, (*m_pictureLoader)(fileNode.text()));
+    } catch (const values::RuntimeError&) {
+        // A picture that is missing or broken leaves the control without one.
     }
 }
 

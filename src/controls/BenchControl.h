@@ -87,6 +87,7 @@ private:
     void putLive(values::Name name, const Variant& value);
     void putLiveAndNode(values::Name name, const Variant& value);
     void loadChildren();
+    void loadPicture(binding::Object& control, const document::Node& fileNode);
     void storePosition();
     void storeLive(values::Name name);
 

@@ -2,6 +2,7 @@
 
 #include "controls/ValueText.h"
 #include "document/Elements.h"
+#include "document/LoadByName.h"
 #include "document/XMLOps.h"
 
 #include <array>
@@ -13,8 +14,7 @@ namespace element = document::element;
 
 void applyFontNode(const Node& fontNode, binding::Object& font)
 {
-    for (Node child = fontNode.firstChildElement(); child; child = child.nextSiblingElement())
-        font.tryPutText(child.name(), child.text());
+    document::loadByName(fontNode, font);
     binding::Variant size;
     if (font.tryGet(element::Size, size) == binding::AccessStatus::Ok)
         font.tryPut(element::Size, size);

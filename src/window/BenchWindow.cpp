@@ -1,0 +1,278 @@
+#include "window/BenchWindow.h"
+
+#include "controls/ValueText.h"
+#include "document/Elements.h"
+#include "document/XMLOps.h"
+#include "livedata/Scan.h"
+#include "window/Background.h"
+#include "window/BenchWindowObject.h"
+#include "window/ControlFactory.h"
+#include "window/SiteMapPlacement.h"
+
+namespace zan::window {
+
+namespace element = document::element;
+using binding::Variant;
+using controls::BenchControls;
+using controls::iBenchControl;
+using surface::FontObject;
+using values::ErrorNumber;
+using values::Name;
+using values::RuntimeError;
+
+BenchWindow::BenchWindow(QWidget* parent)
+    : Surface(parent)
+    , m_controls(values::make<BenchControls>())
+    , m_object(values::make<BenchWindowObject>(*this))
+    , m_factory(std::make_unique<ControlFactory>(*this))
+    , m_background(std::make_unique<Background>(*this))
+    , m_liveData(std::make_unique<livedata::Scan>())
+    , m_siteMap(values::make<SiteMapPlacement>())
+    , m_ownForms(std::make_unique<DesktopForms>())
+    , m_forms(m_ownForms.get())
+{
+    document::XMLOps::OpenXML();
+    m_container = document::XMLOps::CreateElement(element::Container);
+    m_controls->setWindow(this);
+    m_controls->setLiveData(m_liveData.get());
+    m_controls->setParentHandle(hWnd());
+    setEvents(this);
+}
+
+BenchWindow::~BenchWindow()
+{
+    setEvents(nullptr);
+    if (m_controls) {
+        m_controls->setWindow(nullptr);
+        m_controls->setLiveData(nullptr);
+    }
+    document::XMLOps::CloseXML();
+}
+
+Ref<BenchWindowObject> BenchWindow::object() const
+{
+    return m_object;
+}
+
+BenchControls& BenchWindow::controlsOrRaise() const
+{
+    if (!m_controls)
+        values::raise(ErrorNumber::ObjectNotSet);
+    return *m_controls;
+}
+
+void BenchWindow::writeAttribute(Name name, const Variant& value)
+{
+    document::XMLOps::SetAttribute(m_container, name, controls::storedText(value), false);
+}
+
+template <class Apply>
+void BenchWindow::forFollowers(Apply apply)
+{
+    const Ref<BenchControls> list = m_controls;
+    for (std::int32_t place = 1; list && place <= list->Count(); ++place) {
+        try {
+            const Ref<iBenchControl> control = list->Control(Variant(place));
+            if (control->UseWindowSettings())
+                apply(*control);
+        } catch (const RuntimeError&) {
+            // A control without this property keeps its own look.
+        }
+    }
+}
+
+// Look ---------------------------------------------------------------------------------------------------------
+
+void BenchWindow::setBackColor(Colour colour)
+{
+    Surface::setBackColor(colour);
+    writeAttribute(element::BackColor, Variant(colour.code));
+    forFollowers([colour](iBenchControl& control) { control.setBackColour(colour); });
+    Q_EMIT PropertyChanged(QStringLiteral("BackColor"));
+}
+
+void BenchWindow::setForeColor(Colour colour)
+{
+    Surface::setForeColor(colour);
+    writeAttribute(element::ForeColor, Variant(colour.code));
+    forFollowers([colour](iBenchControl& control) { control.setForeColour(colour); });
+    Q_EMIT PropertyChanged(QStringLiteral("ForeColor"));
+}
+
+void BenchWindow::setEnabled(bool enabled)
+{
+    Surface::setEnabled(enabled);
+    Q_EMIT PropertyChanged(QStringLiteral("Enabled"));
+}
+
+void BenchWindow::setFont(const Ref<FontObject>& font)
+{
+    try {
+        setSurfaceFont(font);
+        forFollowers([&font](iBenchControl& control) { control.setFont(font); });
+    } catch (const RuntimeError&) {
+        return; // no font: the panel keeps the one it has
+    }
+    Q_EMIT PropertyChanged(QStringLiteral("Font"));
+}
+
+void BenchWindow::setBackStyle(std::int16_t style)
+{
+    Surface::setBackStyle(style);
+    writeAttribute(element::BackStyle, Variant(style));
+    Q_EMIT PropertyChanged(QStringLiteral("BackStyle"));
+}
+
+void BenchWindow::setBorderStyle(std::int16_t style)
+{
+    Surface::setBorderStyle(style);
+    writeAttribute(element::BorderStyle, Variant(style));
+    Q_EMIT PropertyChanged(QStringLiteral("BorderStyle"));
+}
+
+// Grid, locks and site map -------------------------------------------------------------------------------------
+
+void BenchWindow::setGridSize(float size)
+{
+    m_gridSize = size; // any value, zero and negative ones included
+    writeAttribute(element::GridSize, Variant(size));
+    Q_EMIT PropertyChanged(QStringLiteral("GridSize"));
+}
+
+void BenchWindow::setSnapToGrid(bool snap)
+{
+    m_snapToGrid = snap;
+    writeAttribute(element::SnapToGrid, Variant(snap));
+    Q_EMIT PropertyChanged(QStringLiteral("SnapToGrid"));
+}
+
+bool BenchWindow::LockPositions() const
+{
+    return controlsOrRaise().LockPositions();
+}
+
+void BenchWindow::setLockPositions(bool lock)
+{
+    controlsOrRaise().setLockPositions(lock);
+    Q_EMIT PropertyChanged(QStringLiteral("LockPositions"));
+}
+
+void BenchWindow::setLockMenu(bool lock)
+{
+    m_lockMenu = lock;
+    Q_EMIT PropertyChanged(QStringLiteral("LockMenu"));
+}
+
+void BenchWindow::setShowSiteMap(bool show)
+{
+    m_showSiteMap = show;
+    Q_EMIT PropertyChanged(QStringLiteral("ShowSiteMap"));
+}
+
+bool BenchWindow::HideProtectedControls() const
+{
+    return controlsOrRaise().HideProtectedControls();
+}
+
+void BenchWindow::setHideProtectedControls(bool hide)
+{
+    controlsOrRaise().setHideProtectedControls(hide);
+}
+
+// Background ---------------------------------------------------------------------------------------------------
+
+bool BenchWindow::Stretch() const
+{
+    return m_background->stretch();
+}
+
+void BenchWindow::setStretch(bool stretch)
+{
+    m_background->setStretch(stretch);
+    Q_EMIT PropertyChanged(QStringLiteral("Stretch"));
+    writeAttribute(element::Stretch, Variant(stretch));
+}
+
+QString BenchWindow::PictureFile() const
+{
+    return m_background->pictureFile();
+}
+
+void BenchWindow::setPictureFile(const QString& file)
+{
+    m_background->setPictureFile(file);
+    Q_EMIT PropertyChanged(QStringLiteral("PictureFile"));
+    writeAttribute(element::PictureFile, Variant(file));
+}
+
+Ref<surface::Picture> BenchWindow::Picture() const
+{
+    return m_background->picture();
+}
+
+void BenchWindow::setPicture(const Ref<surface::Picture>& picture)
+{
+    m_background->setPicture(picture);
+    Q_EMIT PropertyChanged(QStringLiteral("Picture"));
+}
+
+// Logger and host ----------------------------------------------------------------------------------------------
+
+void BenchWindow::setLogger(const Ref<site::Logger>& logger)
+{
+    if (m_link)
+        QObject::disconnect(m_link.get(), nullptr, this, nullptr);
+    m_link = nullptr;
+    m_logger = logger;
+    if (!logger)
+        values::raise(ErrorNumber::ObjectNotSet);
+    m_link = logger->Link();
+    // The panel hears of a new state before its controls do.
+    if (m_link)
+        QObject::connect(m_link.get(), &site::Link::StateChange, this,
+                         [this](int state) { followLink(site::LinkState(state)); });
+    controlsOrRaise().AttachLogger(logger);
+}
+
+void BenchWindow::setForms(HostForms* forms)
+{
+    m_forms = forms ? forms : m_ownForms.get();
+}
+
+const std::vector<NewControlMenuItem>& BenchWindow::newControlMenu() const
+{
+    return m_factory->newControlMenu();
+}
+
+void BenchWindow::Refresh()
+{
+    const Ref<BenchControls> list(&controlsOrRaise());
+    list->ScanControls();
+}
+
+Ref<iBenchControl> BenchWindow::createControl(const QString& type)
+{
+    return m_factory->CreateControl(type, LockPositions());
+}
+
+Ref<site::SchemeWindows> BenchWindow::schemeWindows()
+{
+    if (!m_logger)
+        values::raise(ErrorNumber::ObjectNotSet);
+    const Ref<site::Scheme> scheme = m_logger->Scheme();
+    if (!scheme)
+        values::raise(ErrorNumber::ObjectNotSet);
+    return scheme->Windows();
+}
+
+void BenchWindow::discardControl(const Ref<binding::Object>& control)
+{
+    m_factory->discard(control);
+}
+
+void BenchWindow::reportError(const RuntimeError& error)
+{
+    Q_EMIT runtimeError(error.number(), error.description());
+}
+
+} // namespace zan::window

@@ -1,0 +1,166 @@
+#pragma once
+
+#include "binding/PropertyBag.h"
+#include "controls/BenchControls.h"
+#include "site/Logger.h"
+#include "surface/Surface.h"
+#include "window/HostForms.h"
+
+#include <memory>
+
+namespace zan::window {
+
+class Background;
+class BenchWindowObject;
+class ControlFactory;
+class SiteMapPlacement;
+struct NewControlMenuItem;
+
+using binding::PropertyBag;
+using values::Colour;
+using values::Ref;
+
+/// A live panel for a remote data logger.
+///
+/// A host places it like any widget, calls InitProperties (a new panel) or ReadProperties (one that it remembers),
+/// sets the Logger and calls LoadWindow with a window's key. From then on the logger's events keep the controls up
+/// to date and the user's clicks act on the logger. SaveWindow stores the panel with its scheme.
+///
+/// Hiding the panel itself ends its life as a panel; a host that wants to show it again later hides a parent of it
+/// instead. Run-time errors that nobody further down can take arrive at the signal runtimeError.
+class BenchWindow : public surface::Surface, private controls::PanelWindow, private surface::SurfaceEvents
+{
+    Q_OBJECT
+public:
+    static constexpr float DefaultGridSize = 200;
+
+    explicit BenchWindow(QWidget* parent = nullptr);
+    ~BenchWindow() override;
+
+    /// The panel as scripts and documents see it. Lives on when the panel goes; every access raises 91 then.
+    Ref<BenchWindowObject> object() const;
+
+    // Design values. Each write of a property that the bag knows is reported by PropertyChanged, and those that
+    // belong to the window document are written to the container node.
+    Colour BackColor() const { return backColor(); }
+    void setBackColor(Colour colour);
+    Colour ForeColor() const { return foreColor(); }
+    void setForeColor(Colour colour);
+    bool Enabled() const { return isEnabled(); }
+    void setEnabled(bool enabled);
+    Ref<surface::FontObject> Font() const { return surfaceFont(); }
+    /// Every control that follows the window gets the same font object.
+    void setFont(const Ref<surface::FontObject>& font);
+    std::int16_t BackStyle() const { return backStyle(); }
+    void setBackStyle(std::int16_t style);
+    std::int16_t BorderStyle() const { return borderStyle(); }
+    void setBorderStyle(std::int16_t style);
+    float GridSize() const { return m_gridSize; } ///< twips per grid step
+    void setGridSize(float size);
+    bool SnapToGrid() const { return m_snapToGrid; }
+    void setSnapToGrid(bool snap);
+    bool LockPositions() const;
+    void setLockPositions(bool lock);
+    bool Stretch() const;
+    void setStretch(bool stretch);
+    bool ShowSiteMap() const { return m_showSiteMap; }
+    void setShowSiteMap(bool show);
+    bool LockMenu() const { return m_lockMenu; }
+    void setLockMenu(bool lock);
+    QString PictureFile() const;
+    void setPictureFile(const QString& file);
+    Ref<surface::Picture> Picture() const;
+    void setPicture(const Ref<surface::Picture>& picture);
+
+    bool HideProtectedControls() const;
+    void setHideProtectedControls(bool hide);
+    /// Empty after the panel was hidden.
+    Ref<controls::BenchControls> Controls() const { return m_controls; }
+    Ref<site::Logger> Logger() const { return m_logger; }
+    /// Subscribes to the logger and its link. Raises 91 for no logger.
+    void setLogger(const Ref<site::Logger>& logger);
+    Ref<site::SchemeWindow> CurrentWindow() const { return m_currentWindow; }
+
+    /// Refreshes every control from its channel; a failure ends the pass and reaches the caller.
+    void Refresh();
+    /// Shows the window of this key, found or created in the logger's scheme. The window shown before is emptied
+    /// in its document: a host that shows several windows of one scheme gives each a panel of its own. Raises 91
+    /// without a logger, 6 for a window of more than 32,767 controls (those are shown), and what the scheme raises.
+    void LoadWindow(const QString& key);
+    /// Empties the panel; what is placed afterwards belongs to no window of the scheme.
+    void Clear();
+    /// Brings the document up to date and has the scheme saved; nothing without a current window.
+    void SaveWindow();
+
+    /// Design values of a panel that is placed for the first time.
+    void InitProperties();
+    /// Design values that a host has kept.
+    void ReadProperties(const PropertyBag& bag);
+    void WriteProperties(PropertyBag& bag) const;
+
+    const std::vector<NewControlMenuItem>& newControlMenu() const;
+    /// Who shows message boxes; null gives real windows. Must outlive the panel.
+    void setForms(HostForms* forms);
+    HostForms& forms() const { return *m_forms; }
+
+Q_SIGNALS:
+    /// A property of the bag was written.
+    void PropertyChanged(const QString& name);
+    void Click();
+    void DblClick();
+    void KeyDown(int KeyCode, int Shift);
+    void KeyPress(int KeyAscii);
+    void KeyUp(int KeyCode, int Shift);
+    void MouseDown(int Button, int Shift, float X, float Y);
+    void MouseMove(int Button, int Shift, float X, float Y);
+    void MouseUp(int Button, int Shift, float X, float Y);
+    void LoadScheme(const QString& Scheme);
+
+private:
+    // controls::PanelWindow
+    Ref<controls::iBenchControl> createControl(const QString& type) override;
+    Ref<site::SchemeWindows> schemeWindows() override;
+    void discardControl(const Ref<binding::Object>& control) override;
+    void reportError(const values::RuntimeError& error) override;
+    // surface::SurfaceEvents
+    void clicked(surface::LiveControl* control) override;
+    void doubleClicked(surface::LiveControl* control) override;
+    bool mouseDown(surface::LiveControl* control, const surface::MouseInput& input) override;
+    void mouseMove(surface::LiveControl* control, const surface::MouseInput& input) override;
+    void keyDown(surface::LiveControl* control, int keyCode, int shift) override;
+    void keyPress(surface::LiveControl* control, int keyAscii) override;
+    void keyUp(surface::LiveControl* control, int keyCode, int shift) override;
+    void resized() override;
+    void shown() override;
+    void hidden() override;
+
+    void writeAttribute(values::Name name, const binding::Variant& value);
+    template <class Apply>
+    void forFollowers(Apply apply);
+    controls::BenchControls& controlsOrRaise() const;
+    void takeContainer();
+    void applyContainer(document::Node& siteMapNode);
+    void removeStaleSiteMaps();
+    void placeSiteMap(const document::Node& siteMapNode);
+    void storeFont(const document::Node& parent, binding::Object& font);
+    void followLink(site::LinkState state);
+
+    Ref<site::Logger> m_logger;
+    Ref<site::Link> m_link;
+    Ref<controls::BenchControls> m_controls;
+    Ref<site::SchemeWindow> m_currentWindow;
+    document::Node m_container;
+    Ref<BenchWindowObject> m_object;
+    std::unique_ptr<ControlFactory> m_factory;
+    std::unique_ptr<Background> m_background;
+    std::unique_ptr<controls::LiveData> m_liveData;
+    Ref<SiteMapPlacement> m_siteMap;
+    std::unique_ptr<HostForms> m_ownForms;
+    HostForms* m_forms;
+    float m_gridSize = DefaultGridSize;
+    bool m_snapToGrid = true;
+    bool m_showSiteMap = true;
+    bool m_lockMenu = false;
+};
+
+} // namespace zan::window

@@ -1,0 +1,127 @@
+// What reaches the panel from its surface and from the link.
+
+#include "window/BenchWindow.h"
+
+#include "document/Elements.h"
+#include "document/XMLOps.h"
+#include "surface/CommandButton.h"
+#include "values/Convert.h"
+#include "window/Background.h"
+
+#include <array>
+
+namespace zan::window {
+
+namespace element = document::element;
+using binding::Variant;
+using document::XMLOps::GetAttribute;
+using surface::CommandButton;
+using surface::LiveControl;
+using surface::MouseInput;
+using values::RuntimeError;
+
+namespace {
+
+constexpr std::array<const char16_t*, 5> connectCaptions = {u"&Connect", u"&Cancel", u"&Disconnect", u"&Cancel",
+                                                            u"&Re-connect"};
+
+bool isConnectButton(const controls::iBenchControl& control)
+{
+    const document::Node action = control.XMLNode().child(element::Action);
+    return action && GetAttribute(action, element::Type) == QLatin1String("VESPER") &&
+           GetAttribute(action, element::Function) == QLatin1String("CONNECT");
+}
+
+} // namespace
+
+void BenchWindow::followLink(site::LinkState state)
+{
+    const Ref<surface::ControlArray> buttons(array(u"CommandButton"));
+    const QPointer<BenchWindow> alive(this);
+    const auto stateNumber = std::size_t(state);
+    if (stateNumber >= connectCaptions.size())
+        return;
+    try {
+        for (std::int32_t index = buttons->lBound(); alive && index <= buttons->uBound(); ++index) {
+            const Ref<LiveControl> button(buttons->find(index));
+            if (!button || !button->visible())
+                continue;
+            const auto place = values::toInteger(Variant(button->tag()));
+            if (!isConnectButton(*controlsOrRaise().Control(Variant(place))))
+                continue;
+            static_cast<CommandButton&>(*button).setCaption(QString::fromUtf16(connectCaptions[stateNumber]));
+            if (state == site::LinkState::Broken)
+                m_forms->messageBox(this, QStringLiteral("Connection to site broken"), HostForms::Exclamation,
+                                    QString());
+        }
+    } catch (const RuntimeError&) {
+        // A button that belongs to no control ends the round.
+    }
+}
+
+void BenchWindow::clicked(LiveControl* control)
+{
+    if (!control)
+        Q_EMIT Click();
+}
+
+void BenchWindow::doubleClicked(LiveControl* control)
+{
+    if (!control)
+        Q_EMIT DblClick();
+}
+
+bool BenchWindow::mouseDown(LiveControl*, const MouseInput& input)
+{
+    // A panel without menus of its own leaves every press to the host.
+    if (m_lockMenu)
+        Q_EMIT MouseDown(input.button, input.shift, input.x, input.y);
+    return false;
+}
+
+void BenchWindow::mouseMove(LiveControl* control, const MouseInput& input)
+{
+    if (!control)
+        Q_EMIT MouseMove(input.button, input.shift, input.x, input.y);
+}
+
+void BenchWindow::keyDown(LiveControl* control, int keyCode, int shift)
+{
+    if (!control)
+        Q_EMIT KeyDown(keyCode, shift);
+}
+
+void BenchWindow::keyPress(LiveControl* control, int keyAscii)
+{
+    if (!control)
+        Q_EMIT KeyPress(keyAscii);
+}
+
+void BenchWindow::keyUp(LiveControl* control, int keyCode, int shift)
+{
+    if (!control)
+        Q_EMIT KeyUp(keyCode, shift);
+}
+
+void BenchWindow::resized()
+{
+    m_background->refresh();
+}
+
+void BenchWindow::shown()
+{
+    // A panel that was hidden has no collection any more: the host is told that this cannot work.
+    controlsOrRaise().setParentHandle(hWnd());
+}
+
+void BenchWindow::hidden()
+{
+    // Minimised, or hidden with a parent: the panel lives on.
+    if (!isHidden() || !m_controls)
+        return;
+    m_controls->setWindow(nullptr);
+    m_controls->setLiveData(nullptr);
+    m_controls = nullptr;
+}
+
+} // namespace zan::window

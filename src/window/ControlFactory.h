@@ -1,0 +1,47 @@
+#pragma once
+
+#include "controls/BenchControl.h"
+#include "window/ControlTypes.h"
+
+#include <set>
+#include <vector>
+
+namespace zan::surface {
+class ControlArray;
+class LiveControl;
+class Surface;
+} // namespace zan::surface
+
+namespace zan::window {
+
+using values::Ref;
+
+/// Turns a type key into a live control on the surface and its wrapper: the first control of a type is the array's
+/// design-time template, every later one a further element.
+class ControlFactory
+{
+public:
+    /// Makes the arrays of every type that can be placed, their templates hidden at their design rectangles.
+    explicit ControlFactory(surface::Surface& surface);
+
+    /// Nothing for a key that is not known. Raises what the control host raises when no further element can be
+    /// loaded; nothing has changed then.
+    Ref<controls::iBenchControl> CreateControl(const QString& type, bool positionsLocked);
+    /// Hides a template, unloads any other element; failures are ignored.
+    void discard(const Ref<binding::Object>& control);
+    /// Gives the templates of the plain controls the surface's font and colours.
+    void restyleTemplates();
+    /// Entries of the new-control menu: the types that can be placed, in the menu's order.
+    const std::vector<NewControlMenuItem>& newControlMenu() const noexcept { return m_menu; }
+
+private:
+    void buildNewControlMenu();
+    Ref<surface::LiveControl> liveControl(surface::ControlArray& array);
+    void style(surface::LiveControl& control, unsigned styling, bool positionsLocked);
+
+    surface::Surface& m_surface;
+    std::set<const surface::ControlArray*> m_templateInUse; // an array stays here once it has come here
+    std::vector<NewControlMenuItem> m_menu;
+};
+
+} // namespace zan::window
