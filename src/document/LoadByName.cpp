@@ -22,8 +22,9 @@ Name propertyName(Name element)
 void loadByName(const Node& parent, binding::Object& target, std::span<SpecialChild> special)
 {
     const binding::Ref<binding::Object> alive(&target);
+    const Node element = parent; // the caller's handle may change under a setter
     QVarLengthArray<Node, UsualChildren> children; // held, because setters may edit the tree
-    for (Node child = parent.firstChildElement(); child; child = child.nextSiblingElement()) {
+    for (Node child = element.firstChildElement(); child; child = child.nextSiblingElement()) {
         const Name name = child.name();
         const auto handled =
             std::find_if(special.begin(), special.end(), [&](const SpecialChild& one) { return one.name == name; });
@@ -33,7 +34,7 @@ void loadByName(const Node& parent, binding::Object& target, std::span<SpecialCh
             handled->node = child;
     }
     for (const Node& child : children) {
-        if (child.parent() == parent)
+        if (child.parent() == element)
             target.tryPutText(propertyName(child.name()), child.text());
     }
 }

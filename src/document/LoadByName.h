@@ -19,7 +19,7 @@ struct SpecialChild
 /// property refuses, is passed over. Children named in `special` are not assigned, whatever their number.
 ///
 /// A setter may edit the very element: children that it takes out are not assigned any more, children that it adds
-/// are not assigned either. The caller holds a reference to the target.
+/// are not assigned either.
 void loadByName(const Node& parent, binding::Object& target, std::span<SpecialChild> special = {});
 
 } // namespace zan::document

@@ -109,3 +109,180 @@ TEST_P(XmlReaderRefuses, WithThePlaceAndAReason)
 
 INSTANTIATE_TEST_SUITE_P(Xml, XmlReaderRefuses, testing::ValuesIn(Refusals),
                          [](const auto& row) { return std::string(row.param.rule); });
+
+TEST(XmlReader, TextInMemoryMayDeclareAnyEncoding)
+{
+    const ParseResult result = parseXml(QStringLiteral("<?xml version='1.0' encoding='UTF-16'?><A>\u20AC</A>"));
+    ASSERT_TRUE(result);
+    EXPECT_EQ(result.document.documentElement().text(), u"\u20AC");
+}
+
+TEST(XmlReader, HalfASurrogatePairInMemoryIsRefusedWithItsPlace)
+{
+    const QString text = QStringLiteral("<A>\n\U0001F600x") + QChar(0xDC00) + QStringLiteral("</A>");
+    const ParseResult result = parseXml(text);
+    EXPECT_FALSE(result);
+    EXPECT_EQ(result.error.line, 2);
+    EXPECT_EQ(result.error.column, 3) << "a character outside the basic plane is one column";
+}
+
+TEST(XmlReader, LinesEndInAnyOfTheThreeWays)
+{
+    const ParseResult result = parseXml(QByteArray("<A>\r\n\r\n\r\r\n &x;</A>"));
+    EXPECT_FALSE(result);
+    EXPECT_EQ(result.error.line, 5);
+    EXPECT_EQ(result.error.column, 2);
+}
+
+struct Encoded
+{
+    const char* rule;
+    QByteArray xml;
+    const char16_t* text;
+};
+
+TEST(XmlReader, ReadsTheEncodingsItKnows)
+{
+    const Encoded rows[] = {
+        {"none declared", "<A>\xC3\xA4\xE2\x82\xAC</A>", u"\u00E4\u20AC"},
+        {"UTF-8 mark", "\xEF\xBB\xBF<A>\xC3\xA4</A>", u"\u00E4"},
+        {"UTF-8 declared", "<?xml version=\"1.0\" encoding=\"utf-8\"?><A>\xC3\xA4</A>", u"\u00E4"},
+        {"Latin-1", "<?xml version='1.0' encoding='ISO-8859-1'?><A>\xE4\xFF</A>", u"\u00E4\u00FF"},
+        {"windows-1252", "<?xml version='1.0' encoding='Windows-1252' ?><A>\xE4\x80\x99</A>",
+         u"\u00E4\u20AC\u2122"},
+        {"blanks in the old declaration", "<?xml version = \"1.0\" encoding = \"windows-1252\"?><A>\x80</A>",
+         u"\u20AC"},
+        {"little endian UTF-16", QByteArray("\xFF\xFE<\0A\0>\0\xAC\x20<\0/\0A\0>\0", 18), u"\u20AC"},
+        {"big endian UTF-16", QByteArray("\xFE\xFF\0<\0A\0>\x20\xAC\0<\0/\0A\0>", 18), u"\u20AC"},
+        {"the mark wins", "\xEF\xBB\xBF<?xml version='1.0' encoding='ISO-8859-1'?><A>\xC3\xA4</A>", u"\u00E4"},
+    };
+    for (const Encoded& row : rows)
+        EXPECT_EQ(parsed(row.xml).documentElement().text(), QString::fromUtf16(row.text)) << row.rule;
+}
+
+TEST(XmlReader, LimitsAreReachedButNotExceeded)
+{
+    ParseLimits limits;
+    limits.bytes = 8;
+    EXPECT_TRUE(parseXml(QByteArray("<A>x</A>"), limits));
+    EXPECT_FALSE(parseXml(QByteArray("<A>xx</A>"), limits));
+    EXPECT_FALSE(parseXml(QStringLiteral("<A>\u00E4</A>"), limits)) << "bytes of UTF-8 count, not characters";
+
+    limits = {};
+    limits.elements = 3;
+    EXPECT_TRUE(parseXml(QByteArray("<A><B/><C/></A>"), limits));
+    for (const char* more :
+         {"<A><B/><C/><D/></A>", "<A><B/><!--c--><?p?></A>", "<A b='' c='' d=''/>", "<A><B/>t<C/></A>"}) {
+        const ParseResult result = parseXml(QByteArray(more), limits);
+        EXPECT_FALSE(result) << more;
+        EXPECT_TRUE(result.error.message.contains(u"too many elements")) << more;
+    }
+
+    limits = {};
+    limits.depth = 2;
+    EXPECT_TRUE(parseXml(QByteArray("<A><B>t</B></A>"), limits));
+    const ParseResult result = parseXml(QByteArray("<A><B>\n<C/></B></A>"), limits);
+    EXPECT_TRUE(result.error.message.contains(u"deeply"));
+    EXPECT_EQ(result.error.line, 2);
+
+    limits = {};
+    limits.names = 2;
+    EXPECT_TRUE(parseXml(QByteArray("<A><B/><B/><A/></A>"), limits));
+    EXPECT_FALSE(parseXml(QByteArray("<A><B/><C/></A>"), limits));
+    EXPECT_FALSE(parseXml(QByteArray("<A><B c=''/></A>"), limits));
+}
+
+TEST(XmlReader, TheDeepestTreeAllowedIs256Levels)
+{
+    const auto nested = [](int levels) {
+        return QByteArray("<E>").repeated(levels) + QByteArray("</E>").repeated(levels);
+    };
+    EXPECT_TRUE(parseXml(nested(256)));
+    EXPECT_FALSE(parseXml(nested(257)));
+    EXPECT_FALSE(parseXml(nested(300'000)));
+    EXPECT_FALSE(parseXml(QByteArray("<E>").repeated(1'000'000))) << "never closed at all";
+}
+
+TEST(XmlReader, TagsBeyondTheLimitAreRefusedBeforeTheyAreRead)
+{
+    ParseLimits limits;
+    limits.elements = 100;
+    const ParseResult result = parseXml(QByteArray("<E>").repeated(5000), limits);
+    EXPECT_FALSE(result);
+    EXPECT_TRUE(result.error.message.contains(u"too many elements"));
+}
+
+TEST(XmlReader, AnElementOfVeryManyAttributesStillHasEachOnlyOnce)
+{
+    QByteArray tag = "<A";
+    for (int i = 0; i < 20'000; ++i)
+        tag += " a" + QByteArray::number(i) + "=''";
+    EXPECT_TRUE(parseXml(tag + "/>"));
+    EXPECT_FALSE(parseXml(tag + " a19999=''/>"));
+    EXPECT_FALSE(parseXml(tag + " a3=''/>"));
+}
+
+TEST(XmlReader, ANameThatIsTooLongIsRefused)
+{
+    EXPECT_TRUE(parseXml("<" + QByteArray(1024, 'a') + "/>"));
+    EXPECT_FALSE(parseXml("<" + QByteArray(1025, 'a') + "/>"));
+}
+
+TEST(XmlReader, DecodesReferencesAndCData)
+{
+    const Node root =
+        parsed("<A b='&lt;&quot;&#10;x'>&amp;&lt;&gt;&apos;&quot;&#65;&#x1F600;<![CDATA[&amp;<]]></A>")
+            .documentElement();
+    EXPECT_EQ(root.text(), QString::fromUtf16(u"&<>'\"A\U0001F600&amp;<"));
+    EXPECT_EQ(root.attributes().front().value, u"<\"\nx");
+}
+
+TEST(XmlReader, LineEndsBecomeLineFeedsAndBlanksInAttributesBecomeSpaces)
+{
+    const Node root = parsed("<A b='1\r\n2\t3\n4'>x\r\ny\rz<![CDATA[\r\n]]></A>").documentElement();
+    EXPECT_EQ(root.text(), u"x\ny\nz\n");
+    EXPECT_EQ(root.attributes().front().value, u"1 2 3 4");
+}
+
+TEST(XmlReader, TextOfShortPiecesNeverGetsMixedUp)
+{
+    QByteArray xml = "<A>";
+    for (int i = 0; i < 20'000; ++i)
+        xml += "<B>" + QByteArray::number(i) + "</B>";
+    xml += "</A>";
+    Node child = parsed(xml).documentElement().firstChild();
+    for (int i = 0; i < 20'000; ++i, child = child.nextSibling())
+        ASSERT_EQ(child.text(), QString::number(i));
+}
+
+TEST(XmlReader, BlanksAreDroppedOnlyWhereAnElementHoldsNoText)
+{
+    struct Row
+    {
+        const char* xml;
+        const char* tree;
+    };
+    const Row rows[] = {
+        {"<A>\n  <B/>\n  <C/>\n</A>", "<A><B/><C/></A>"},
+        {"<A> <!--c--> <?p?> </A>", "<A><!--c--><?p?></A>"},
+        {"<A> \t </A>", "<A> \t </A>"},
+        {"<A> <B/> x <C/> </A>", "<A> <B/> x <C/> </A>"},
+        {"<A> <B/> <![CDATA[x]]></A>", "<A> <B/> x</A>"},
+        {"<A>\n<B> </B>\n</A>", "<A><B> </B></A>"},
+        {"<A>&#32;<B/></A>", "<A>&#32;<B/></A>"},
+        {"<A xml:space='preserve'> <B> <C/></B></A>", "<A xml:space=\"preserve\"> <B> <C/></B></A>"},
+        {"<A xml:space='preserve'> <B xml:space='default'> <C/></B></A>",
+         "<A xml:space=\"preserve\"> <B xml:space=\"default\"><C/></B></A>"},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(textOf(parsed(row.xml)), row.tree) << row.xml;
+}
+
+TEST(XmlReader, TextInPiecesIsOneNode)
+{
+    const Node root = parsed("<A>a<![CDATA[b]]>c<B/>d&amp;<![CDATA[]]>e</A>").documentElement();
+    EXPECT_EQ(root.firstChild().text(), u"abc");
+    EXPECT_EQ(root.firstChild().nextSibling().name(), name("B"));
+    EXPECT_EQ(root.lastChild().text(), u"d&e");
+    EXPECT_EQ(root.lastChild().previousSibling().name(), name("B"));
+}
