@@ -86,9 +86,25 @@ Variant dateResult(double serial)
     return Date{serial};
 }
 
-Variant currencyResult(double value)
+/// The ten-thousandths of an operand as Currency. Raises 6 where it does not fit.
+std::int64_t currencyUnits(const Operand& operand)
 {
-    return toCurrency(value);
+    return operand.level == Level::Currency ? operand.whole : toCurrency(operand.real).scaled;
+}
+
+/// The product of two Currency values, exact to four decimals, half to even.
+Variant currencyProduct(std::int64_t a, std::int64_t b)
+{
+    __extension__ using Wide = __int128; // a product of two 64-bit numbers always fits
+    constexpr Wide Unit = 10000;
+    const Wide product = Wide(a) * b;
+    Wide result = product / Unit;
+    const Wide rest = product % Unit < 0 ? -(product % Unit) : product % Unit;
+    if (rest * 2 > Unit || (rest * 2 == Unit && result % 2 != 0))
+        result += product < 0 ? -1 : 1;
+    if (result < std::numeric_limits<std::int64_t>::min() || result > std::numeric_limits<std::int64_t>::max())
+        raise(ErrorNumber::Overflow);
+    return Currency{std::int64_t(result)};
 }
 
 bool propagatesNull(const Variant& a, const Variant& b)
@@ -122,10 +138,8 @@ Variant sumOf(const Operand& a, const Operand& b, Level level, Real realOperatio
     case Level::Date:
         return dateResult(realOperation(a.real, b.real));
     case Level::Currency: {
-        const std::int64_t left =
-            toCurrency(a.level == Level::Currency ? Variant(Currency{a.whole}) : Variant(a.real)).scaled;
-        const std::int64_t right =
-            toCurrency(b.level == Level::Currency ? Variant(Currency{b.whole}) : Variant(b.real)).scaled;
+        const std::int64_t left = currencyUnits(a);
+        const std::int64_t right = currencyUnits(b);
         std::int64_t result = 0;
         if (wholeOperation(left, right, &result))
             raise(ErrorNumber::Overflow);
@@ -256,7 +270,7 @@ Variant multiply(const Variant& a, const Variant& b)
         return singleResult(left.real * right.real);
     const Level low = std::min(left.level, right.level);
     if (level == Level::Currency && low != Level::Single && low != Level::Double)
-        return currencyResult(left.real * right.real);
+        return currencyProduct(currencyUnits(left), currencyUnits(right));
     return realResult(left.real * right.real);
 }
 
