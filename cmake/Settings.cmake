@@ -13,6 +13,9 @@ include(GNUInstallDirs)
 set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 set(ZAN_HEADERS ${CMAKE_INSTALL_INCLUDEDIR}/zanbench)
 
+# What the moc reads of a folder does not wait for the libraries that the folder links.
+set(CMAKE_AUTOGEN_ORIGIN_DEPENDS OFF)
+
 option(ZAN_BUILD_TESTS "Build the tests" ON)
 option(ZAN_BUILD_BENCHMARKS "Build the benchmark programs" OFF)
 option(ZAN_BUILD_FUZZERS "Build the fuzz targets (needs clang)" OFF)

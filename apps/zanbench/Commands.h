@@ -1,0 +1,38 @@
+#pragma once
+
+#include "zanbench/CommandLine.h"
+
+#include <QStringList>
+
+#include <vector>
+
+namespace zan::host {
+
+/// What the toolkit wants of main(): it takes its own options out of these.
+struct ProcessArguments
+{
+    int& count;
+    char** words;
+};
+
+/// Opens the main window and runs until it is closed.
+ExitCode runOpen(const QStringList& arguments, ProcessArguments process);
+/// `zanbench shot`.
+ExitCode runShot(const QStringList& arguments, ProcessArguments process);
+
+/// A command named by the first word of the command line.
+struct Command
+{
+    QString name;
+    ExitCode (*run)(const QStringList& arguments, ProcessArguments process);
+};
+const std::vector<Command>& commands();
+
+/// The whole program: picks the command and runs it. Words are the process's arguments without its own name.
+ExitCode runProgram(const QStringList& words, ProcessArguments process);
+
+/// Prints a line on the standard error as "zanbench: MESSAGE".
+void complain(const QString& message);
+void print(const QString& text);
+
+} // namespace zan::host

@@ -1,0 +1,54 @@
+#include "zanbench/ErrorBar.h"
+
+#include <QHBoxLayout>
+#include <QStyle>
+#include <QToolButton>
+
+namespace zan::host {
+
+ErrorBar::ErrorBar(QWidget* parent)
+    : QFrame(parent)
+    , m_label(new QLabel(this))
+{
+    setObjectName(QStringLiteral("errorBar"));
+    setFrameShape(QFrame::StyledPanel);
+    setAutoFillBackground(true);
+    QPalette colours = palette();
+    colours.setColor(QPalette::Window, QColor(0xfd, 0xec, 0xea));
+    colours.setColor(QPalette::WindowText, QColor(0x7a, 0x1c, 0x12));
+    setPalette(colours);
+
+    m_label->setObjectName(QStringLiteral("errorText"));
+    m_label->setWordWrap(true);
+    m_label->setTextFormat(Qt::PlainText); // what a script says is no markup
+    m_label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    auto* close = new QToolButton(this);
+    close->setAutoRaise(true);
+    close->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+    close->setToolTip(QStringLiteral("Dismiss"));
+    close->setAccessibleName(QStringLiteral("Dismiss the error"));
+    connect(close, &QToolButton::clicked, this, &ErrorBar::dismiss);
+
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(10, 4, 4, 4);
+    layout->addWidget(m_label, 1);
+    layout->addWidget(close);
+    hide();
+}
+
+void ErrorBar::showError(const QString& text)
+{
+    m_count = text == m_text ? m_count + 1 : 1;
+    m_text = text;
+    m_label->setText(m_count == 1 ? text : QStringLiteral("%1 (%2 times)").arg(text).arg(m_count));
+    show();
+}
+
+void ErrorBar::dismiss()
+{
+    m_text.clear();
+    m_count = 0;
+    hide();
+}
+
+} // namespace zan::host

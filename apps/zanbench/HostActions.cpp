@@ -1,0 +1,104 @@
+#include "zanbench/HostActions.h"
+
+#include "site/Logger.h"
+
+#include <QFileInfo>
+
+namespace zan::host {
+
+HostActions::HostActions(QObject* parent)
+    : QObject(parent)
+{
+    open = make(QStringLiteral("open"), QStringLiteral("&Open..."), QKeySequence::Open);
+    save = make(QStringLiteral("save"), QStringLiteral("&Save"), QKeySequence::Save);
+    saveAs = make(QStringLiteral("saveAs"), QStringLiteral("Save &as..."),
+                  QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
+    quit = make(QStringLiteral("quit"), QStringLiteral("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q));
+    connectLink = make(QStringLiteral("connectLink"), QStringLiteral("&Connect"), QKeySequence(Qt::Key_F5));
+    connectOnOpening =
+        make(QStringLiteral("connectOnOpening"), QStringLiteral("Connect when a scheme is &opened"), {}, true);
+    lock = make(QStringLiteral("lock"), QStringLiteral("&Lock controls"), QKeySequence(Qt::CTRL | Qt::Key_L), true);
+    lock->setToolTip(QStringLiteral("Keep the controls of the panels where they are"));
+    hideProtected = make(QStringLiteral("hideProtected"), QStringLiteral("&Hide protected controls"), {}, true);
+    siteMap = make(QStringLiteral("siteMap"), QStringLiteral("Site &map on this panel"), {}, true);
+    previousWindow = make(QStringLiteral("previousWindow"), QStringLiteral("&Previous window"),
+                          QKeySequence(Qt::CTRL | Qt::Key_PageUp));
+    nextWindow = make(QStringLiteral("nextWindow"), QStringLiteral("&Next window"),
+                      QKeySequence(Qt::CTRL | Qt::Key_PageDown));
+    fullScreen =
+        make(QStringLiteral("fullScreen"), QStringLiteral("&Full screen"), QKeySequence(Qt::Key_F11), true);
+    about = make(QStringLiteral("about"), QStringLiteral("&About ZanBench"), {});
+}
+
+QAction* HostActions::make(const QString& name, const QString& text, const QKeySequence& shortcut, bool checkable)
+{
+    auto* action = new QAction(text, this);
+    action->setObjectName(name);
+    action->setShortcut(shortcut);
+    action->setCheckable(checkable);
+    return action;
+}
+
+void HostActions::fillMenus(QMenuBar& bar, QAction* showWindowList)
+{
+    QMenu* file = bar.addMenu(QStringLiteral("&File"));
+    file->addAction(open);
+    m_recent = file->addMenu(QStringLiteral("Open &recent"));
+    file->addSeparator();
+    file->addActions({save, saveAs});
+    file->addSeparator();
+    file->addAction(quit);
+    QMenu* logger = bar.addMenu(QStringLiteral("&Logger"));
+    logger->addActions({connectLink, connectOnOpening});
+    QMenu* panel = bar.addMenu(QStringLiteral("&Panel"));
+    panel->addActions({lock, hideProtected, siteMap});
+    QMenu* view = bar.addMenu(QStringLiteral("&View"));
+    view->addActions({previousWindow, nextWindow});
+    view->addSeparator();
+    showWindowList->setText(QStringLiteral("&List of windows"));
+    view->addActions({showWindowList, fullScreen});
+    bar.addMenu(QStringLiteral("&Help"))->addAction(about);
+}
+
+void HostActions::fillToolBar(QToolBar& bar)
+{
+    bar.setToolButtonStyle(Qt::ToolButtonTextOnly);
+    bar.addActions({open, save});
+    bar.addSeparator();
+    bar.addAction(connectLink);
+    bar.addSeparator();
+    bar.addAction(lock);
+}
+
+void HostActions::setRecentFiles(const QStringList& files)
+{
+    m_recent->clear();
+    for (const QString& file : files) {
+        // An ampersand in a path is no shortcut.
+        QString text = file;
+        QAction* action = m_recent->addAction(text.replace(QLatin1Char('&'), QLatin1String("&&")));
+        connect(action, &QAction::triggered, this, [this, file] { Q_EMIT recentFileChosen(file); });
+    }
+    m_recent->setEnabled(!files.isEmpty());
+}
+
+void HostActions::follow(bool siteOpen, bool canConnect, int linkState)
+{
+    for (QAction* action : {save, saveAs, lock, hideProtected, siteMap, previousWindow, nextWindow})
+        action->setEnabled(siteOpen);
+    connectLink->setEnabled(canConnect && linkState != int(site::LinkState::Disconnecting));
+    switch (static_cast<site::LinkState>(linkState)) {
+    case site::LinkState::Connecting:
+        connectLink->setText(QStringLiteral("Cancel &connecting"));
+        break;
+    case site::LinkState::Connected:
+    case site::LinkState::Disconnecting:
+        connectLink->setText(QStringLiteral("Dis&connect"));
+        break;
+    default:
+        connectLink->setText(QStringLiteral("&Connect"));
+        break;
+    }
+}
+
+} // namespace zan::host

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
+#include <QObject>
+#include <QToolBar>
+
+namespace zan::host {
+
+/// The host's commands, and the menus and the tool bar that offer them. Who acts on them connects to the actions.
+class HostActions : public QObject
+{
+    Q_OBJECT
+public:
+    explicit HostActions(QObject* parent = nullptr);
+
+    QAction* open;
+    QAction* save;
+    QAction* saveAs;
+    QAction* quit;
+    QAction* connectLink; ///< its text says what it would do
+    QAction* connectOnOpening;
+    QAction* lock;
+    QAction* hideProtected;
+    QAction* siteMap;
+    QAction* previousWindow;
+    QAction* nextWindow;
+    QAction* fullScreen;
+    QAction* about;
+
+    /// Fills a menu bar. The recent files stand in a menu of their own, filled by setRecentFiles().
+    void fillMenus(QMenuBar& bar, QAction* showWindowList);
+    void fillToolBar(QToolBar& bar);
+    void setRecentFiles(const QStringList& files);
+    /// Which commands make sense: with a site open or not, with a logger or not, while the link is in this state.
+    void follow(bool siteOpen, bool canConnect, int linkState);
+
+Q_SIGNALS:
+    void recentFileChosen(const QString& file);
+
+private:
+    QAction* make(const QString& name, const QString& text, const QKeySequence& shortcut, bool checkable = false);
+
+    QMenu* m_recent = nullptr;
+};
+
+} // namespace zan::host

@@ -1,0 +1,65 @@
+#include "zanbench/MessageDialogs.h"
+
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace zan::host {
+
+namespace {
+
+const QString Title = QStringLiteral("ZanBench");
+const QString Filter = QStringLiteral("Schemes (*.scheme *.xml);;All files (*)");
+
+} // namespace
+
+HostDialogs::Unsaved MessageDialogs::askUnsaved(const QString& name)
+{
+    QMessageBox box(QMessageBox::Question, Title, QStringLiteral("Save the changes to %1?").arg(name),
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, m_parent);
+    box.setInformativeText(QStringLiteral("Changes that are not saved are lost."));
+    box.setDefaultButton(QMessageBox::Save);
+    box.exec();
+    switch (box.standardButton(box.clickedButton())) {
+    case QMessageBox::Save:
+        return Unsaved::Save;
+    case QMessageBox::Discard:
+        return Unsaved::Discard;
+    default:
+        return Unsaved::Cancel;
+    }
+}
+
+HostDialogs::Conflict MessageDialogs::askConflict(const QString& text)
+{
+    QMessageBox box(QMessageBox::Warning, Title, text, QMessageBox::Cancel, m_parent);
+    const QPushButton* overwrite = box.addButton(QStringLiteral("Overwrite"), QMessageBox::DestructiveRole);
+    const QPushButton* saveAs = box.addButton(QStringLiteral("Save as..."), QMessageBox::AcceptRole);
+    box.setDefaultButton(QMessageBox::Cancel);
+    box.exec();
+    if (box.clickedButton() == overwrite)
+        return Conflict::Overwrite;
+    return box.clickedButton() == saveAs ? Conflict::SaveAs : Conflict::Cancel;
+}
+
+QString MessageDialogs::chooseScheme(const QString& folder)
+{
+    return QFileDialog::getOpenFileName(m_parent, QStringLiteral("Open a scheme"), folder, Filter);
+}
+
+QString MessageDialogs::chooseTarget(const QString& file)
+{
+    return QFileDialog::getSaveFileName(m_parent, QStringLiteral("Save the scheme as"), file, Filter);
+}
+
+void MessageDialogs::showError(const QString& text)
+{
+    QMessageBox::critical(m_parent, Title, text);
+}
+
+void MessageDialogs::showAbout(const QString& text)
+{
+    QMessageBox::about(m_parent, Title, text);
+}
+
+} // namespace zan::host

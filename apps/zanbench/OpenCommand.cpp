@@ -1,0 +1,83 @@
+#include "zanbench/Commands.h"
+
+#include "zanbench/MainWindow.h"
+#include "zanbench/MessageDialogs.h"
+
+#include <QApplication>
+
+namespace zan::host {
+
+namespace {
+
+const QByteArray Platform = QByteArrayLiteral("QT_QPA_PLATFORM");
+
+/// Has the toolkit fall back to drawing nowhere, which we can tell from a display and report, where it would end the
+/// process by itself. A platform that the user has chosen stays.
+bool askForDisplay()
+{
+    if (qEnvironmentVariableIsSet(Platform))
+        return true;
+    const bool wayland = qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+    const bool x11 = qEnvironmentVariableIsSet("DISPLAY");
+    if (!wayland && !x11)
+        return false;
+    qputenv(Platform, wayland ? "wayland;xcb;offscreen" : "xcb;offscreen");
+    return true;
+}
+
+} // namespace
+
+ExitCode runOpen(const QStringList& arguments, ProcessArguments process)
+{
+    const Parsed<OpenOptions> parsed = parseOpen(arguments);
+    if (!parsed.options) {
+        if (parsed.code == Success)
+            print(parsed.text);
+        else
+            complain(parsed.text);
+        return parsed.code;
+    }
+    const OpenOptions& options = *parsed.options;
+    const QString noDisplay =
+        QStringLiteral("There is no display to open a window on. 'zanbench shot' draws a panel without one.");
+    const bool chosen = qEnvironmentVariableIsSet(Platform);
+    if (!askForDisplay()) {
+        complain(noDisplay);
+        return Failure;
+    }
+    QApplication application(process.count, process.words);
+    QApplication::setApplicationName(QStringLiteral("zanbench"));
+    QApplication::setApplicationDisplayName(QString());
+    if (!chosen && QGuiApplication::platformName() == QLatin1String("offscreen")) {
+        complain(noDisplay);
+        return Failure;
+    }
+
+    Settings settings;
+    MessageDialogs dialogs;
+    MainWindow window(settings, dialogs);
+    dialogs.setParent(&window);
+    if (options.scheme.isEmpty()) {
+        window.show();
+        return static_cast<ExitCode>(QApplication::exec());
+    }
+    // A scheme named on the command line that cannot be opened is told there, before there is a window.
+    const OpenedSiteResult probe = OpenedSite::open(options.scheme, options.logger);
+    if (!probe.site) {
+        complain(probe.error);
+        return Failure;
+    }
+    if (!options.window.isEmpty() && !probe.site->windowKey(options.window)) {
+        complain(QStringLiteral("%1 has no window '%2'; it has: %3.")
+                     .arg(options.scheme, options.window, probe.site->panelKeys().join(QStringLiteral(", "))));
+        return Failure;
+    }
+    if (options.kiosk)
+        window.enterKiosk();
+    window.show();
+    if (!window.openScheme(options))
+        return Failure;
+    return static_cast<ExitCode>(QApplication::exec());
+}
+
+} // namespace zan::host

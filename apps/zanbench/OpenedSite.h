@@ -1,0 +1,62 @@
+#pragma once
+
+#include "site/Logger.h"
+#include "trellis/SchemeFile.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+#include <optional>
+
+namespace zan::host {
+
+using values::Ref;
+
+class OpenedSite;
+
+struct OpenedSiteResult
+{
+    std::unique_ptr<OpenedSite> site; ///< empty when the site could not be opened
+    QString error;                    ///< why, in plain words
+};
+
+/// A scheme file and the logger that serves its windows.
+class OpenedSite
+{
+public:
+    /// Opens a scheme with the logger of this URI, or with the scheme's own when it is empty. A URI given here that
+    /// is no logger's is an error; one in the scheme is not: the site then opens with loggerProblem().
+    static OpenedSiteResult open(const QString& path, const QString& loggerUri);
+
+    trellis::SchemeFile& scheme() const { return *m_scheme; }
+    const Ref<site::Logger>& logger() const { return m_logger; }
+    /// URI of the logger in use; empty when there is none to connect.
+    const QString& loggerUri() const { return m_loggerUri; }
+    /// Why the scheme's logger cannot be used; empty when it can, or when the scheme names none.
+    const QString& loggerProblem() const { return m_loggerProblem; }
+    bool canConnect() const { return !m_loggerUri.isEmpty(); }
+
+    /// Keys of the windows that are panels: all but those that only hold the channels of the scheme, the logger and
+    /// the running display.
+    QStringList panelKeys() const;
+    /// The key as the scheme writes it, whatever its case; nothing for a window that the scheme does not have.
+    std::optional<QString> windowKey(const QString& key) const;
+    /// "Mill Creek weir", or the file's name for a scheme without a name.
+    QString displayName() const;
+
+    site::LinkState linkState() const;
+    /// What a connect button does: connects when nothing stands, otherwise disconnects or cancels.
+    void toggleLink();
+    void connectLink();
+
+private:
+    OpenedSite() = default;
+
+    Ref<trellis::SchemeFile> m_scheme;
+    Ref<site::Logger> m_logger;
+    QString m_loggerUri;
+    QString m_loggerProblem;
+};
+
+} // namespace zan::host

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "binding/PropertyBag.h"
+
+#include <QByteArray>
+#include <QSettings>
+#include <QString>
+#include <QStringList>
+
+namespace zan::host {
+
+/// What the host remembers from one start to the next: its window, recent files, and for each panel the property
+/// bag that its control wrote.
+class Settings
+{
+public:
+    static constexpr int MostRecentFiles = 10;
+
+    /// The user's own settings.
+    Settings();
+    /// Settings in a file of their own.
+    explicit Settings(const QString& file);
+
+    QByteArray geometry() const;
+    QByteArray windowState() const;
+    void setWindow(const QByteArray& geometry, const QByteArray& state);
+
+    bool connectsOnOpening() const;
+    void setConnectsOnOpening(bool connects);
+
+    /// Absolute paths, the latest first.
+    QStringList recentFiles() const;
+    /// Puts a file first, once.
+    void addRecentFile(const QString& file);
+    void removeRecentFile(const QString& file);
+    /// The window of a scheme that was shown last; empty when none was.
+    QString lastWindow(const QString& scheme) const;
+    void setLastWindow(const QString& scheme, const QString& key);
+
+    /// The bag stored for a panel; nothing when there is none, or what is there cannot be read.
+    std::optional<binding::PropertyBag> bag(const QString& scheme, const QString& window) const;
+    void setBag(const QString& scheme, const QString& window, const binding::PropertyBag& bag);
+
+private:
+    mutable QSettings m_settings;
+};
+
+} // namespace zan::host
