@@ -6,6 +6,31 @@ namespace zan::values {
 
 namespace {
 
+int hourOfTwelve(const CivilTime& time) noexcept
+{
+    return time.hour % 12 == 0 ? 12 : time.hour % 12;
+}
+
+void putShortDate(FormatOutput& output, const CivilTime& time)
+{
+    output.number(time.month);
+    output.put(u'/');
+    output.number(time.day);
+    output.put(u'/');
+    output.number(time.year, 4);
+}
+
+void putLongTime(FormatOutput& output, const CivilTime& time)
+{
+    output.number(hourOfTwelve(time));
+    output.put(u':');
+    output.number(time.minute, 2);
+    output.put(u':');
+    output.number(time.second, 2);
+    output.put(time.hour < 12 ? u" AM" : u" PM");
+}
+
+/// Writes the steps of a date section one after another.
 class DateWriter
 {
 public:
@@ -37,13 +62,13 @@ private:
     {
         switch (step) {
         case Step::DateAndTime:
-            return dateAndTime();
+            return putDateAndTime(m_output, m_time);
         case Step::ShortDate:
-            return shortDate();
+            return putShortDate(m_output, m_time);
         case Step::LongDate:
             return longDate();
         case Step::LongTime:
-            return longTime();
+            return putLongTime(m_output, m_time);
         case Step::HalfOfDayUpper:
             return m_output.put(m_time.hour < 12 ? u"AM" : u"PM");
         case Step::HalfOfDayLower:
@@ -105,21 +130,7 @@ private:
         }
     }
 
-    int hour(bool twelve) const noexcept
-    {
-        if (!twelve)
-            return m_time.hour;
-        return m_time.hour % 12 == 0 ? 12 : m_time.hour % 12;
-    }
-
-    void shortDate()
-    {
-        m_output.number(m_time.month);
-        m_output.put(u'/');
-        m_output.number(m_time.day);
-        m_output.put(u'/');
-        m_output.number(m_time.year, 4);
-    }
+    int hour(bool twelve) const noexcept { return twelve ? hourOfTwelve(m_time) : m_time.hour; }
 
     void longDate()
     {
@@ -132,28 +143,6 @@ private:
         m_output.number(m_time.year, 4);
     }
 
-    void longTime()
-    {
-        m_output.number(hour(true));
-        m_output.put(u':');
-        m_output.number(m_time.minute, 2);
-        m_output.put(u':');
-        m_output.number(m_time.second, 2);
-        m_output.put(m_time.hour < 12 ? u" AM" : u" PM");
-    }
-
-    void dateAndTime()
-    {
-        const bool hasDate = m_time.dayNumber != 0;
-        const bool hasTime = m_time.hour != 0 || m_time.minute != 0 || m_time.second != 0;
-        if (hasDate)
-            shortDate();
-        if (hasDate && hasTime)
-            m_output.put(u' ');
-        if (hasTime || !hasDate)
-            longTime();
-    }
-
     FormatOutput& m_output;
     const FormatSection& m_section;
     const CivilTime& m_time;
@@ -162,6 +151,18 @@ private:
 };
 
 } // namespace
+
+void putDateAndTime(FormatOutput& output, const CivilTime& time)
+{
+    const bool hasDate = time.dayNumber != 0;
+    const bool hasTime = time.hour != 0 || time.minute != 0 || time.second != 0;
+    if (hasDate)
+        putShortDate(output, time);
+    if (hasDate && hasTime)
+        output.put(u' ');
+    if (hasTime || !hasDate)
+        putLongTime(output, time);
+}
 
 void putDate(FormatOutput& output, const FormatSection& section, Date date, int firstDay, int firstWeek)
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "values/Calendar.h"
 #include "values/Decimal.h"
 #include "values/FormatPattern.h"
 
@@ -31,6 +32,9 @@ void putNumber(FormatOutput& output, const FormatSection& section, Decimal numbe
 
 /// Writes a point in time under a date section. Raises 6 when it lies outside the calendar.
 void putDate(FormatOutput& output, const FormatSection& section, Date date, int firstDay, int firstWeek);
+
+/// Writes the parts of a point in time that there are, in their short forms: the date, the time, or both.
+void putDateAndTime(FormatOutput& output, const CivilTime& time);
 
 /// Writes a text under a text section.
 void putText(FormatOutput& output, const FormatSection& section, const QString& text);

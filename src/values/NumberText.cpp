@@ -1,6 +1,7 @@
 #include "values/NumberText.h"
 
 #include "values/Calendar.h"
+#include "values/FormatOutput.h"
 
 #include <charconv>
 #include <cmath>
@@ -143,34 +144,9 @@ QString displayText(Date value)
     const auto time = civilTime(value);
     if (!time)
         return displayText(value.serial);
-    char text[LongestText];
-    char* out = text;
-    const auto put = [&](int number, bool two) {
-        if (two && number < 10)
-            *out++ = '0';
-        out = std::to_chars(out, text + sizeof text, number).ptr;
-    };
-    const bool midnight = time->hour == 0 && time->minute == 0 && time->second == 0;
-    if (time->dayNumber != 0) {
-        put(time->month, false);
-        *out++ = '/';
-        put(time->day, false);
-        *out++ = '/';
-        put(time->year, false);
-        if (midnight)
-            return QString::fromLatin1(text, out - text);
-        *out++ = ' ';
-    }
-    const int hour = time->hour % 12;
-    put(hour == 0 ? 12 : hour, false);
-    *out++ = ':';
-    put(time->minute, true);
-    *out++ = ':';
-    put(time->second, true);
-    *out++ = ' ';
-    *out++ = time->hour < 12 ? 'A' : 'P';
-    *out++ = 'M';
-    return QString::fromLatin1(text, out - text);
+    FormatOutput output;
+    putDateAndTime(output, *time);
+    return output.text();
 }
 
 } // namespace zan::values
