@@ -22,7 +22,7 @@ Name propertyName(Name element)
 void loadByName(const Node& parent, binding::Object& target, std::span<SpecialChild> special)
 {
     const binding::Ref<binding::Object> alive(&target);
-    const Node element = parent; // the caller's handle may change under a setter
+    const Node element = parent;                   // the caller's handle may change under a setter
     QVarLengthArray<Node, UsualChildren> children; // held, because setters may edit the tree
     for (Node child = element.firstChildElement(); child; child = child.nextSiblingElement()) {
         const Name name = child.name();

@@ -28,6 +28,23 @@ bool isAbsent(const QString& value)
     return value.isEmpty() || value == u"0";
 }
 
+/// The mark of a document element; null when there is none. It stands once, and near one end as a rule: first made
+/// it is the last child. So a write to one of ten thousand controls does not walk past them all.
+Node findMark(const Node& element, Name mark)
+{
+    Node::Record* front = element.record()->first;
+    Node::Record* back = element.record()->last;
+    for (; front && back; front = front->next, back = back->previous) {
+        for (Node::Record* record : {front, back}) {
+            if (record->name == mark && record->type == NodeType::Element)
+                return Node(record);
+        }
+        if (front == back || front->next == back)
+            break;
+    }
+    return {};
+}
+
 /// Gives the child this text, a child that does not exist yet being made in the node's own document.
 void store(Node node, Name name, const QString& value)
 {
@@ -80,14 +97,17 @@ QString GetAttribute(const Node& node, Name name, const QString& defaultValue)
 void MarkChanged(const Node& node)
 {
     static const Name changed("CHANGED");
+    static const QString set = QStringLiteral("-1");
     // 1., 2. The document element; a node that is still in the shared document has none above it.
     const Node element = node.ownerDocument().documentElement();
     if (!element)
         return;
     // 3., 4. Its mark, made where it is missing.
-    QString text;
-    if (!element.childText(changed, text) || text != u"-1")
-        store(element, changed, QStringLiteral("-1"));
+    Node mark = findMark(element, changed);
+    if (!mark)
+        Node(element).appendChild(element.createElement(changed, set));
+    else if (mark.text() != set)
+        mark.setText(set);
 }
 
 QString GetText(const Node& node, Name name, const QString& defaultValue, bool force)

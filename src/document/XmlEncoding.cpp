@@ -5,6 +5,8 @@
 #include <QStringConverter>
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 
 namespace zan::document {
 
@@ -63,6 +65,18 @@ QByteArray singleBytesToUtf8(const QByteArray& bytes, bool isWindows)
         }
     }
     return text.toUtf8();
+}
+
+/// Whether eight bytes are printing ASCII characters other than `<`.
+bool isPlain(const unsigned char* at)
+{
+    constexpr std::uint64_t Ones = 0x0101010101010101u;
+    constexpr std::uint64_t Highs = 0x80 * Ones;
+    std::uint64_t bytes;
+    std::memcpy(&bytes, at, sizeof bytes);
+    const std::uint64_t below = bytes - 0x20 * Ones;        // borrows where a byte is a control character
+    const std::uint64_t tags = (bytes ^ '<' * Ones) - Ones; // and where it is a `<`
+    return ((bytes | below | tags) & Highs) == 0;
 }
 
 /// Bytes of the character that starts here; 0 when they are no character that XML allows.
@@ -147,6 +161,10 @@ bool checkCharacters(const QByteArray& utf8, qsizetype mostTags, ParseError& err
     const auto* const begin = reinterpret_cast<const unsigned char*>(utf8.constData());
     const auto* const end = begin + utf8.size();
     for (const unsigned char* at = begin; at != end;) {
+        if (end - at >= 8 && isPlain(at)) {
+            at += 8;
+            continue;
+        }
         if (*at >= 0x20 && *at < 0x80) {
             if (*at == '<' && --mostTags < 0) {
                 error = errorAt(utf8, at - begin, QStringLiteral("The document has too many elements."));

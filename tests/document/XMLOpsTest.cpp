@@ -151,6 +151,20 @@ TEST_F(XmlOps, TheMarkIsMadeOnceInTheDocumentElement)
     EXPECT_TRUE(isMarked()) << "another text is replaced";
 }
 
+TEST_F(XmlOps, TheMarkIsFoundWhereverItStands)
+{
+    const QByteArray mark = "<CHANGED>0</CHANGED>";
+    for (int count = 0; count < 6; ++count) {
+        for (int place = 0; place <= count; ++place) {
+            m_document = parsed("<W>" + QByteArray("<C/>").repeated(place) + mark +
+                                QByteArray("<C/>").repeated(count - place) + "</W>");
+            XMLOps::MarkChanged(m_document);
+            EXPECT_TRUE(isMarked());
+            EXPECT_EQ(m_document.documentElement().childElementCount(), std::size_t(count) + 1) << all();
+        }
+    }
+}
+
 TEST_F(XmlOps, ADetachedNodeMarksTheDocumentItBelongsTo)
 {
     const Node node = control("<X>1</X>");

@@ -222,6 +222,18 @@ TEST(XmlReader, AnElementOfVeryManyAttributesStillHasEachOnlyOnce)
     EXPECT_FALSE(parseXml(tag + " a3=''/>"));
 }
 
+TEST(XmlReader, AForbiddenByteIsFoundAtAnyPlaceAmongOthers)
+{
+    for (int before = 0; before < 20; ++before) {
+        for (const char bad : {'\x00', '\x1F', '\x08', '\x80', '\xFF'}) {
+            const ParseResult result = parseXml("<A>" + QByteArray(before, '~') + bad + "  ~~~~~~~~~~~</A>");
+            EXPECT_FALSE(result);
+            EXPECT_EQ(result.error.column, 4 + before);
+        }
+        EXPECT_TRUE(parseXml("<A>" + QByteArray(before, ' ') + "\t\x7F \xC3\xA4 ;=</A>"));
+    }
+}
+
 TEST(XmlReader, ANameThatIsTooLongIsRefused)
 {
     EXPECT_TRUE(parseXml("<" + QByteArray(1024, 'a') + "/>"));
