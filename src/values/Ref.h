@@ -15,7 +15,7 @@ public:
     Shared() = default;
     Shared(const Shared&) = delete;
     Shared& operator=(const Shared&) = delete;
-    virtual ~Shared() = default;
+    virtual ~Shared() = 0; // nobody is just shared; the compiler may rule that out where it looks for destructors
 
     void retain() const noexcept { ++m_references; }
     void release() const noexcept
@@ -41,6 +41,8 @@ private:
     static constexpr std::uint32_t Dying = 0x40000000;
     mutable std::uint32_t m_references = 0;
 };
+
+inline Shared::~Shared() = default;
 
 /// Counted reference to a T that has retain() and release(). Empty by default.
 template <class T>
