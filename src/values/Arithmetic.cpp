@@ -14,7 +14,7 @@ namespace {
 enum class Level { Byte, Boolean, Integer, Long, Single, Double, Currency, Date };
 
 /// An operand without objects, Null, Empty and text.
-struct Operand
+struct Term
 {
     Level level = Level::Integer;
     std::int64_t whole = 0; ///< up to Long, and the ten-thousandths of a Currency
@@ -23,24 +23,24 @@ struct Operand
     bool isWhole() const noexcept { return level <= Level::Long; }
 };
 
-Operand wholeOperand(Level level, std::int64_t value) noexcept
+Term wholeTerm(Level level, std::int64_t value) noexcept
 {
     return {level, value, double(value)};
 }
 
-Operand operandOf(const Variant& value)
+Term termOf(const Variant& value)
 {
     switch (value.kind()) {
     case Kind::Empty:
-        return wholeOperand(Level::Integer, 0);
+        return wholeTerm(Level::Integer, 0);
     case Kind::Boolean:
-        return wholeOperand(Level::Boolean, value.boolean() ? -1 : 0);
+        return wholeTerm(Level::Boolean, value.boolean() ? -1 : 0);
     case Kind::Byte:
-        return wholeOperand(Level::Byte, value.byte());
+        return wholeTerm(Level::Byte, value.byte());
     case Kind::Integer:
-        return wholeOperand(Level::Integer, value.integer());
+        return wholeTerm(Level::Integer, value.integer());
     case Kind::Long:
-        return wholeOperand(Level::Long, value.longInteger());
+        return wholeTerm(Level::Long, value.longInteger());
     case Kind::Single:
         return {Level::Single, 0, double(value.single())};
     case Kind::Double:
@@ -87,9 +87,9 @@ Variant dateResult(double serial)
 }
 
 /// The ten-thousandths of an operand as Currency. Raises 6 where it does not fit.
-std::int64_t currencyUnits(const Operand& operand)
+std::int64_t currencyUnits(const Term& term)
 {
-    return operand.level == Level::Currency ? operand.whole : toCurrency(operand.real).scaled;
+    return term.level == Level::Currency ? term.whole : toCurrency(term.real).scaled;
 }
 
 /// The product of two Currency values, exact to four decimals, half to even.
@@ -116,7 +116,7 @@ bool propagatesNull(const Variant& a, const Variant& b)
 
 /// The kind in which two operands are added, subtracted or multiplied. A Single keeps its kind beside an
 /// Integer and gives way to a Double beside a Long, whose digits it could not hold.
-Level commonLevel(const Operand& a, const Operand& b) noexcept
+Level commonLevel(const Term& a, const Term& b) noexcept
 {
     const Level high = std::max(a.level, b.level);
     const Level low = std::min(a.level, b.level);
@@ -128,7 +128,7 @@ Level commonLevel(const Operand& a, const Operand& b) noexcept
 }
 
 template <class Real, class Whole>
-Variant sumOf(const Operand& a, const Operand& b, Level level, Real realOperation, Whole wholeOperation)
+Variant sumOf(const Term& a, const Term& b, Level level, Real realOperation, Whole wholeOperation)
 {
     switch (level) {
     case Level::Single:
@@ -155,8 +155,8 @@ Variant sumOf(const Operand& a, const Operand& b, Level level, Real realOperatio
 
 Variant addNumbers(const Variant& a, const Variant& b)
 {
-    const Operand left = operandOf(a);
-    const Operand right = operandOf(b);
+    const Term left = termOf(a);
+    const Term right = termOf(b);
     return sumOf(
         left, right, commonLevel(left, right), [](double x, double y) { return x + y; },
         [](std::int64_t x, std::int64_t y, std::int64_t* out) { return __builtin_add_overflow(x, y, out); });
@@ -178,20 +178,20 @@ struct WholePair
     Level level;
 };
 
-std::int32_t rounded(const Operand& operand)
+std::int32_t rounded(const Term& term)
 {
-    if (operand.isWhole())
-        return std::int32_t(operand.whole);
+    if (term.isWhole())
+        return std::int32_t(term.whole);
     std::int32_t result = 0;
-    if (roundToLong(operand.real, result) != ErrorNumber::None)
+    if (roundToLong(term.real, result) != ErrorNumber::None)
         raise(ErrorNumber::Overflow);
     return result;
 }
 
 WholePair wholePair(const Variant& a, const Variant& b)
 {
-    const Operand left = operandOf(a);
-    const Operand right = operandOf(b);
+    const Term left = termOf(a);
+    const Term right = termOf(b);
     WholePair pair{rounded(left), rounded(right), commonLevel(left, right)};
     if (pair.level > Level::Long)
         pair.level = Level::Long;
@@ -237,8 +237,8 @@ Variant subtract(const Variant& a, const Variant& b)
         return withoutObjects(a, b, subtract);
     if (propagatesNull(a, b))
         return Variant::null();
-    const Operand left = operandOf(a);
-    const Operand right = operandOf(b);
+    const Term left = termOf(a);
+    const Term right = termOf(b);
     Level level = commonLevel(left, right);
     if (left.level == Level::Date && right.level == Level::Date)
         level = Level::Double; // the time between two dates
@@ -261,8 +261,8 @@ Variant multiply(const Variant& a, const Variant& b)
         return withoutObjects(a, b, multiply);
     if (propagatesNull(a, b))
         return Variant::null();
-    const Operand left = operandOf(a);
-    const Operand right = operandOf(b);
+    const Term left = termOf(a);
+    const Term right = termOf(b);
     const Level level = commonLevel(left, right);
     if (level <= Level::Long)
         return wholeResult(level, left.whole * right.whole);
@@ -280,8 +280,8 @@ Variant divide(const Variant& a, const Variant& b)
         return withoutObjects(a, b, divide);
     if (propagatesNull(a, b))
         return Variant::null();
-    const Operand left = operandOf(a);
-    const Operand right = operandOf(b);
+    const Term left = termOf(a);
+    const Term right = termOf(b);
     if (right.real == 0)
         raise(left.real == 0 ? ErrorNumber::Overflow : ErrorNumber::DivisionByZero);
     const double quotient = left.real / right.real;
@@ -317,8 +317,8 @@ Variant power(const Variant& a, const Variant& b)
         return withoutObjects(a, b, power);
     if (propagatesNull(a, b))
         return Variant::null();
-    const double base = operandOf(a).real;
-    const double exponent = operandOf(b).real;
+    const double base = termOf(a).real;
+    const double exponent = termOf(b).real;
     if ((base < 0 && std::isfinite(exponent) && exponent != std::floor(exponent)) || (base == 0 && exponent < 0))
         raise(ErrorNumber::InvalidCall);
     return realResult(std::pow(base, exponent));
@@ -330,20 +330,20 @@ Variant negate(const Variant& a)
         return negate(plainValue(a));
     if (propagatesNull(a, a))
         return Variant::null();
-    const Operand operand = operandOf(a);
-    switch (operand.level) {
+    const Term term = termOf(a);
+    switch (term.level) {
     case Level::Single:
-        return float(-operand.real);
+        return float(-term.real);
     case Level::Double:
-        return -operand.real;
+        return -term.real;
     case Level::Date:
-        return dateResult(-operand.real);
+        return dateResult(-term.real);
     case Level::Currency:
-        if (operand.whole == std::numeric_limits<std::int64_t>::min())
+        if (term.whole == std::numeric_limits<std::int64_t>::min())
             raise(ErrorNumber::Overflow);
-        return Currency{-operand.whole};
+        return Currency{-term.whole};
     default:
-        return wholeResult(operand.level == Level::Long ? Level::Long : Level::Integer, -operand.whole);
+        return wholeResult(term.level == Level::Long ? Level::Long : Level::Integer, -term.whole);
     }
 }
 

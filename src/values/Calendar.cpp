@@ -20,6 +20,18 @@ std::int64_t floorDivide(std::int64_t value, std::int64_t by) noexcept
     return value >= 0 ? value / by : -((-value + by - 1) / by);
 }
 
+/// Place from 1 of the name that a word stands for; 0 when there is none.
+template <std::size_t Count>
+int placeOf(const std::array<const char*, Count>& names, QStringView word) noexcept
+{
+    for (std::size_t place = 0; place < Count; ++place) {
+        const QLatin1StringView name(names[place]);
+        if (word.compare(word.size() == 3 ? name.left(3) : name, Qt::CaseInsensitive) == 0)
+            return int(place) + 1;
+    }
+    return 0;
+}
+
 QString nameOf(const char* name, bool abbreviated)
 {
     return abbreviated ? QString::fromLatin1(name, 3) : QString::fromLatin1(name);
@@ -131,6 +143,16 @@ QString monthName(int month, bool abbreviated)
 QString weekdayName(int day, bool abbreviated)
 {
     return nameOf(DayNames[std::size_t(day - 1)], abbreviated);
+}
+
+int monthByName(QStringView word) noexcept
+{
+    return placeOf(MonthNames, word);
+}
+
+int weekdayByName(QStringView word) noexcept
+{
+    return placeOf(DayNames, word);
 }
 
 } // namespace zan::values

@@ -3,6 +3,7 @@
 #include "values/Variant.h"
 
 #include <QString>
+#include <QStringView>
 
 #include <cstdint>
 #include <optional>
@@ -49,5 +50,9 @@ int weekOfYear(const CivilTime& time, int firstDay, int firstWeek) noexcept;
 /// English names, `month` 1 to 12, `day` 1 Sunday to 7 Saturday; three letters when abbreviated.
 QString monthName(int month, bool abbreviated);
 QString weekdayName(int day, bool abbreviated);
+/// Number of the month or weekday that a word names in full or by its first three letters, case ignored; 0 when it
+/// names none.
+int monthByName(QStringView word) noexcept;
+int weekdayByName(QStringView word) noexcept;
 
 } // namespace zan::values

@@ -10,25 +10,7 @@ namespace zan::values {
 
 namespace {
 
-constexpr std::array MonthNames{u"january", u"february", u"march",     u"april",   u"may",      u"june",
-                                u"july",    u"august",   u"september", u"october", u"november", u"december"};
-constexpr std::array DayNames{u"sunday", u"monday", u"tuesday", u"wednesday", u"thursday", u"friday", u"saturday"};
 constexpr qsizetype LongestDateText = 100; // no date is longer; longer texts are not looked at
-
-/// Place from 1 of a name that this word abbreviates with three letters or more; 0 when there is none.
-template <std::size_t Count>
-int nameIndex(const std::array<const char16_t*, Count>& names, QStringView word)
-{
-    if (word.size() < 3)
-        return 0;
-    for (std::size_t place = 0; place < Count; ++place) {
-        const QStringView name(names[place]);
-        if (word.size() == 3 ? name.startsWith(word, Qt::CaseInsensitive)
-                             : name.compare(word, Qt::CaseInsensitive) == 0)
-            return int(place) + 1;
-    }
-    return 0;
-}
 
 /// Reads a date text word by word: numbers, separators, month and day names, AM and PM.
 class DateParser
@@ -160,12 +142,11 @@ private:
         while (m_place < m_text.size() && m_text[m_place].isLetter())
             ++m_place;
         const QStringView word = m_text.mid(start, m_place - start);
-        if (const int month = nameIndex(MonthNames, word)) {
+        if (const int month = monthByName(word)) {
             if (m_month != 0)
                 return false;
             m_month = month;
-            m_fieldsBeforeMonth = m_fieldCount;
-        } else if (nameIndex(DayNames, word) == 0 || m_fieldCount > 0 || m_month != 0) {
+        } else if (weekdayByName(word) == 0 || m_fieldCount > 0 || m_month != 0) {
             return false;
         }
         skipBlanks();
@@ -239,7 +220,6 @@ private:
     qsizetype m_place = 0;
     std::array<Number, 3> m_fields{};
     int m_fieldCount = 0;
-    int m_fieldsBeforeMonth = 0;
     int m_month = 0;
     bool m_hasTime = false;
     int m_seconds = 0;

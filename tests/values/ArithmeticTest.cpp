@@ -29,18 +29,10 @@ void expectResults(Operator operation, std::initializer_list<OperatorRow> rows)
     }
 }
 
-Variant whole(int value)
-{
-    return std::int16_t(value);
-}
-
 Variant byte(int value)
 {
     return std::uint8_t(value);
 }
-
-const Variant empty{};
-const Variant null = Variant::null();
 
 /// An object that counts as the number 5.
 class Five : public AutomationObject
@@ -111,8 +103,8 @@ TEST(Arithmetic, TwoTextsAreJoinedAndATextBesideANumberIsRead)
                            {u"3", u"4", "String 34"},
                            {u"3", whole(4), "Double 7"},
                            {whole(4), u"3", "Double 7"},
-                           {u"a", empty, "String a"},
-                           {empty, u"a", "String a"},
+                           {u"a", Variant(), "String a"},
+                           {Variant(), u"a", "String a"},
                            {u"abc", whole(1), "error 13"},
                            {u"", whole(1), "error 13"},
                            {u"&h10", whole(1), "Double 17"},
@@ -123,25 +115,28 @@ TEST(Arithmetic, TwoTextsAreJoinedAndATextBesideANumberIsRead)
 
 TEST(Arithmetic, EmptyIsAnIntegerZero)
 {
-    expectResults(add, {{empty, empty, "Integer 0"}, {empty, whole(5), "Integer 5"}, {1.5, empty, "Double 1.5"}});
-    expectResults(subtract, {{empty, whole(5), "Integer -5"}});
-    expectResults(multiply, {{empty, 5.5, "Double 0"}});
-    expectResults(divide,
-                  {{empty, whole(5), "Double 0"}, {whole(5), empty, "error 11"}, {empty, empty, "error 6"}});
-    expectResults(power, {{empty, empty, "Double 1"}});
+    expectResults(
+        add,
+        {{Variant(), Variant(), "Integer 0"}, {Variant(), whole(5), "Integer 5"}, {1.5, Variant(), "Double 1.5"}});
+    expectResults(subtract, {{Variant(), whole(5), "Integer -5"}});
+    expectResults(multiply, {{Variant(), 5.5, "Double 0"}});
+    expectResults(
+        divide,
+        {{Variant(), whole(5), "Double 0"}, {whole(5), Variant(), "error 11"}, {Variant(), Variant(), "error 6"}});
+    expectResults(power, {{Variant(), Variant(), "Double 1"}});
 }
 
 TEST(Arithmetic, NullMakesEveryResultNull)
 {
     for (const Operator operation : {add, subtract, multiply, divide, integerDivide, modulo, power}) {
-        EXPECT_TRUE(operation(null, whole(1)).isNull());
-        EXPECT_TRUE(operation(whole(1), null).isNull());
-        EXPECT_TRUE(operation(null, null).isNull());
-        EXPECT_TRUE(operation(u"abc", null).isNull());
-        EXPECT_TRUE(operation(null, whole(0)).isNull());
+        EXPECT_TRUE(operation(Variant::null(), whole(1)).isNull());
+        EXPECT_TRUE(operation(whole(1), Variant::null()).isNull());
+        EXPECT_TRUE(operation(Variant::null(), Variant::null()).isNull());
+        EXPECT_TRUE(operation(u"abc", Variant::null()).isNull());
+        EXPECT_TRUE(operation(Variant::null(), whole(0)).isNull());
     }
-    EXPECT_TRUE(negate(null).isNull());
-    EXPECT_TRUE(plus(null).isNull());
+    EXPECT_TRUE(negate(Variant::null()).isNull());
+    EXPECT_TRUE(plus(Variant::null()).isNull());
 }
 
 TEST(Arithmetic, CurrencyStaysExact)
@@ -217,7 +212,7 @@ TEST(Arithmetic, IntegerDivisionRoundsBothSidesHalfToEvenFirst)
                                      {2147483648.0, whole(1), "error 6"},
                                      {std::numeric_limits<std::int32_t>::min(), whole(-1), "error 6"},
                                      {whole(-32768), whole(-1), "Long 32768"},
-                                     {empty, whole(1), "Integer 0"},
+                                     {Variant(), whole(1), "Integer 0"},
                                      {Currency{75000}, whole(2), "Long 4"},
                                  });
 }
@@ -261,7 +256,7 @@ TEST(Arithmetic, NegationPromotesLikeSubtraction)
     EXPECT_EQ(describe(negate(std::numeric_limits<std::int32_t>::min())), "Double 2147483648");
     EXPECT_EQ(describe(negate(byte(5))), "Integer -5");
     EXPECT_EQ(describe(negate(true)), "Integer 1");
-    EXPECT_EQ(describe(negate(empty)), "Integer 0");
+    EXPECT_EQ(describe(negate(Variant())), "Integer 0");
     EXPECT_EQ(describe(negate(u"5")), "Double -5");
     EXPECT_EQ(describe(negate(1.5f)), "Single -1.5");
     EXPECT_EQ(describe(negate(Currency{15000})), "Currency -1.5");
@@ -272,7 +267,7 @@ TEST(Arithmetic, NegationPromotesLikeSubtraction)
 TEST(Arithmetic, UnaryPlusLeavesTextAndEmptyAsTheyAre)
 {
     EXPECT_EQ(describe(plus(u"abc")), "String abc");
-    EXPECT_EQ(describe(plus(empty)), "Empty");
+    EXPECT_EQ(describe(plus(Variant())), "Empty");
     EXPECT_EQ(describe(plus(true)), "Boolean True");
     EXPECT_EQ(describe(plus(whole(5))), "Integer 5");
 }
@@ -280,12 +275,12 @@ TEST(Arithmetic, UnaryPlusLeavesTextAndEmptyAsTheyAre)
 TEST(Arithmetic, ConcatenationTakesNullForNoTextUnlessBothAreNull)
 {
     expectResults(concatenate, {
-                                   {u"ab ", null, "String ab "},
-                                   {null, u"x", "String x"},
-                                   {null, null, "Null"},
+                                   {u"ab ", Variant::null(), "String ab "},
+                                   {Variant::null(), u"x", "String x"},
+                                   {Variant::null(), Variant::null(), "Null"},
                                    {whole(1), whole(2), "String 12"},
-                                   {u"x", empty, "String x"},
-                                   {empty, empty, "String "},
+                                   {u"x", Variant(), "String x"},
+                                   {Variant(), Variant(), "String "},
                                    {true, 0.1, "String True0.1"},
                                    {Date{36526}, u"!", "String 1/1/2000!"},
                                });
@@ -297,7 +292,7 @@ TEST(Arithmetic, ArraysAndObjectsWithoutValueFail)
     for (const Operator operation : {add, subtract, multiply, divide, integerDivide, modulo, power, concatenate}) {
         EXPECT_EQ(outcome([&] { return operation(array, whole(1)); }), "error 13");
         EXPECT_EQ(outcome([&] { return operation(whole(1), array); }), "error 13");
-        EXPECT_EQ(outcome([&] { return operation(array, null); }), "error 13");
+        EXPECT_EQ(outcome([&] { return operation(array, Variant::null()); }), "error 13");
         EXPECT_EQ(outcome([&] { return operation(Variant::nothing(), whole(1)); }), "error 91");
     }
     EXPECT_EQ(outcome([&] { return negate(array); }), "error 13");
@@ -316,8 +311,9 @@ TEST(Arithmetic, AnObjectCountsAsItsDefaultValue)
 
 TEST(Arithmetic, AdditionAndMultiplicationCommute)
 {
-    const std::initializer_list<Variant> values{whole(5), 70000, 2.5, 2.5f,          byte(200), true,       empty,
-                                                u"3",     null,  0.0, Currency{-15}, -1e300,    Date{36526}};
+    const std::initializer_list<Variant> values{
+        whole(5), 70000,           2.5, 2.5f,          byte(200), true,       Variant(),
+        u"3",     Variant::null(), 0.0, Currency{-15}, -1e300,    Date{36526}};
     for (const Variant& a : values) {
         for (const Variant& b : values) {
             if (!(a.isText() && b.isText())) {

@@ -2,6 +2,8 @@
 #include "values/Array.h"
 #include "values/RuntimeError.h"
 
+#include "Describe.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -11,12 +13,12 @@ namespace zan::values {
 
 namespace {
 
-constexpr auto Value = Operand::Value;
+constexpr auto PlainValue = Operand::Value;
 constexpr auto TextLiteral = Operand::TextLiteral;
 constexpr auto NumberLiteral = Operand::NumberLiteral;
 
 /// "<", "=", ">", "unordered", "Null" or "error N".
-std::string ordered(const Variant& a, const Variant& b, Operand left = Value, Operand right = Value)
+std::string ordered(const Variant& a, const Variant& b, Operand left = PlainValue, Operand right = PlainValue)
 {
     try {
         switch (compare(a, b, left, right)) {
@@ -37,12 +39,7 @@ std::string ordered(const Variant& a, const Variant& b, Operand left = Value, Op
     }
 }
 
-Variant whole(int value)
-{
-    return std::int16_t(value);
-}
-
-const double nan = std::numeric_limits<double>::quiet_NaN();
+const double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 } // namespace
 
@@ -96,7 +93,7 @@ TEST(Compare, EmptyIsZeroOrNoTextAfterTheOtherSide)
     EXPECT_EQ(ordered(Variant(), whole(-1)), ">");
     EXPECT_EQ(ordered(u"0", Variant()), ">");
     EXPECT_EQ(ordered(Variant(), false), "=");
-    EXPECT_EQ(ordered(Variant(), u"", Value, TextLiteral), "=");
+    EXPECT_EQ(ordered(Variant(), u"", PlainValue, TextLiteral), "=");
 }
 
 TEST(Compare, TextIsGreaterThanAnyNumberWhenNeitherIsALiteral)
@@ -109,28 +106,28 @@ TEST(Compare, TextIsGreaterThanAnyNumberWhenNeitherIsALiteral)
 
 TEST(Compare, ANumberLiteralMakesTextANumber)
 {
-    EXPECT_EQ(ordered(u"1e2", whole(100), Value, NumberLiteral), "=");
+    EXPECT_EQ(ordered(u"1e2", whole(100), PlainValue, NumberLiteral), "=");
     EXPECT_EQ(ordered(u"&hff", whole(255), TextLiteral, NumberLiteral), "=");
-    EXPECT_EQ(ordered(whole(100), u"1e2", NumberLiteral, Value), "=");
-    EXPECT_EQ(ordered(whole(5), u"10", NumberLiteral, Value), "<");
-    EXPECT_EQ(ordered(u"abc", whole(5), Value, NumberLiteral), "error 13");
+    EXPECT_EQ(ordered(whole(100), u"1e2", NumberLiteral, PlainValue), "=");
+    EXPECT_EQ(ordered(whole(5), u"10", NumberLiteral, PlainValue), "<");
+    EXPECT_EQ(ordered(u"abc", whole(5), PlainValue, NumberLiteral), "error 13");
     EXPECT_EQ(ordered(u"", whole(5), TextLiteral, NumberLiteral), "error 13");
 }
 
 TEST(Compare, ATextLiteralMakesANumberText)
 {
-    EXPECT_EQ(ordered(u"010", whole(10), TextLiteral, Value), "<");
-    EXPECT_EQ(ordered(u"10", whole(10), TextLiteral, Value), "=");
-    EXPECT_EQ(ordered(whole(10), u"10", Value, TextLiteral), "=");
-    EXPECT_EQ(ordered(whole(9), u"10", Value, TextLiteral), ">");
-    EXPECT_EQ(ordered(u"abc", whole(5), TextLiteral, Value), ">");
+    EXPECT_EQ(ordered(u"010", whole(10), TextLiteral, PlainValue), "<");
+    EXPECT_EQ(ordered(u"10", whole(10), TextLiteral, PlainValue), "=");
+    EXPECT_EQ(ordered(whole(10), u"10", PlainValue, TextLiteral), "=");
+    EXPECT_EQ(ordered(whole(9), u"10", PlainValue, TextLiteral), ">");
+    EXPECT_EQ(ordered(u"abc", whole(5), TextLiteral, PlainValue), ">");
 }
 
 TEST(Compare, ABooleanBesideATextLiteralIsItsEnglishWord)
 {
-    EXPECT_EQ(ordered(u"True", true, TextLiteral, Value), "=");
-    EXPECT_NE(ordered(u"true", true, TextLiteral, Value), "=");
-    EXPECT_NE(ordered(u"-1", true, TextLiteral, Value), "=");
+    EXPECT_EQ(ordered(u"True", true, TextLiteral, PlainValue), "=");
+    EXPECT_NE(ordered(u"true", true, TextLiteral, PlainValue), "=");
+    EXPECT_NE(ordered(u"-1", true, TextLiteral, PlainValue), "=");
 }
 
 TEST(Compare, NullMakesTheOutcomeNull)
@@ -159,16 +156,16 @@ TEST(Compare, AnObjectWithoutValueFails)
 
 TEST(Compare, NotANumberIsUnordered)
 {
-    EXPECT_EQ(ordered(nan, nan), "unordered");
-    EXPECT_EQ(ordered(nan, whole(1)), "unordered");
-    EXPECT_EQ(ordered(1.0f, nan), "unordered");
+    EXPECT_EQ(ordered(notANumber, notANumber), "unordered");
+    EXPECT_EQ(ordered(notANumber, whole(1)), "unordered");
+    EXPECT_EQ(ordered(1.0f, notANumber), "unordered");
 }
 
 TEST(Compare, TurnsRoundWhenItsSidesChange)
 {
-    const std::initializer_list<Variant> values{whole(-3), 70000, 2.5,   0.1f,   std::uint8_t(9), true, false,
-                                                Variant(), u"",   u"12", u"abc", Currency{25000}, nan,  Date{36526},
-                                                1e300,     u"A"};
+    const std::initializer_list<Variant> values{
+        whole(-3), 70000,           2.5,        0.1f,        std::uint8_t(9), true, false, Variant(), u"", u"12",
+        u"abc",    Currency{25000}, notANumber, Date{36526}, 1e300,           u"A"};
     for (const Variant& a : values) {
         for (const Variant& b : values) {
             std::string turned = ordered(b, a);
@@ -187,8 +184,8 @@ TEST(CompareWithNumber, EmptyCountsAsZeroAndTextIsReadAsANumber)
     EXPECT_EQ(compareWithNumber(u" 3 ", 5), Ordering::Less);
     EXPECT_EQ(compareWithNumber(true, -1), Ordering::Equal);
     EXPECT_EQ(compareWithNumber(whole(7), 5), Ordering::Greater);
-    EXPECT_EQ(compareWithNumber(nan, 5), Ordering::Unordered);
-    EXPECT_EQ(compareWithNumber(5, nan), Ordering::Unordered);
+    EXPECT_EQ(compareWithNumber(notANumber, 5), Ordering::Unordered);
+    EXPECT_EQ(compareWithNumber(5, notANumber), Ordering::Unordered);
 }
 
 TEST(CompareWithNumber, EqualityIsExact)

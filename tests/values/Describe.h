@@ -7,6 +7,12 @@
 
 namespace zan::values {
 
+/// An Integer, which no plain literal is.
+inline Variant whole(int value)
+{
+    return std::int16_t(value);
+}
+
 /// Kind and text of a value, as "Integer 300", for tests where both count.
 inline std::string describe(const Variant& value)
 {

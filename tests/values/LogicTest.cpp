@@ -9,20 +9,12 @@ namespace zan::values {
 
 namespace {
 
-using Operator = Variant (*)(const Variant&, const Variant&);
+using LogicOperator = Variant (*)(const Variant&, const Variant&);
 
-std::string made(Operator operation, const Variant& left, const Variant& right)
+std::string made(LogicOperator operation, const Variant& left, const Variant& right)
 {
     return outcome([&] { return operation(left, right); });
 }
-
-Variant whole(int value)
-{
-    return std::int16_t(value);
-}
-
-const Variant empty{};
-const Variant null = Variant::null();
 
 } // namespace
 
@@ -64,53 +56,53 @@ TEST(Logic, RealNumbersAndTextAreRoundedToALong)
 
 TEST(Logic, EmptyIsALongZero)
 {
-    EXPECT_EQ(describe(logicalNot(empty)), "Long -1");
-    EXPECT_EQ(made(logicalOr, empty, whole(5)), "Long 5");
-    EXPECT_EQ(made(logicalAnd, empty, empty), "Long 0");
+    EXPECT_EQ(describe(logicalNot(Variant())), "Long -1");
+    EXPECT_EQ(made(logicalOr, Variant(), whole(5)), "Long 5");
+    EXPECT_EQ(made(logicalAnd, Variant(), Variant()), "Long 0");
 }
 
 TEST(Logic, AndIsZeroBesideNullWhereZeroDecides)
 {
-    EXPECT_EQ(made(logicalAnd, false, null), "Boolean False");
-    EXPECT_EQ(made(logicalAnd, null, false), "Boolean False");
-    EXPECT_EQ(made(logicalAnd, whole(0), null), "Integer 0");
-    EXPECT_EQ(made(logicalAnd, true, null), "Null");
-    EXPECT_EQ(made(logicalAnd, whole(5), null), "Null");
-    EXPECT_EQ(made(logicalAnd, null, null), "Null");
+    EXPECT_EQ(made(logicalAnd, false, Variant::null()), "Boolean False");
+    EXPECT_EQ(made(logicalAnd, Variant::null(), false), "Boolean False");
+    EXPECT_EQ(made(logicalAnd, whole(0), Variant::null()), "Integer 0");
+    EXPECT_EQ(made(logicalAnd, true, Variant::null()), "Null");
+    EXPECT_EQ(made(logicalAnd, whole(5), Variant::null()), "Null");
+    EXPECT_EQ(made(logicalAnd, Variant::null(), Variant::null()), "Null");
 }
 
 TEST(Logic, OrIsTheOtherSideBesideNullUnlessThatIsZero)
 {
-    EXPECT_EQ(made(logicalOr, true, null), "Boolean True");
-    EXPECT_EQ(made(logicalOr, null, true), "Boolean True");
-    EXPECT_EQ(made(logicalOr, false, null), "Null");
-    EXPECT_EQ(made(logicalOr, whole(5), null), "Integer 5");
-    EXPECT_EQ(made(logicalOr, null, null), "Null");
+    EXPECT_EQ(made(logicalOr, true, Variant::null()), "Boolean True");
+    EXPECT_EQ(made(logicalOr, Variant::null(), true), "Boolean True");
+    EXPECT_EQ(made(logicalOr, false, Variant::null()), "Null");
+    EXPECT_EQ(made(logicalOr, whole(5), Variant::null()), "Integer 5");
+    EXPECT_EQ(made(logicalOr, Variant::null(), Variant::null()), "Null");
 }
 
 TEST(Logic, FalseImpliesAnythingAndAnythingImpliesTrue)
 {
-    EXPECT_EQ(made(logicalImp, false, null), "Boolean True");
-    EXPECT_EQ(made(logicalImp, null, true), "Boolean True");
-    EXPECT_EQ(made(logicalImp, true, null), "Null");
-    EXPECT_EQ(made(logicalImp, null, false), "Null");
-    EXPECT_EQ(made(logicalImp, null, null), "Null");
-    EXPECT_EQ(made(logicalImp, whole(0), null), "Integer -1");
+    EXPECT_EQ(made(logicalImp, false, Variant::null()), "Boolean True");
+    EXPECT_EQ(made(logicalImp, Variant::null(), true), "Boolean True");
+    EXPECT_EQ(made(logicalImp, true, Variant::null()), "Null");
+    EXPECT_EQ(made(logicalImp, Variant::null(), false), "Null");
+    EXPECT_EQ(made(logicalImp, Variant::null(), Variant::null()), "Null");
+    EXPECT_EQ(made(logicalImp, whole(0), Variant::null()), "Integer -1");
 }
 
 TEST(Logic, XorEqvAndNotOfNullAreNull)
 {
-    EXPECT_EQ(made(logicalXor, true, null), "Null");
-    EXPECT_EQ(made(logicalEqv, null, false), "Null");
-    EXPECT_TRUE(logicalNot(null).isNull());
+    EXPECT_EQ(made(logicalXor, true, Variant::null()), "Null");
+    EXPECT_EQ(made(logicalEqv, Variant::null(), false), "Null");
+    EXPECT_TRUE(logicalNot(Variant::null()).isNull());
 }
 
 TEST(Logic, ArraysAndNothingFail)
 {
     const Variant array(Array::fromValues({1}));
-    for (const Operator operation : {logicalAnd, logicalOr, logicalXor, logicalEqv, logicalImp}) {
+    for (const LogicOperator operation : {logicalAnd, logicalOr, logicalXor, logicalEqv, logicalImp}) {
         EXPECT_EQ(made(operation, array, true), "error 13");
-        EXPECT_EQ(made(operation, null, array), "error 13");
+        EXPECT_EQ(made(operation, Variant::null(), array), "error 13");
         EXPECT_EQ(made(operation, Variant::nothing(), true), "error 91");
     }
     EXPECT_EQ(outcome([&] { return logicalNot(array); }), "error 13");
