@@ -41,6 +41,8 @@ class MemberTable
 public:
     /// A member of the same name as one of the base takes its place.
     MemberTable(const char* className, const MemberTable* base, std::initializer_list<Member> members);
+    MemberTable(const MemberTable&) = delete; // the index points into the table
+    MemberTable& operator=(const MemberTable&) = delete;
 
     const QString& className() const noexcept { return m_className; }
     const Member* find(Name name) const noexcept;

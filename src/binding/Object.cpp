@@ -35,29 +35,26 @@ std::optional<Variant> wholeNumber(double number)
 /// The value that an element's text stands for, for a property of this type; nothing when it has no place there.
 std::optional<Variant> valueFromText(ValueType type, const QString& text)
 {
+    if (type == ValueType::String || type == ValueType::Variant)
+        return Variant(text);
+    if (type == ValueType::Object || type == ValueType::None)
+        return std::nullopt;
+    const double number = values::val(text);
+    if (!std::isfinite(number)) // more digits than any number has room for
+        return std::nullopt;
     switch (type) {
     case ValueType::Boolean:
-        return Variant(values::val(text) != 0);
+        return Variant(number != 0);
     case ValueType::Byte:
-        return wholeNumber<std::uint8_t>(values::val(text));
+        return wholeNumber<std::uint8_t>(number);
     case ValueType::Integer:
-        return wholeNumber<std::int16_t>(values::val(text));
+        return wholeNumber<std::int16_t>(number);
     case ValueType::Long:
     case ValueType::Colour:
-        return wholeNumber<std::int32_t>(values::val(text));
-    case ValueType::Single:
-    case ValueType::Double:
-    case ValueType::Currency:
-    case ValueType::Date:
-        return Variant(values::val(text));
-    case ValueType::String:
-    case ValueType::Variant:
-        return Variant(text);
-    case ValueType::Object:
-    case ValueType::None:
-        break;
+        return wholeNumber<std::int32_t>(number);
+    default:
+        return Variant(number);
     }
-    return std::nullopt;
 }
 
 } // namespace

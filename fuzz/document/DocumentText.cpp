@@ -1,0 +1,80 @@
+// Any bytes: they are refused with a place and a reason, or they make a tree that is written and read again as the
+// same tree, and that can be taken apart.
+
+#include "document/Node.h"
+#include "document/XmlText.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+
+using namespace zan::document;
+
+namespace {
+
+void require(bool holds, const char* what)
+{
+    if (holds)
+        return;
+    std::fprintf(stderr, "broken: %s\n", what);
+    std::abort();
+}
+
+bool sameTree(const Node& a, const Node& b)
+{
+    if (a.type() != b.type() || a.name() != b.name())
+        return false;
+    if (!a.firstChild() && !b.firstChild() && a.text() != b.text())
+        return false;
+    const auto sameAttribute = [](const Node::Attribute& x, const Node::Attribute& y) {
+        return x.name == y.name && x.value == y.value;
+    };
+    if (!std::equal(a.attributes().begin(), a.attributes().end(), b.attributes().begin(), b.attributes().end(),
+                    sameAttribute))
+        return false;
+    Node x = a.firstChild();
+    Node y = b.firstChild();
+    for (; x && y; x = x.nextSibling(), y = y.nextSibling()) {
+        if (!sameTree(x, y)) // at most as deep as a document may be
+            return false;
+    }
+    return !x && !y;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));
+    ParseLimits limits;
+    limits.elements = 10'000;
+    limits.names = 1000;
+    const ParseResult result = parseXml(bytes, limits);
+    if (!result) {
+        require(!result.error.message.isEmpty(), "a refusal has a reason");
+        require(result.error.line > 0 && result.error.column > 0, "a refusal has a place");
+        return 0;
+    }
+    const QByteArray written = toXml(result.document);
+    const ParseResult again = parseXml(written);
+    require(bool(again), "what is written can be read");
+    require(sameTree(result.document, again.document), "what is written reads as the same tree");
+    require(toXml(again.document) == written, "writing again changes nothing");
+    const ParseResult line = parseXml(result.document.xml());
+    require(line && sameTree(result.document, line.document), "one line reads as the same tree");
+
+    Node root = result.document.documentElement();
+    const Node child = root.firstChildElement();
+    if (child) {
+        root.removeChild(child);
+        require(parseXml(toXml(root.ownerDocument())) && !child.parent(), "a child can be taken out");
+        root.appendChild(child);
+    }
+    root.setText(root.text());
+    require(bool(parseXml(toXml(result.document))), "an element can be made a text");
+    return 0;
+}

@@ -1,0 +1,243 @@
+#pragma once
+
+#include "binding/MemberTable.h"
+#include "binding/Object.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <initializer_list>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace zan::binding {
+
+/// Members of a class that the checks leave alone, by name: there has to be a reason for each.
+struct MemberTableExemptions
+{
+    std::vector<const char*> notRead; ///< reading changes something, or raises on an object with nothing behind it
+    std::vector<const char*> notWritten; ///< writing changes something else, or does not keep what is written
+};
+
+/// Walks the member table of an object and tries every member on it. Whatever breaks a rule that holds for every class
+/// is one complaint. Properties without indices are read, written with what was read, written with other values of
+/// their type and put back; methods are never called.
+class MemberTableChecks
+{
+public:
+    explicit MemberTableChecks(Object& object, MemberTableExemptions exemptions = {})
+        : m_object(&object)
+        , m_exemptions(std::move(exemptions))
+    {}
+
+    std::vector<std::string> complaints()
+    {
+        checkTable();
+        for (const Member& member : table().members()) {
+            checkDeclaration(member);
+            checkStatuses(member);
+            if (member.kind == Member::Kind::Property && member.allowedArguments == 0 && member.get &&
+                !isExempt(m_exemptions.notRead, member))
+                checkValue(member);
+        }
+        return m_complaints;
+    }
+
+private:
+    const MemberTable& table() const { return m_object->members(); }
+
+    void complain(const Member& member, const char* what)
+    {
+        m_complaints.push_back(member.name.text().toStdString() + ": " + what);
+    }
+
+    void require(bool holds, const Member& member, const char* what)
+    {
+        if (!holds)
+            complain(member, what);
+    }
+
+    static bool isExempt(const std::vector<const char*>& names, const Member& member)
+    {
+        return std::any_of(names.begin(), names.end(),
+                           [&](const char* name) { return Name(name).equalsIgnoringCase(member.name); });
+    }
+
+    void checkTable()
+    {
+        const auto complainOfTable = [&](const char* what) {
+            m_complaints.push_back(std::string("table: ") + what);
+        };
+        if (table().className().isEmpty())
+            complainOfTable("has no class name");
+        if (&table() != &m_object->members())
+            complainOfTable("is not the same table each time");
+        const auto defaults = std::count_if(table().members().begin(), table().members().end(),
+                                            [](const Member& member) { return member.isDefault; });
+        if (defaults > 1)
+            complainOfTable("has more than one default member");
+        Variant value;
+        const Name unknown("NoClassHasAMemberOfThisName");
+        if (m_object->tryGet(unknown, value) != AccessStatus::UnknownName ||
+            m_object->tryPut(unknown, value) != AccessStatus::UnknownName)
+            complainOfTable("knows a name that it does not have");
+    }
+
+    void checkDeclaration(const Member& member)
+    {
+        const QString& name = member.name.text();
+        require(!name.isEmpty() && name.front().isLetter() &&
+                    std::all_of(name.begin(), name.end(),
+                                [](QChar c) { return c.unicode() < 0x80 && (c.isLetterOrNumber() || c == u'_'); }),
+                member, "is not a name that a script can write");
+        require(m_names.insert(name.toCaseFolded()).second, member, "stands twice");
+        require(table().find(member.name) == &member && table().find(Name(name.toUpper())) == &member &&
+                    table().find(Name(name.toLower())) == &member,
+                member, "is not found by its name in any case");
+        require(member.requiredArguments <= member.allowedArguments, member, "needs more arguments than it takes");
+        require(!member.isDefault || member.get, member, "is the default but cannot be read");
+        if (member.kind == Member::Kind::Method) {
+            require(member.get && !member.put, member, "is a method that is not one");
+        } else {
+            require(member.get || member.put, member, "can neither be read nor written");
+            require(member.type != ValueType::None, member, "is a property without a type");
+        }
+    }
+
+    /// What each kind of member answers to an access that it does not allow.
+    void checkStatuses(const Member& member)
+    {
+        Variant value;
+        if (!member.get)
+            require(m_object->tryGet(member.name, value) == AccessStatus::WriteOnly, member, "can be read");
+        if (!member.put)
+            require(m_object->tryPut(member.name, value) == AccessStatus::ReadOnly &&
+                        m_object->tryPutText(member.name, QStringLiteral("1")) == AccessStatus::ReadOnly,
+                    member, "can be written");
+        if (member.requiredArguments > 0 && member.get)
+            require(errorOf([&] { m_object->get(member.name); }) == ErrorNumber::WrongArgumentCount, member,
+                    "takes fewer arguments than it needs");
+    }
+
+    void checkValue(const Member& member)
+    {
+        Variant first;
+        if (m_object->tryGet(member.name, first) != AccessStatus::Ok)
+            return complain(member, "cannot be read");
+        require(fits(member.type, first), member, "gives a value of another type than it says");
+        Variant second;
+        require(m_object->tryGet(member.name, second) == AccessStatus::Ok && same(first, second), member,
+                "gives another value when it is read again");
+        if (!member.put || isExempt(m_exemptions.notWritten, member))
+            return;
+        require(m_object->tryPut(member.name, first) == AccessStatus::Ok, member, "refuses the value that it has");
+        require(m_object->tryGet(member.name, second) == AccessStatus::Ok && same(first, second), member,
+                "changes when it is written with its own value");
+        for (const Variant& other : otherValues(member.type, first)) {
+            // A value outside the property's range is refused and leaves the property as it is.
+            const bool taken = m_object->tryPut(member.name, other) == AccessStatus::Ok;
+            require(m_object->tryGet(member.name, second) == AccessStatus::Ok &&
+                        same(taken ? other : first, second),
+                    member, taken ? "does not keep what is written" : "changes although it refuses");
+            require(m_object->tryPut(member.name, first) == AccessStatus::Ok, member, "cannot be put back");
+        }
+        if (member.type != ValueType::Object)
+            require(m_object->tryPut(member.name, Variant::nothing()) != AccessStatus::Ok ||
+                        member.type == ValueType::Variant,
+                    member, "takes Nothing for a value");
+    }
+
+    static std::vector<Variant> otherValues(ValueType type, const Variant& value)
+    {
+        switch (type) {
+        case ValueType::Boolean:
+            return {Variant(!value.boolean())};
+        case ValueType::Byte:
+            return {Variant(std::uint8_t(value.byte() == 1 ? 2 : 1))};
+        case ValueType::Integer:
+            return {Variant(std::int16_t(value.integer() == 1 ? 2 : 1))};
+        case ValueType::Long:
+        case ValueType::Colour:
+            return {Variant(std::int32_t(value.longInteger() == 1 ? 2 : 1))};
+        case ValueType::Single:
+            return {Variant(value.single() == 1.0F ? 2.0F : 1.0F)};
+        case ValueType::Double:
+            return {Variant(value.real() == 1 ? 2.0 : 1.0)};
+        case ValueType::String:
+            return {Variant(QStringLiteral("zan \u00e4 & <x>")), Variant(QString())};
+        default:
+            return {};
+        }
+    }
+
+    static bool fits(ValueType type, const Variant& value)
+    {
+        switch (type) {
+        case ValueType::Variant:
+            return true;
+        case ValueType::Boolean:
+            return value.is(values::Kind::Boolean);
+        case ValueType::Byte:
+            return value.is(values::Kind::Byte);
+        case ValueType::Integer:
+            return value.is(values::Kind::Integer);
+        case ValueType::Long:
+        case ValueType::Colour:
+            return value.is(values::Kind::Long);
+        case ValueType::Single:
+            return value.is(values::Kind::Single);
+        case ValueType::Double:
+            return value.is(values::Kind::Double);
+        case ValueType::Currency:
+            return value.is(values::Kind::Currency);
+        case ValueType::Date:
+            return value.is(values::Kind::Date);
+        case ValueType::String:
+            return value.isText();
+        case ValueType::Object:
+            return value.isObject();
+        case ValueType::None:
+            break;
+        }
+        return false;
+    }
+
+    static bool same(const Variant& a, const Variant& b)
+    {
+        if (a.kind() != b.kind())
+            return false;
+        if (a.isObject())
+            return a.object() == b.object();
+        if (a.isText())
+            return a.text() == b.text();
+        return a.isArray() || (!a.isNumber() && !a.is(values::Kind::Date)) ||
+               values::toDouble(a) == values::toDouble(b);
+    }
+
+    template <class Access>
+    static ErrorNumber errorOf(Access access)
+    {
+        try {
+            access();
+        } catch (const RuntimeError& error) {
+            return ErrorNumber(error.number());
+        }
+        return ErrorNumber::None;
+    }
+
+    Ref<Object> m_object;
+    MemberTableExemptions m_exemptions;
+    std::set<QString> m_names;
+    std::vector<std::string> m_complaints;
+};
+
+/// Every rule that a member table of the object breaks; none for a sound one:
+/// `EXPECT_EQ(brokenRules(*object), Rules())`.
+using Rules = std::vector<std::string>;
+inline Rules brokenRules(Object& object, MemberTableExemptions exemptions = {})
+{
+    return MemberTableChecks(object, std::move(exemptions)).complaints();
+}
+
+} // namespace zan::binding
