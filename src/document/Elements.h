@@ -15,6 +15,14 @@ inline const values::Name TitleFont("TITLEFONT");
 inline const values::Name Filter("FILTER");
 inline const values::Name Action("ACTION");
 inline const values::Name Function("FUNCTION");
+inline const values::Name Script("SCRIPT");
+inline const values::Name PutValue("PUTVALUE");
+inline const values::Name PutAddress("PUTADDRESS");
+inline const values::Name PutDataType("PUTDATATYPE");
+inline const values::Name ShowProgress("SHOWPROGRESS");
+inline const values::Name CheckedValue("CHECKEDVALUE");
+inline const values::Name UncheckedValue("UNCHECKEDVALUE");
+inline const values::Name IgnoreScan("IGNORESCAN");
 inline const values::Name Changed("CHANGED");
 
 inline const values::Name Type("TYPE");
@@ -42,6 +50,20 @@ inline const values::Name Stretch("STRETCH");
 
 inline const values::Name ShowLabels("SHOWLABELS");
 inline const values::Name AddLabelSeperators("ADDLABELSEPERATORS"); // the spelling is the element's name
+
+inline const values::Name Mode("MODE");
+inline const values::Name Comparison("COMPARISON");
+inline const values::Name CompareValue("COMPAREVALUE");
+inline const values::Name Program("PROGRAM");
+inline const values::Name HideWhenTrue("HIDEWHENTRUE");
+inline const values::Name HideWhenFalse("HIDEWHENFALSE");
+
+inline const values::Name UncheckedCaption("UNCHECKEDCAPTION");
+inline const values::Name CheckedCaption("CHECKEDCAPTION");
+
+inline const values::Name BoundLimit("BOUNDLIMIT");
+inline const values::Name LimitChannel("LIMITCHANNEL");
+inline const values::Name LimitOffset("LIMITOFFSET");
 
 inline const values::Name Bold("BOLD");
 inline const values::Name Charset("CHARSET");

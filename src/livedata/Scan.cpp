@@ -1,5 +1,7 @@
 #include "livedata/Scan.h"
 
+#include "livedata/BarDisplay.h"
+#include "livedata/StatusDisplay.h"
 #include "livedata/TextDisplay.h"
 
 #include <QStringView>
@@ -11,7 +13,12 @@ namespace zan::livedata {
 
 namespace {
 
-using Routine = void (*)(controls::iBenchControl& control, controls::BenchControls& controls);
+using controls::BenchControls;
+using controls::iBenchControl;
+
+constexpr QStringView StatusLightType = u"ZanBenchWindow.StatusLight";
+
+using Routine = void (*)(iBenchControl& control, BenchControls& controls);
 
 struct ScanRow
 {
@@ -20,9 +27,15 @@ struct ScanRow
 };
 
 // Types are told apart exactly, case included; a type without a row is passed over.
-constexpr std::array<ScanRow, 2> scanTable{{
-    {u"VB.Label", [](controls::iBenchControl& control, controls::BenchControls&) { UpdateLabel(control); }},
-    {u"VB.TextBox", [](controls::iBenchControl& control, controls::BenchControls&) { UpdateTextBox(control); }},
+constexpr std::array<ScanRow, 6> scanTable{{
+    {u"VB.CheckBox", [](iBenchControl& control, BenchControls&) { UpdateCheckBox(control); }},
+    {u"VB.Label", [](iBenchControl& control, BenchControls&) { UpdateLabel(control); }},
+    {u"VB.TextBox", [](iBenchControl& control, BenchControls&) { UpdateTextBox(control); }},
+    {u"MSComctlLib.ProgressBar", [](iBenchControl& control, BenchControls&) { UpdateProgressBar(control); }},
+    {StatusLightType,
+     [](iBenchControl& control, BenchControls& controls) { UpdateStatusLight(control, controls); }},
+    {u"ZanBenchWindow.ValueBar",
+     [](iBenchControl& control, BenchControls& controls) { UpdateValueBar(control, controls); }},
 }};
 
 } // namespace
@@ -36,9 +49,10 @@ void Scan::update(controls::iBenchControl& control, controls::BenchControls& con
         row->routine(control, controls);
 }
 
-void Scan::followLink(controls::iBenchControl&, int)
+void Scan::followLink(controls::iBenchControl& control, int state)
 {
-    // No control type on a panel follows the link outside the scan yet.
+    if (control.ControlType() == StatusLightType)
+        FollowLink(control, state);
 }
 
 void Scan::feedRecords(controls::iBenchControl&, controls::BenchControls&)

@@ -1,0 +1,458 @@
+#include "display/ValueBarControl.h"
+
+#include "binding/MemberTable.h"
+#include "display/PixelPainter.h"
+#include "display/ScaleColour.h"
+#include "surface/FontFace.h"
+#include "surface/TextPainter.h"
+#include "values/Format.h"
+
+#include <QColor>
+#include <QCoreApplication>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace zan::display {
+
+namespace {
+
+// Names of the properties, as documents, bags and scripts have them.
+namespace name {
+constexpr char BackColor[] = "BackColor";
+constexpr char ForeColor[] = "ForeColor";
+constexpr char Enabled[] = "Enabled";
+constexpr char Font[] = "Font";
+constexpr char BackStyle[] = "BackStyle";
+constexpr char BorderStyle[] = "BorderStyle";
+constexpr char Refresh[] = "Refresh";
+constexpr char Value[] = "Value";
+constexpr char HighLimit[] = "HighLimit";
+constexpr char LowLimit[] = "LowLimit";
+constexpr char HighColour[] = "HighColour";
+constexpr char NormalColour[] = "NormalColour";
+constexpr char LowColour[] = "LowColour";
+constexpr char Flash[] = "Flash";
+constexpr char Max[] = "Max";
+constexpr char Min[] = "Min";
+constexpr char ShowScale[] = "ShowScale";
+constexpr char TickCount[] = "TickCount";
+} // namespace name
+
+constexpr Colour Red{255};
+constexpr Colour Green{49152};
+constexpr QColor MarkerEdge(128, 128, 128);
+constexpr int HalfBright = 50;  // percent
+constexpr int TickLength = 20;  // pixels
+constexpr int TipHeight = 2;    // pixels, of a marker where it is thinnest
+constexpr int FarAway = 32'767; // markers take 16-bit places; further out nothing is seen anyway
+
+/// Text of a number at the scale; empty for what is no number.
+QString scaleText(double number)
+{
+    try {
+        return values::format(Variant(number), u"0");
+    } catch (const values::RuntimeError&) {
+        return {};
+    }
+}
+
+/// Width of a text of figures in whole pixels.
+int textWidth(const QString& text, surface::FontFace& face)
+{
+    float width = 0;
+    for (const QChar character : text)
+        width += face.glyph(character.unicode()).advance;
+    return int(std::ceil(std::min(width, float(FarAway))));
+}
+
+/// Column `distance` of a marker, counted from its tip, at the upright place `y`: its height grows with the distance.
+struct MarkerColumn
+{
+    MarkerColumn(int y, int distance)
+    {
+        // As high as long: the slope is one.
+        const double half = std::max(distance, TipHeight) / 2.0;
+        bottom = nearestPixel(y + half);
+        top = nearestPixel(y - half);
+        belowBottom = nearestPixel(y + 1 + half);
+        aboveTop = nearestPixel(y - 1 - half);
+    }
+    int bottom;
+    int top;
+    int belowBottom;
+    int aboveTop;
+};
+
+} // namespace
+
+ValueBarControl::ValueBarControl()
+    : DisplayControl(values::ButtonFace, values::ButtonText)
+    , m_highColour(Red)
+    , m_normalColour(Green)
+    , m_lowColour(Red)
+{}
+
+ValueBarControl::~ValueBarControl() = default;
+
+const binding::MemberTable& ValueBarControl::members() const
+{
+    using binding::property;
+    using B = ValueBarControl;
+    static const binding::MemberTable table("ValueBar", &baseMembers(),
+                                            {
+                                                property<&B::backColor, &B::setBackColor>(name::BackColor),
+                                                property<&B::foreColor, &B::setForeColor>(name::ForeColor),
+                                                property<&B::enabled, &B::setEnabled>(name::Enabled),
+                                                property<&B::font, &B::setFont>(name::Font),
+                                                property<&B::backStyle, &B::setBackStyle>(name::BackStyle),
+                                                property<&B::borderStyle, &B::setBorderStyle>(name::BorderStyle),
+                                                binding::method<&B::Refresh>(name::Refresh),
+                                                property<&B::value, &B::setValue>(name::Value),
+                                                property<&B::highLimit, &B::setHighLimit>(name::HighLimit),
+                                                property<&B::lowLimit, &B::setLowLimit>(name::LowLimit),
+                                                property<&B::highColour, &B::setHighColour>(name::HighColour),
+                                                property<&B::normalColour, &B::setNormalColour>(name::NormalColour),
+                                                property<&B::lowColour, &B::setLowColour>(name::LowColour),
+                                                property<&B::flash, &B::setFlash>(name::Flash),
+                                                property<&B::maximum, &B::setMaximum>(name::Max),
+                                                property<&B::minimum, &B::setMinimum>(name::Min),
+                                                property<&B::showScale, &B::setShowScale>(name::ShowScale),
+                                                property<&B::tickCount, &B::setTickCount>(name::TickCount),
+                                            });
+    return table;
+}
+
+const std::vector<DisplayControl::Setting>& ValueBarControl::settings() const
+{
+    static const std::vector<Setting> list{
+        {name::BackColor, values::ButtonFace.code},
+        {name::ForeColor, values::ButtonText.code},
+        {name::Enabled, true},
+        {name::Font, {}},
+        {name::BackStyle, std::int16_t(1)},
+        {name::BorderStyle, std::int16_t(0)},
+        {name::Value, 50.0},
+        {name::HighLimit, 75.0},
+        {name::LowLimit, 25.0},
+        {name::HighColour, Red.code},
+        {name::NormalColour, Green.code},
+        {name::LowColour, Red.code},
+        {name::Flash, false},
+        {name::Max, 100.0},
+        {name::Min, 0.0},
+        {name::ShowScale, false},
+        {name::TickCount, std::int16_t(10)},
+    };
+    return list;
+}
+
+Ref<FontObject> ValueBarControl::defaultFont(const Ref<FontObject>& ambientFont) const
+{
+    return ambientFont ? copyFont(*ambientFont) : values::make<FontObject>();
+}
+
+// Properties of the surface ------------------------------------------------------------------------------------
+
+void ValueBarControl::setBackColor(Colour colour)
+{
+    DisplayControl::setBackColor(colour);
+    markChanged(name::BackColor);
+}
+
+void ValueBarControl::setForeColor(Colour colour)
+{
+    DisplayControl::setForeColor(colour);
+    markChanged(name::ForeColor);
+}
+
+void ValueBarControl::setEnabled(bool enabled)
+{
+    DisplayControl::setEnabled(enabled);
+    markChanged(name::Enabled);
+}
+
+void ValueBarControl::setFont(const Ref<FontObject>& font)
+{
+    DisplayControl::setFont(font);
+    markChanged(name::Font);
+}
+
+void ValueBarControl::setBackStyle(std::int16_t style)
+{
+    DisplayControl::setBackStyle(style);
+    markChanged(name::BackStyle);
+}
+
+void ValueBarControl::setBorderStyle(std::int16_t style)
+{
+    DisplayControl::setBorderStyle(style);
+    markChanged(name::BorderStyle);
+}
+
+// Properties that are drawn ------------------------------------------------------------------------------------
+
+template <class T>
+void ValueBarControl::assign(T& property, T value, const char* name)
+{
+    const bool same = property == value;
+    property = value;
+    if (isLoading())
+        return;
+    markChanged(name);
+    if (!same)
+        changed(Look); // the same picture again costs nothing
+    prepareDrawing();
+}
+
+void ValueBarControl::setValue(double value)
+{
+    assign(m_value, value, name::Value);
+}
+
+void ValueBarControl::setHighLimit(double limit)
+{
+    assign(m_highLimit, limit, name::HighLimit);
+}
+
+void ValueBarControl::setLowLimit(double limit)
+{
+    assign(m_lowLimit, limit, name::LowLimit);
+}
+
+void ValueBarControl::setHighColour(Colour colour)
+{
+    assign(m_highColour, colour, name::HighColour);
+}
+
+void ValueBarControl::setNormalColour(Colour colour)
+{
+    assign(m_normalColour, colour, name::NormalColour);
+}
+
+void ValueBarControl::setLowColour(Colour colour)
+{
+    assign(m_lowColour, colour, name::LowColour);
+}
+
+void ValueBarControl::setFlash(bool flash)
+{
+    assign(m_flash, flash, name::Flash);
+}
+
+void ValueBarControl::setMaximum(double maximum)
+{
+    assign(m_maximum, maximum, name::Max);
+}
+
+void ValueBarControl::setMinimum(double minimum)
+{
+    assign(m_minimum, minimum, name::Min);
+}
+
+void ValueBarControl::setShowScale(bool show)
+{
+    assign(m_showScale, show, name::ShowScale);
+}
+
+void ValueBarControl::setTickCount(std::int16_t count)
+{
+    assign(m_tickCount, count, name::TickCount);
+}
+
+// Drawing ------------------------------------------------------------------------------------------------------
+
+void ValueBarControl::Refresh()
+{
+    changed(Look);
+    prepareDrawing();
+}
+
+void ValueBarControl::flashTick()
+{
+    changed(Look); // a bar that cannot be drawn is nobody's call here, so nobody is told
+}
+
+void ValueBarControl::resized()
+{
+    if (isLoading())
+        return;
+    layOut();
+    changed(Look);
+    try {
+        prepareDrawing();
+    } catch (const values::RuntimeError&) {
+        // A change of size succeeds whether or not the bar can be drawn.
+    }
+}
+
+/// Where the bar lies. A control too narrow for the markers keeps the bar where it was.
+void ValueBarControl::layOut()
+{
+    const QSize size = scaleSize();
+    const int scaleWidth = m_showScale ? textWidth(scaleText(m_maximum), font()->face()) : 0;
+    const int barWidth = size.width() - scaleWidth - 2 * MarkerSize;
+    if (barWidth >= 0)
+        m_bar = QRect(scaleWidth + MarkerSize, 0, barWidth, size.height());
+}
+
+/// What drawing does beside painting, in the order of drawing: 1. the scale, 2. the flash timer, 3. the bar. Raises
+/// where the drawing would end.
+void ValueBarControl::prepareDrawing()
+{
+    if (!hasTicks())
+        values::raise(values::ErrorNumber::DivisionByZero);
+    // A timer that runs while flashing is turned off goes on until the value comes back between the limits.
+    if (zone() == Zone::Normal)
+        m_flashTimer.stop();
+    else if (m_flash)
+        m_flashTimer.start();
+    if (!hasRange())
+        values::raise(values::ErrorNumber::DivisionByZero);
+}
+
+ValueBarControl::Zone ValueBarControl::zone() const noexcept
+{
+    if (m_value < m_lowLimit)
+        return Zone::Low;
+    return m_value > m_highLimit ? Zone::High : Zone::Normal;
+}
+
+Colour ValueBarControl::zoneColour() const
+{
+    const Zone place = zone();
+    if (place == Zone::Normal)
+        return m_normalColour;
+    const Colour colour = place == Zone::Low ? m_lowColour : m_highColour;
+    return m_flash && !m_flashTimer.phase() ? ScaleColour(colour, HalfBright) : colour;
+}
+
+/// Upright place of a value in the bar, pixels from its top; not limited to the bar.
+double ValueBarControl::placeOf(double value) const noexcept
+{
+    const double height = m_bar.height();
+    return height - (value - m_minimum) * height / (m_maximum - m_minimum);
+}
+
+void ValueBarControl::paint(surface::PaintContext& context, const QRect& rectangle)
+{
+    m_flashTimer.settle();
+    if (m_flash)
+        m_flashTimer.awaitTick();
+    const QRect area = paintFrame(context, rectangle, true);
+    if (area.isEmpty())
+        return;
+    const bool complete = hasTicks() && hasRange();
+    // COMPAT: the two tests differ; a low limit at the bottom of the bar is drawn, a high limit is not.
+    const bool showHigh = complete && m_highLimit > m_minimum;
+    const bool showLow = complete && m_lowLimit >= m_minimum;
+    // 1. What lies under the bar: scale and markers.
+    if (m_showScale && hasTicks())
+        paintScale(context, area);
+    PixelPainter canvas(context.painter, area.topLeft(), area);
+    const QColor text = values::toQColor(foreColor(), context.palette);
+    if (showHigh)
+        paintMarkers(canvas, m_highLimit, text);
+    if (showLow)
+        paintMarkers(canvas, m_lowLimit, text);
+    // 2. The bar and the lines of the limits across it.
+    const QRect place = m_bar.translated(area.topLeft());
+    PixelPainter bar(context.painter, place.topLeft(), place & area);
+    bar.fill(0, 0, place.width(), place.height(), values::toQColor(values::WindowBackground, context.palette));
+    if (!complete)
+        return;
+    bar.fill(0, place.height(), place.width(), nearestPixel(placeOf(m_value)),
+             values::toQColor(zoneColour(), context.palette));
+    const QColor lines = values::toQColor(values::WindowText, context.palette);
+    for (const auto& [shown, limit] : {std::pair(showHigh, m_highLimit), std::pair(showLow, m_lowLimit)}) {
+        if (shown)
+            bar.fill(0, nearestPixel(placeOf(limit)), place.width(), nearestPixel(placeOf(limit)), lines);
+    }
+}
+
+/// Ticks and numbers from the bottom up; Max gets neither.
+void ValueBarControl::paintScale(surface::PaintContext& context, const QRect& area) const
+{
+    const double height = m_bar.height();
+    const double pitch = height / m_tickCount;
+    const double step = (m_maximum - m_minimum) / m_tickCount;
+    surface::FontFace& face = font()->face();
+    surface::TextStyle style;
+    style.colour = values::toQColor(foreColor(), context.palette);
+    PixelPainter canvas(context.painter, area.topLeft(), area);
+    context.painter.save();
+    context.painter.setClipRect(area, Qt::IntersectClip);
+    for (int tick = 0; tick < m_tickCount; ++tick) {
+        const double y = height - tick * pitch - 1;
+        const int line = nearestPixel(y);
+        canvas.fill(m_bar.left() - TickLength, line, m_bar.left(), line, style.colour);
+        const QRect text(area.left(), area.top() + nearestPixel(y - face.height() + 2), area.width(),
+                         face.height());
+        if (text.intersects(area))
+            context.text.draw(context.painter, text, scaleText(m_minimum + tick * step), face, style);
+    }
+    context.painter.restore();
+}
+
+/// A triangle on each side of the bar, tips at the bar, with a grey edge above and below.
+void ValueBarControl::paintMarkers(PixelPainter& canvas, double limit, const QColor& colour) const
+{
+    const int y = std::clamp(nearestPixel(placeOf(limit)), -FarAway - 1, FarAway);
+    const int left = m_bar.left();
+    const int right = m_bar.left() + m_bar.width();
+    // Columns do not touch each other: all cores can be drawn before all edges.
+    for (int distance = 0; distance <= MarkerSize; ++distance) {
+        const MarkerColumn column(y, distance);
+        for (const int x : {left - distance, right + distance})
+            canvas.collect(x, column.bottom, x, column.top);
+    }
+    canvas.drawCollected(colour);
+    for (int distance = 0; distance <= MarkerSize; ++distance) {
+        const MarkerColumn column(y, distance);
+        for (const int x : {left - distance, right + distance}) {
+            canvas.collect(x, column.bottom, x, column.belowBottom);
+            canvas.collect(x, column.top, x, column.aboveTop);
+        }
+    }
+    canvas.drawCollected(MarkerEdge);
+}
+
+QString ValueBarControl::accessibleText() const
+{
+    const auto text = [](double number) { return values::toText(Variant(number)); };
+    QString state;
+    switch (zone()) {
+    case Zone::Low:
+        state = QCoreApplication::translate("ValueBar", "below the low limit of %1").arg(text(m_lowLimit));
+        break;
+    case Zone::High:
+        state = QCoreApplication::translate("ValueBar", "above the high limit of %1").arg(text(m_highLimit));
+        break;
+    case Zone::Normal:
+        state = QCoreApplication::translate("ValueBar", "within the limits");
+        break;
+    }
+    return QCoreApplication::translate("ValueBar", "%1 of %2 to %3, %4")
+        .arg(text(m_value), text(m_minimum), text(m_maximum), state);
+}
+
+void ValueBarControl::copyDesign(const LiveControl& source)
+{
+    DisplayControl::copyDesign(source);
+    const auto& other = static_cast<const ValueBarControl&>(source);
+    m_value = other.m_value;
+    m_highLimit = other.m_highLimit;
+    m_lowLimit = other.m_lowLimit;
+    m_maximum = other.m_maximum;
+    m_minimum = other.m_minimum;
+    m_highColour = other.m_highColour;
+    m_normalColour = other.m_normalColour;
+    m_lowColour = other.m_lowColour;
+    m_tickCount = other.m_tickCount;
+    m_flash = other.m_flash;
+    m_showScale = other.m_showScale;
+    resized();
+}
+
+} // namespace zan::display

@@ -1,0 +1,113 @@
+#pragma once
+
+#include "display/DisplayControl.h"
+
+#include <QRect>
+
+namespace zan::surface {
+class FontFace;
+}
+
+namespace zan::display {
+
+class PixelPainter;
+
+/// A value bar on a surface: an upright bar filled in proportion to a value between Min and Max, in the colour of the
+/// zone that the value lies in, with markers at two limits and, where asked for, a scale. It can flash outside the
+/// limits. It knows nothing of loggers.
+///
+/// A property that shows in the picture raises 11 when it is set while the bar cannot be drawn: Max equal to Min, or
+/// a scale of no ticks. The property has its new value then, and the picture ends where the drawing did.
+class ValueBarControl : public DisplayControl
+{
+public:
+    /// Length of a limit marker in pixels, and the room for it on both sides of the bar.
+    static constexpr int MarkerSize = 10;
+
+    ValueBarControl();
+    ~ValueBarControl() override;
+    const binding::MemberTable& members() const override;
+
+    void setBackColor(Colour colour);
+    void setForeColor(Colour colour);
+    void setEnabled(bool enabled);
+    void setFont(const Ref<FontObject>& font);
+    void setBackStyle(std::int16_t style);
+    void setBorderStyle(std::int16_t style);
+
+    double value() const noexcept { return m_value; }
+    void setValue(double value);
+    double highLimit() const noexcept { return m_highLimit; }
+    void setHighLimit(double limit);
+    double lowLimit() const noexcept { return m_lowLimit; }
+    void setLowLimit(double limit);
+    Colour highColour() const noexcept { return m_highColour; }
+    void setHighColour(Colour colour);
+    Colour normalColour() const noexcept { return m_normalColour; }
+    void setNormalColour(Colour colour);
+    Colour lowColour() const noexcept { return m_lowColour; }
+    void setLowColour(Colour colour);
+    bool flash() const noexcept { return m_flash; }
+    /// Flashing outside the limits: half bright and bright in turn, a second each.
+    void setFlash(bool flash);
+    /// Top of the bar.
+    double maximum() const noexcept { return m_maximum; }
+    void setMaximum(double maximum);
+    /// Bottom of the bar.
+    double minimum() const noexcept { return m_minimum; }
+    void setMinimum(double minimum);
+    bool showScale() const noexcept { return m_showScale; }
+    /// The bar makes room for the scale at the next change of size.
+    void setShowScale(bool show);
+    /// Number of intervals of the scale.
+    std::int16_t tickCount() const noexcept { return m_tickCount; }
+    void setTickCount(std::int16_t count);
+    /// Draws. Raises 11 when the bar cannot be drawn.
+    void Refresh() override;
+
+    /// Whether the flash timer runs.
+    bool isFlashing() const noexcept { return m_flashTimer.isRunning(); }
+    /// The inner picture with the bar itself, inside the border.
+    const QRect& barRectangle() const noexcept { return m_bar; }
+
+    void paint(surface::PaintContext& context, const QRect& rectangle) override;
+    surface::AccessibleRole accessibleRole() const noexcept override { return surface::AccessibleRole::Indicator; }
+    /// Value, range and zone, so that nobody depends on the colour.
+    QString accessibleText() const override;
+    void copyDesign(const LiveControl& source) override;
+
+protected:
+    const std::vector<Setting>& settings() const override;
+    Ref<FontObject> defaultFont(const Ref<FontObject>& ambientFont) const override;
+    void resized() override;
+    void flashTick() override;
+
+private:
+    enum class Zone { Low, Normal, High };
+    template <class T>
+    void assign(T& property, T value, const char* name);
+    Zone zone() const noexcept;
+    Colour zoneColour() const;
+    bool hasTicks() const noexcept { return !m_showScale || m_tickCount != 0; }
+    bool hasRange() const noexcept { return m_maximum != m_minimum; }
+    double placeOf(double value) const noexcept;
+    void layOut();
+    void prepareDrawing();
+    void paintScale(surface::PaintContext& context, const QRect& area) const;
+    void paintMarkers(PixelPainter& canvas, double limit, const QColor& colour) const;
+
+    double m_value = 50;
+    double m_highLimit = 75;
+    double m_lowLimit = 25;
+    double m_maximum = 100;
+    double m_minimum = 0;
+    Colour m_highColour;
+    Colour m_normalColour;
+    Colour m_lowColour;
+    QRect m_bar{MarkerSize, 0, 0, 0};
+    std::int16_t m_tickCount = 10;
+    bool m_flash = false;
+    bool m_showScale = false;
+};
+
+} // namespace zan::display

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "controls/BenchControls.h"
+#include "controls/iBenchControl.h"
+
+namespace zan::livedata {
+
+/// Sets a status light's Visible and Value from its channel, compared with a constant or tested for a bit, or from the
+/// state of the connection, as the document says. A light that shows a channel and has none stays as it is.
+///
+/// A value that cannot be compared raises what the comparison raises. Nothing is raised from a bit test on.
+void UpdateStatusLight(controls::iBenchControl& control, const controls::BenchControls& controls);
+
+/// Brings a light that shows the state of the connection in line with a new state of the link.
+void FollowLink(controls::iBenchControl& control, int state);
+
+} // namespace zan::livedata
