@@ -381,6 +381,16 @@ qsizetype sectionEnd(QStringView text, qsizetype start)
     return std::min(start, text.size());
 }
 
+/// Kind of a section after the first. Words stand there for a sign or for nothing ("0.00;;;Nil"), so the letters
+/// are no dates beside a number or text section.
+SectionKind laterKind(SectionKind first, SectionKind own)
+{
+    if (first == SectionKind::Text)
+        return SectionKind::Text;
+    const bool isWord = own == SectionKind::Date || own == SectionKind::Text;
+    return first == SectionKind::Number && isWord ? SectionKind::Literal : own;
+}
+
 } // namespace
 
 FormatPattern::FormatPattern(QStringView formatText)
@@ -403,9 +413,9 @@ FormatPattern::FormatPattern(QStringView formatText)
     for (qsizetype start = 0; sections.size() < MostSections; ++start) {
         const qsizetype end = sectionEnd(formatText, start);
         const QStringView text = formatText.mid(start, end - start);
-        // After a text section all sections are text: their letters are not dates.
-        const bool allText = !sections.empty() && sections.front().kind == SectionKind::Text;
-        sections.push_back(SectionParser(text, allText ? SectionKind::Text : kindOf(text)).parse());
+        const SectionKind kind = kindOf(text);
+        sections.push_back(
+            SectionParser(text, sections.empty() ? kind : laterKind(sections.front().kind, kind)).parse());
         start = end;
         if (end >= formatText.size())
             break;

@@ -168,6 +168,26 @@ TEST(FormatDate, WholeForms)
     });
 }
 
+TEST(FormatDate, ThePublishedExamplesHold)
+{
+    const Variant evening = moment(1958, 12, 7, 20, 50, 35);
+    expectFormats({
+        {evening, u"m/d/yy", u"12/7/58"},
+        {evening, u"d-mmm", u"7-Dec"},
+        {evening, u"d-mmmm-yy", u"7-December-58"},
+        {evening, u"d mmmm", u"7 December"},
+        {evening, u"mmmm yy", u"December 58"},
+        {evening, u"hh:mm AM/PM", u"08:50 PM"},
+        {evening, u"h:mm:ss a/p", u"8:50:35 p"},
+        {evening, u"h:mm", u"20:50"},
+        {evening, u"h:mm:ss", u"20:50:35"},
+        {evening, u"m/d/yy h:mm", u"12/7/58 20:50"},
+        {moment(1993, 1, 27), u"dddd, mmm d yyyy", u"Wednesday, Jan 27 1993"},
+        {moment(1899, 12, 30, 17, 4, 23), u"h:m:s", u"17:4:23"},
+        {moment(1899, 12, 30, 17, 4, 23), u"hh:mm:ss AMPM", u"05:04:23 PM"},
+    });
+}
+
 TEST(FormatDate, LettersThatAreNoTokensAndMarkedOnesAreLiterals)
 {
     expectFormats({

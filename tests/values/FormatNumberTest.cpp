@@ -298,6 +298,42 @@ TEST(FormatNumber, EmptyIsAnEmptyTextUnderANumberFormat)
     expectFormats({{Variant(), u"0.00", u""}, {Variant(), u"Fixed", u""}, {Variant(), u"yyyy", u""}});
 }
 
+TEST(FormatNumber, WordsInALaterSectionNeedNoQuotes)
+{
+    expectFormats({
+        {-5, u"0.0;minus", u"minus"},
+        {0, u"0.0;-0.0;dry", u"dry"},
+        {0, u"0.0;-0.0;<dry>", u"<dry>"},
+        {Variant::null(), u"#,##0.00;;;Nil", u"Nil"},
+        {-5, u"0.0;0.0 below", u"5.0 below"},
+    });
+}
+
+TEST(FormatNumber, ThePublishedTableOfFormatsHolds)
+{
+    const auto expectLine = [](const char16_t* formatText, const char16_t* five, const char16_t* minusFive,
+                               const char16_t* half) {
+        expectFormats({{5, formatText, five}, {-5, formatText, minusFive}, {0.5, formatText, half}});
+    };
+    expectLine(u"", u"5", u"-5", u"0.5");
+    expectLine(u"0", u"5", u"-5", u"1");
+    expectLine(u"0.00", u"5.00", u"-5.00", u"0.50");
+    expectLine(u"#,##0", u"5", u"-5", u"1");
+    expectLine(u"#,##0.00;;;Nil", u"5.00", u"-5.00", u"0.50");
+    expectLine(u"$#,##0;($#,##0)", u"$5", u"($5)", u"$1");
+    expectLine(u"$#,##0.00;($#,##0.00)", u"$5.00", u"($5.00)", u"$0.50");
+    expectLine(u"0%", u"500%", u"-500%", u"50%");
+    expectLine(u"0.00%", u"500.00%", u"-500.00%", u"50.00%");
+    expectLine(u"0.00E+00", u"5.00E+00", u"-5.00E+00", u"5.00E-01");
+    expectLine(u"0.00E-00", u"5.00E00", u"-5.00E00", u"5.00E-01");
+    expectFormats({
+        {5459.4, u"##,##0.00", u"5,459.40"},
+        {334.9, u"###0.00", u"334.90"},
+        {5, u"0.00%", u"500.00%"},
+        {23, u"", u"23"},
+    });
+}
+
 TEST(FormatNumber, AMoreThanFourthSectionIsIgnored)
 {
     expectFormats({{5, u"0;0;0;0;9", u"5"}, {0, u"0;0;\\z;0;9;8", u"z"}});

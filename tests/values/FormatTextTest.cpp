@@ -57,6 +57,11 @@ TEST(FormatText, LessAndGreaterForceTheCase)
     });
 }
 
+TEST(FormatText, ThePublishedExamplesHold)
+{
+    expectFormats({{u"HELLO", u"<", u"hello"}, {u"This is it", u">", u"THIS IS IT"}});
+}
+
 TEST(FormatText, TheSecondSectionShowsEmptyTextAndNull)
 {
     expectFormats({
