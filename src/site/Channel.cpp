@@ -1,6 +1,7 @@
 #include "site/Channel.h"
 
 #include "binding/MemberTable.h"
+#include "site/NodeObject.h"
 
 #include <array>
 
@@ -28,6 +29,7 @@ const MemberTable& Channel::members() const
                                        readOnly<&Channel::Value>("Value").asDefault(),
                                        readOnly<&Channel::Key>("Key"),
                                        property<&Channel::UseCount, &Channel::setUseCount>("UseCount"),
+                                       readOnly<&Channel::XMLNode>("XMLNode"),
                                    });
     return table;
 }

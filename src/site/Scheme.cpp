@@ -2,6 +2,7 @@
 
 #include "binding/MemberTable.h"
 #include "site/IndexEnumerator.h"
+#include "site/NodeObject.h"
 
 namespace zan::site {
 
@@ -44,6 +45,7 @@ const MemberTable& SchemeWindow::members() const
     static const MemberTable table("SchemeWindow", nullptr,
                                    {
                                        property<&SchemeWindow::Key, &SchemeWindow::setKey>("Key"),
+                                       readOnly<&SchemeWindow::XML>("XML"),
                                        readOnly<&SchemeWindow::Count>("Count"),
                                        readOnly<&SchemeWindow::Item>("Item").asDefault(),
                                        addChannelMember(),

@@ -72,12 +72,12 @@ std::vector<ContractRow> contracts()
          logger->scheme->windows,
          "Item",
          {"Count", "Item", "Add", "CreateWindow", "CreateChannel"}},
-        {"SchemeWindow", logger->scheme->windows->windows[0], "Item", {"Key", "Count", "Item", "Add"}},
+        {"SchemeWindow", logger->scheme->windows->windows[0], "Item", {"Key", "XML", "Count", "Item", "Add"}},
         {"Channel",
          logger->channel(QStringLiteral("RTD"), QStringLiteral("Flow")),
          "Value",
          {"BaseAddress", "CDT", "DataType", "Bytes", "Multiplier", "Offset", "Formula", "Label", "Format", "Units",
-          "Visible", "Value", "Key", "UseCount"}},
+          "Visible", "Value", "Key", "UseCount", "XMLNode"}},
     };
 }
 
