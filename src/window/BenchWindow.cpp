@@ -4,6 +4,8 @@
 #include "document/Elements.h"
 #include "document/XMLOps.h"
 #include "livedata/Scan.h"
+#include "display/frmProgress.h"
+#include "window/ActionEngine.h"
 #include "window/Background.h"
 #include "window/BenchWindowObject.h"
 #include "window/ControlFactory.h"
@@ -28,7 +30,8 @@ BenchWindow::BenchWindow(QWidget* parent)
     , m_background(std::make_unique<Background>(*this))
     , m_liveData(std::make_unique<livedata::Scan>())
     , m_siteMap(values::make<SiteMapPlacement>())
-    , m_ownForms(std::make_unique<DesktopForms>())
+    , m_actions(std::make_unique<ActionEngine>(*this))
+    , m_ownForms(std::make_unique<surface::DesktopForms>())
     , m_forms(m_ownForms.get())
 {
     document::XMLOps::OpenXML();
@@ -234,7 +237,7 @@ void BenchWindow::setLogger(const Ref<site::Logger>& logger)
     controlsOrRaise().AttachLogger(logger);
 }
 
-void BenchWindow::setForms(HostForms* forms)
+void BenchWindow::setForms(surface::HostForms* forms)
 {
     m_forms = forms ? forms : m_ownForms.get();
 }
@@ -242,6 +245,20 @@ void BenchWindow::setForms(HostForms* forms)
 const std::vector<NewControlMenuItem>& BenchWindow::newControlMenu() const
 {
     return m_factory->newControlMenu();
+}
+
+void BenchWindow::ShowProgress()
+{
+    if (!m_progress)
+        m_progress = new display::frmProgress(this, *m_forms);
+    m_progress->clear();
+    m_progress->setLogger(m_logger);
+    m_progress->show();
+}
+
+QPointer<display::frmProgress> BenchWindow::progressWindow() const
+{
+    return m_progress;
 }
 
 void BenchWindow::Refresh()

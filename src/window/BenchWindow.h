@@ -3,13 +3,18 @@
 #include "binding/PropertyBag.h"
 #include "controls/BenchControls.h"
 #include "site/Logger.h"
+#include "surface/HostForms.h"
 #include "surface/Surface.h"
-#include "window/HostForms.h"
 
 #include <memory>
 
+namespace zan::display {
+class frmProgress;
+}
+
 namespace zan::window {
 
+class ActionEngine;
 class Background;
 class BenchWindowObject;
 class ControlFactory;
@@ -92,6 +97,12 @@ public:
     /// Brings the document up to date and has the scheme saved; nothing without a current window.
     void SaveWindow();
 
+    /// Opens the progress window, empty, over this panel; it follows the logger until that has finished.
+    void ShowProgress();
+    /// The progress window while it is open.
+    QPointer<display::frmProgress> progressWindow() const;
+    ActionEngine& actions() const { return *m_actions; }
+
     /// Design values of a panel that is placed for the first time.
     void InitProperties();
     /// Design values that a host has kept.
@@ -100,8 +111,8 @@ public:
 
     const std::vector<NewControlMenuItem>& newControlMenu() const;
     /// Who shows message boxes; null gives real windows. Must outlive the panel.
-    void setForms(HostForms* forms);
-    HostForms& forms() const { return *m_forms; }
+    void setForms(surface::HostForms* forms);
+    surface::HostForms& forms() const { return *m_forms; }
 
 Q_SIGNALS:
     /// A property of the bag was written.
@@ -144,6 +155,8 @@ private:
     void placeSiteMap(const document::Node& siteMapNode);
     void storeFont(const document::Node& parent, binding::Object& font);
     void followLink(site::LinkState state);
+    Ref<controls::iBenchControl> wrapperOf(const surface::LiveControl& control) const;
+    void clickedControl(surface::LiveControl& control);
 
     Ref<site::Logger> m_logger;
     Ref<site::Link> m_link;
@@ -155,8 +168,11 @@ private:
     std::unique_ptr<Background> m_background;
     std::unique_ptr<controls::LiveData> m_liveData;
     Ref<SiteMapPlacement> m_siteMap;
-    std::unique_ptr<HostForms> m_ownForms;
-    HostForms* m_forms;
+    Ref<controls::iBenchControl> m_currentControl; // the one that was last clicked or pointed at
+    std::unique_ptr<ActionEngine> m_actions;
+    QPointer<display::frmProgress> m_progress;
+    std::unique_ptr<surface::HostForms> m_ownForms;
+    surface::HostForms* m_forms;
     float m_gridSize = DefaultGridSize;
     bool m_snapToGrid = true;
     bool m_showSiteMap = true;

@@ -153,7 +153,8 @@ void BenchWindow::Clear()
         m_currentWindow = schemeWindows()->createWindow();
         m_currentWindow->setKey(UnsavedWindowKey);
     }
-    // 3. to 5.
+    // 2. to 5.
+    m_currentControl = nullptr;
     const Ref<controls::BenchControls> list(&controlsOrRaise());
     list->Clear();
     cls();

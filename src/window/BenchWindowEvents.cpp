@@ -6,6 +6,7 @@
 #include "document/XMLOps.h"
 #include "surface/CommandButton.h"
 #include "values/Convert.h"
+#include "window/ActionEngine.h"
 #include "window/Background.h"
 
 #include <array>
@@ -16,6 +17,7 @@ namespace element = document::element;
 using binding::Variant;
 using document::XMLOps::GetAttribute;
 using surface::CommandButton;
+using surface::HostForms;
 using surface::LiveControl;
 using surface::MouseInput;
 using values::RuntimeError;
@@ -59,16 +61,49 @@ void BenchWindow::followLink(site::LinkState state)
     }
 }
 
+Ref<controls::iBenchControl> BenchWindow::wrapperOf(const LiveControl& control) const
+{
+    return controlsOrRaise().Control(Variant(values::toInteger(Variant(control.tag()))));
+}
+
 void BenchWindow::clicked(LiveControl* control)
 {
-    if (!control)
+    if (control)
+        clickedControl(*control);
+    else
         Q_EMIT Click();
+}
+
+void BenchWindow::clickedControl(LiveControl& control)
+{
+    const Ref<LiveControl> live(&control);
+    const QString arrayName = control.name();
+    const bool isCheckBox = arrayName == QLatin1String("cbCheck");
+    if (!isCheckBox && arrayName != QLatin1String("CommandButton"))
+        return;
+    // While the layout is being edited nothing acts.
+    if (!LockPositions())
+        return;
+    if (m_currentControl)
+        m_currentControl->setShowGrabHandles(false);
+    const Ref<controls::iBenchControl> wrapper = wrapperOf(control);
+    m_currentControl = wrapper;
+    if (isCheckBox) {
+        // The next scan must not undo what the click shows. COMPAT: marked before the test below, so that a change
+        // that comes from the data mutes a scan too.
+        document::XMLOps::SetAttribute(wrapper->XMLNode(), element::IgnoreScan, QStringLiteral("-1"));
+        if (!live->enabled())
+            return; // the scan is setting the value
+    }
+    m_actions->RunAction(wrapper);
 }
 
 void BenchWindow::doubleClicked(LiveControl* control)
 {
     if (!control)
         Q_EMIT DblClick();
+    else if (control->name() == QLatin1String("Text"))
+        m_actions->setFromTextBox(wrapperOf(*control));
 }
 
 bool BenchWindow::mouseDown(LiveControl*, const MouseInput& input)
@@ -119,6 +154,7 @@ void BenchWindow::hidden()
     // Minimised, or hidden with a parent: the panel lives on.
     if (!isHidden() || !m_controls)
         return;
+    m_currentControl = nullptr;
     m_controls->setWindow(nullptr);
     m_controls->setLiveData(nullptr);
     m_controls = nullptr;

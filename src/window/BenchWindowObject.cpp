@@ -40,6 +40,7 @@ const binding::MemberTable& BenchWindowObject::members() const
             property<&C::LockMenu, &C::setLockMenu>("LockMenu"),
             property<&C::HideProtectedControls, &C::setHideProtectedControls>("HideProtectedControls"),
             readOnly<&C::CurrentWindow>("CurrentWindow"),
+            method<&C::ShowProgress>("ShowProgress"),
         });
     return table;
 }

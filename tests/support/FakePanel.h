@@ -13,6 +13,9 @@
 /// A panel window without a surface, for tests of what joins document and controls.
 namespace zan::fake {
 
+using values::Ref;
+using values::Variant;
+
 /// A font that takes what it is given.
 class FakeFont : public binding::Object
 {

@@ -1,0 +1,260 @@
+// A panel of many bound labels beside bare toolkit labels that do the same, in one run: one QLabel per label in a
+// plain widget, placed by hand. Times are medians; a ratio below 1 means that the panel is cheaper.
+
+#include "BenchSite.h"
+
+#include "values/Format.h"
+#include "window/BenchWindow.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <malloc.h>
+#include <memory>
+#include <vector>
+
+using namespace zan;
+using values::Ref;
+using values::Variant;
+
+namespace {
+
+double median(std::vector<double> times)
+{
+    std::sort(times.begin(), times.end());
+    return times[times.size() / 2];
+}
+
+/// Milliseconds of the median run; `prepare` is not counted.
+double measure(int runs, const std::function<void()>& prepare, const std::function<void()>& work)
+{
+    std::vector<double> times;
+    for (int run = 0; run < runs; ++run) {
+        prepare();
+        QElapsedTimer timer;
+        timer.start();
+        work();
+        times.push_back(double(timer.nsecsElapsed()) / 1e6);
+    }
+    return median(times);
+}
+
+void paintPending()
+{
+    for (int turn = 0; turn < 3; ++turn)
+        QCoreApplication::processEvents();
+}
+
+std::size_t heapBytes()
+{
+    malloc_trim(0);
+    return mallinfo2().uordblks;
+}
+
+QSize gridSize(int labels)
+{
+    const int columns = std::min(labels, bench::Columns);
+    return {columns * bench::LabelWidth, (labels + bench::Columns - 1) / bench::Columns * bench::LabelHeight};
+}
+
+/// One QLabel per label, as anybody would write it.
+struct Bare
+{
+    explicit Bare(int count)
+    {
+        for (int i = 0; i < count; ++i) {
+            auto* label = new QLabel(QStringLiteral("0.00"), &window);
+            label->setGeometry((i % bench::Columns) * bench::LabelWidth, (i / bench::Columns) * bench::LabelHeight,
+                               bench::LabelWidth, bench::LabelHeight);
+            label->setToolTip(QStringLiteral("Label"));
+            labels.push_back(label);
+        }
+        window.resize(gridSize(count));
+    }
+    void update(const std::vector<double>& values)
+    {
+        for (std::size_t i = 0; i < labels.size(); ++i)
+            labels[i]->setText(QString::number(values[i], 'f', 2));
+    }
+    QWidget window;
+    std::vector<QLabel*> labels;
+};
+
+struct Panel
+{
+    Panel(const QString& file, int count)
+    {
+        scheme = trellis::SchemeFile::open(file).scheme;
+        logger = values::make<bench::BenchLogger>(scheme);
+        window = std::make_unique<window::BenchWindow>();
+        window->InitProperties();
+        window->setShowSiteMap(false);
+        window->setLogger(logger);
+        window->LoadWindow(QStringLiteral("MAIN"));
+        window->resize(gridSize(count));
+    }
+    void collectChannels(int count)
+    {
+        const Ref<site::SchemeWindow> home = scheme->Windows()->Item(Variant(u"RTD"));
+        for (int i = 1; i <= count; ++i)
+            channels.push_back(home->Item(Variant(i)));
+    }
+    void setValues(const std::vector<double>& values)
+    {
+        for (std::size_t i = 0; i < channels.size(); ++i)
+            channels[i]->setValue(Variant(values[i]));
+    }
+    Ref<trellis::SchemeFile> scheme;
+    Ref<bench::BenchLogger> logger;
+    std::unique_ptr<window::BenchWindow> window;
+    std::vector<Ref<site::Channel>> channels;
+};
+
+
+void report(const char* what, int count, const char* unit, double panel, double bare)
+{
+    std::printf("%-44s %6d  panel %10.3f %s   bare %10.3f %s   ratio %6.3f\n", what, count, panel, unit, bare, unit,
+                panel / bare);
+}
+
+double measureLoad(const QString& file, int count, int runs)
+{
+    std::unique_ptr<Panel> panel;
+    std::unique_ptr<Bare> bare;
+    const double ours = measure(
+        runs, [&] { panel.reset(); },
+        [&] {
+            panel = std::make_unique<Panel>(file, count);
+            panel->window->show();
+            paintPending();
+        });
+    const double closing = measure(
+        runs,
+        [&] {
+            panel = std::make_unique<Panel>(file, count);
+            panel->window->show();
+            paintPending();
+        },
+        [&] { panel->window.reset(); });
+    panel.reset();
+    const double theirs = measure(
+        runs, [&] { bare.reset(); },
+        [&] {
+            bare = std::make_unique<Bare>(count);
+            bare->window.show();
+            paintPending();
+        });
+    const double bareClosing = measure(
+        runs,
+        [&] {
+            bare = std::make_unique<Bare>(count);
+            bare->window.show();
+            paintPending();
+        },
+        [&] { bare.reset(); });
+    report("load and first showing, file included", count, "ms", ours, theirs);
+    report("closing", count, "ms", closing, bareClosing);
+    return ours;
+}
+
+void measureScan(const QString& file, int count, int runs)
+{
+    Panel panel(file, count);
+    panel.collectChannels(count);
+    Bare bare(count);
+    std::vector<double> values(std::size_t(count), 1.0);
+    double tick = 0;
+    const auto changeAll = [&] {
+        tick += 0.37;
+        for (std::size_t i = 0; i < values.size(); ++i)
+            values[i] = 10.0 + tick + double(i % 90);
+    };
+    const auto changeSome = [&] {
+        tick += 0.37;
+        for (std::size_t i = std::size_t(int(tick * 100) % 100); i < values.size(); i += 100)
+            values[i] = 20.0 + tick + double(i % 90);
+    };
+    const auto panelScan = [&] {
+        panel.setValues(values);
+        Q_EMIT panel.logger->NewBenchData();
+        paintPending();
+    };
+    const auto bareScan = [&] {
+        bare.update(values);
+        paintPending();
+    };
+    // Without painting: the windows are not shown yet.
+    const double alone = measure(runs, changeAll, [&] {
+        panel.setValues(values);
+        panel.window->Refresh();
+    });
+    std::printf("%-44s %6d  panel %10.1f ns per control\n", "scan alone, all changed, nothing painted", count,
+                alone * 1e6 / count);
+    const double aloneSame = measure(
+        runs, [] {}, [&] { panel.window->Refresh(); });
+    std::printf("%-44s %6d  panel %10.1f ns per control\n", "scan alone, nothing changed", count,
+                aloneSame * 1e6 / count);
+    panel.window->show();
+    paintPending();
+    const double allPanel = measure(runs, changeAll, panelScan);
+    const double somePanel = measure(runs, changeSome, panelScan);
+    panel.window.reset();
+    bare.window.show();
+    paintPending();
+    const double allBare = measure(runs, changeAll, bareScan);
+    const double someBare = measure(runs, changeSome, bareScan);
+    report("scan with painting, all changed", count, "ms", allPanel, allBare);
+    report("scan with painting, 1 % changed", count, "ms", somePanel, someBare);
+}
+
+void measureMemory(const QString& file, int count)
+{
+    const std::size_t start = heapBytes();
+    auto panel = std::make_unique<Panel>(file, count);
+    panel->window->show();
+    paintPending();
+    const std::size_t withPanel = heapBytes();
+    panel.reset();
+    const std::size_t middle = heapBytes();
+    auto bare = std::make_unique<Bare>(count);
+    bare->window.show();
+    paintPending();
+    const std::size_t withBare = heapBytes();
+    bare.reset();
+    report("heap per control, document included", count, "B", double(withPanel - start) / count,
+           double(withBare - middle) / count);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    QTemporaryDir folder;
+    std::vector<double> loads;
+    for (const int count : {100, 1000, 10000}) {
+        const QString file = folder.filePath(QStringLiteral("%1.scheme").arg(count));
+        bench::writeScheme(file, count);
+        const int runs = count > 1000 ? 5 : 11;
+        loads.push_back(measureLoad(file, count, runs));
+        measureScan(file, count, runs * 3);
+        measureMemory(file, count);
+    }
+    std::printf("load of 10,000 over load of 1,000: %.2f\n", loads[2] / loads[1]);
+    const QString file = folder.filePath(QStringLiteral("many.scheme"));
+    bench::writeScheme(file, 40000);
+    try {
+        const Panel panel(file, 40000);
+        std::printf("document of 40,000 controls: loaded\n");
+    } catch (const values::RuntimeError& error) {
+        std::printf("document of 40,000 controls: error %d, %s\n", error.number(), error.what());
+    }
+    return 0;
+}

@@ -1,0 +1,119 @@
+#include "surface/HostForms.h"
+
+#include <QAbstractButton>
+#include <QCoreApplication>
+#include <QDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPointer>
+
+#include <array>
+#include <span>
+
+namespace zan::surface {
+
+namespace {
+
+struct ButtonRow
+{
+    QMessageBox::StandardButton button;
+    HostForms::Answer answer;
+};
+
+constexpr std::array okOnly = {ButtonRow{QMessageBox::Ok, HostForms::Ok}};
+constexpr std::array okCancel = {ButtonRow{QMessageBox::Ok, HostForms::Ok},
+                                 ButtonRow{QMessageBox::Cancel, HostForms::Cancel}};
+constexpr std::array abortRetryIgnore = {ButtonRow{QMessageBox::Abort, HostForms::Abort},
+                                         ButtonRow{QMessageBox::Retry, HostForms::Retry},
+                                         ButtonRow{QMessageBox::Ignore, HostForms::Ignore}};
+constexpr std::array yesNoCancel = {ButtonRow{QMessageBox::Yes, HostForms::Yes},
+                                    ButtonRow{QMessageBox::No, HostForms::No},
+                                    ButtonRow{QMessageBox::Cancel, HostForms::Cancel}};
+constexpr std::array yesNo = {ButtonRow{QMessageBox::Yes, HostForms::Yes},
+                              ButtonRow{QMessageBox::No, HostForms::No}};
+constexpr std::array retryCancel = {ButtonRow{QMessageBox::Retry, HostForms::Retry},
+                                    ButtonRow{QMessageBox::Cancel, HostForms::Cancel}};
+
+/// The buttons of a style, in the order in which its default button counts them.
+std::span<const ButtonRow> buttonsOf(int style)
+{
+    switch (style & 15) {
+    case HostForms::OkCancel:
+        return okCancel;
+    case HostForms::AbortRetryIgnore:
+        return abortRetryIgnore;
+    case HostForms::YesNoCancel:
+        return yesNoCancel;
+    case HostForms::YesNo:
+        return yesNo;
+    case HostForms::RetryCancel:
+        return retryCancel;
+    default:
+        return okOnly;
+    }
+}
+
+QMessageBox::Icon iconOf(int style)
+{
+    switch (style & 0x70) {
+    case HostForms::Critical:
+        return QMessageBox::Critical;
+    case HostForms::Question:
+        return QMessageBox::Question;
+    case HostForms::Exclamation:
+        return QMessageBox::Warning;
+    case HostForms::Information:
+        return QMessageBox::Information;
+    default:
+        return QMessageBox::NoIcon;
+    }
+}
+
+QString titleOr(const QString& title)
+{
+    return title.isEmpty() ? QCoreApplication::applicationName() : title;
+}
+
+} // namespace
+
+int DesktopForms::messageBox(QWidget* owner, const QString& text, int style, const QString& title)
+{
+    // The owner may be deleted while the box is open and takes the box with it: never on the stack.
+    const QPointer<QMessageBox> box = new QMessageBox(owner);
+    box->setTextFormat(Qt::PlainText);
+    box->setText(text);
+    box->setWindowTitle(titleOr(title));
+    box->setIcon(iconOf(style));
+    const std::span<const ButtonRow> rows = buttonsOf(style);
+    for (const ButtonRow& row : rows)
+        box->addButton(row.button);
+    const std::size_t defaultPlace = std::size_t(style >> 8 & 3);
+    box->setDefaultButton(rows[defaultPlace < rows.size() ? defaultPlace : 0].button);
+    const int pressed = box->exec();
+    delete box.data();
+    for (const ButtonRow& row : rows) {
+        if (row.button == pressed)
+            return row.answer;
+    }
+    return Cancel;
+}
+
+std::optional<QString> DesktopForms::inputBox(QWidget* owner, const QString& prompt, const QString& title,
+                                              const QString& text)
+{
+    const QPointer<QInputDialog> box = new QInputDialog(owner);
+    box->setLabelText(prompt);
+    box->setWindowTitle(titleOr(title));
+    box->setTextValue(text);
+    const bool accepted = box->exec() == QDialog::Accepted;
+    const std::optional<QString> entered = accepted && box ? std::optional(box->textValue()) : std::nullopt;
+    delete box.data();
+    return entered;
+}
+
+void DesktopForms::showModal(QDialog& form)
+{
+    form.exec();
+}
+
+} // namespace zan::surface

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+class QDialog;
+class QWidget;
+
+namespace zan::surface {
+
+/// Everything modal that a panel shows goes through here, so that a test or a headless run can answer it and see
+/// what was asked. Styles and answers are the classic numbers of message boxes. The owner, and the panel with it,
+/// may be gone when a call returns.
+class HostForms
+{
+public:
+    enum Style : int {
+        OkOnly = 0,
+        OkCancel = 1,
+        AbortRetryIgnore = 2,
+        YesNoCancel = 3,
+        YesNo = 4,
+        RetryCancel = 5,
+        Critical = 16,
+        Question = 32,
+        Exclamation = 48,
+        Information = 64,
+    };
+    enum Answer : int { Ok = 1, Cancel = 2, Abort = 3, Retry = 4, Ignore = 5, Yes = 6, No = 7 };
+
+    virtual ~HostForms() = default;
+    /// Shows a plain message box and returns the Answer; the style is a sum of one button set, one icon and the
+    /// number of the default button (0, 256 or 512).
+    virtual int messageBox(QWidget* owner, const QString& text, int style, const QString& title) = 0;
+    /// Asks for a line of text; nothing when it was cancelled.
+    virtual std::optional<QString> inputBox(QWidget* owner, const QString& prompt, const QString& title,
+                                            const QString& text) = 0;
+    /// Shows a form modally and returns when it is hidden. The form's own fields say what came of it.
+    virtual void showModal(QDialog& form) = 0;
+};
+
+/// Real windows on the desktop.
+class DesktopForms : public HostForms
+{
+public:
+    int messageBox(QWidget* owner, const QString& text, int style, const QString& title) override;
+    std::optional<QString> inputBox(QWidget* owner, const QString& prompt, const QString& title,
+                                    const QString& text) override;
+    void showModal(QDialog& form) override;
+};
+
+} // namespace zan::surface

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "controls/iBenchControl.h"
+#include "site/Logger.h"
+
+#include <QPointer>
+#include <QString>
+
+#include <memory>
+
+namespace zan::window {
+
+class BenchWindow;
+class frmSet;
+class ScriptActions;
+
+using values::Ref;
+using values::Variant;
+
+/// Carries out what a click on a control stands for: asks for a value and writes it, toggles, puts a fixed value at
+/// an address, connects, programs or unloads the logger, runs a script.
+///
+/// Actions may show modal forms and run scripts, so that anything can go while one runs: the control, the logger,
+/// the panel itself. The engine holds what it still needs and checks the rest.
+class ActionEngine
+{
+public:
+    explicit ActionEngine(BenchWindow& window);
+    ~ActionEngine();
+    ActionEngine(const ActionEngine&) = delete;
+    ActionEngine& operator=(const ActionEngine&) = delete;
+
+    /// Runs the action in the control's ACTION element; nothing without one. Raises what the logger raises.
+    void RunAction(const Ref<controls::iBenchControl>& control);
+    /// Writes a value to a memory address of the logger, through a channel made for it. Raises 91 without a logger.
+    void PutValue(const Variant& value, std::int32_t address, std::int32_t dataType);
+    /// Asks for a value for the channel of a text box, starting from the text that it shows.
+    void setFromTextBox(const Ref<controls::iBenchControl>& control);
+
+private:
+    struct Action;
+    void setChannel(const Ref<site::Channel>& channel);
+    void put(const document::Node& action);
+    void toggle(const document::Node& action, const Ref<site::Channel>& channel);
+    void vesper(const document::Node& action, const QString& function);
+    void connectOrDisconnect(QString& title);
+    bool confirmProgramming();
+    /// Shows the form with what it holds; true when it was confirmed and everything is still there.
+    bool askForValue(QString& value);
+    Ref<site::Logger> logger() const;
+
+    BenchWindow& m_window;
+    QPointer<frmSet> m_setForm;
+    std::unique_ptr<ScriptActions> m_scripts;
+};
+
+} // namespace zan::window

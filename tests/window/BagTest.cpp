@@ -1,0 +1,102 @@
+#include "WindowFixture.h"
+
+using namespace zan;
+using namespace zan::window;
+using binding::PropertyBag;
+using binding::Variant;
+using values::Name;
+
+namespace {
+class Bag : public WindowTest
+{
+protected:
+    static QStringList keys(const PropertyBag& bag)
+    {
+        QStringList list;
+        for (const PropertyBag::Entry& entry : bag.entries())
+            list << entry.name.text();
+        return list;
+    }
+};
+} // namespace
+
+TEST_F(Bag, PanelOfDefaultsWritesOnlyWhatHasNoDefault)
+{
+    PropertyBag bag;
+    panel->WriteProperties(bag);
+    EXPECT_EQ(keys(bag), (QStringList{u"ShowSiteMap"_qs, u"LockMenu"_qs}));
+}
+
+TEST_F(Bag, ChangedPropertiesAreWrittenInTheBagsOrder)
+{
+    panel->setLockMenu(true);
+    panel->setPictureFile(QStringLiteral("nowhere.bmp"));
+    panel->setStretch(true);
+    panel->setLockPositions(false);
+    panel->setSnapToGrid(false);
+    panel->setGridSize(90);
+    panel->setBorderStyle(1);
+    panel->setBackStyle(0);
+    panel->setFont(values::make<surface::FontObject>());
+    panel->setEnabled(false);
+    panel->setForeColor({1});
+    panel->setBackColor({2});
+    panel->setShowSiteMap(false);
+    PropertyBag bag;
+    panel->WriteProperties(bag);
+    EXPECT_EQ(keys(bag).join(u' '), u"BackColor ForeColor Enabled Font BackStyle BorderStyle GridSize SnapToGrid "
+                                    u"LockPositions Stretch PictureFile ShowSiteMap LockMenu");
+}
+
+TEST_F(Bag, RoundTripRestoresEveryProperty)
+{
+    panel->setLockMenu(true);
+    panel->setStretch(true);
+    panel->setLockPositions(false);
+    panel->setSnapToGrid(false);
+    panel->setGridSize(90.5f);
+    panel->setBorderStyle(1);
+    panel->setEnabled(false);
+    panel->setForeColor({1});
+    panel->setShowSiteMap(false);
+    panel->setPictureFile(QStringLiteral("nowhere.bmp"));
+    PropertyBag bag;
+    panel->WriteProperties(bag);
+    BenchWindow other;
+    other.ReadProperties(bag);
+    EXPECT_TRUE(other.LockMenu());
+    EXPECT_TRUE(other.Stretch());
+    EXPECT_FALSE(other.LockPositions());
+    EXPECT_FALSE(other.SnapToGrid());
+    EXPECT_EQ(other.GridSize(), 90.5f);
+    EXPECT_EQ(other.BorderStyle(), 1);
+    EXPECT_FALSE(other.Enabled());
+    EXPECT_EQ(other.ForeColor().code, 1);
+    EXPECT_FALSE(other.ShowSiteMap());
+    EXPECT_EQ(other.PictureFile(), u"nowhere.bmp");
+}
+
+TEST_F(Bag, EmptyBagGivesTheDefaults)
+{
+    BenchWindow other;
+    other.setGridSize(5);
+    other.ReadProperties({});
+    EXPECT_EQ(other.GridSize(), 200);
+    EXPECT_TRUE(other.SnapToGrid());
+    EXPECT_TRUE(other.LockPositions());
+    EXPECT_TRUE(other.ShowSiteMap());
+    EXPECT_FALSE(other.LockMenu());
+    EXPECT_EQ(other.BackColor(), values::ButtonFace);
+    EXPECT_EQ(other.BackStyle(), 1);
+}
+
+TEST_F(Bag, ReadingRestylesTheTemplatesOfPlainControls)
+{
+    PropertyBag bag;
+    bag.WriteProperty(Name("ForeColor"), Variant(1234));
+    BenchWindow other;
+    other.ReadProperties(bag);
+    EXPECT_EQ(values::toLong(other.array(u"Label")->item(1)->get(Name("ForeColor"))), 1234);
+    EXPECT_NE(values::toLong(other.array(u"Label")->item(1)->get(Name("ForeColor"))),
+              values::toLong(panel->array(u"Label")->item(1)->get(Name("ForeColor"))));
+}

@@ -1,0 +1,120 @@
+#include "WindowFixture.h"
+
+#include "window/ControlFactory.h"
+
+using namespace zan;
+using namespace zan::window;
+using binding::Variant;
+using controls::iBenchControl;
+using values::Name;
+using values::Ref;
+
+namespace {
+class Factory : public WindowTest
+{
+protected:
+    Ref<iBenchControl> add(const char* type) { return panel->Controls()->Add(QString::fromLatin1(type)); }
+};
+} // namespace
+
+TEST_F(Factory, FirstControlIsTheTemplateAndTheSecondLiesFiftyTwipsBelow)
+{
+    const auto first = add("VB.Label");
+    const auto second = add("VB.Label");
+    EXPECT_EQ(live(1)->index(), 1);
+    EXPECT_EQ(first->Left(), 4560);
+    EXPECT_EQ(first->Top(), 1560);
+    EXPECT_EQ(first->Width(), 825);
+    EXPECT_EQ(first->Height(), 225);
+    EXPECT_EQ(live(2)->index(), 2);
+    EXPECT_EQ(second->Left(), 4560);
+    EXPECT_EQ(second->Top(), 1560 + 225 + 50);
+    EXPECT_TRUE(live(2)->visible());
+}
+
+TEST_F(Factory, UnknownKeyGivesNothingAndTouchesNoTemplate)
+{
+    EXPECT_FALSE(add("vb.label"));
+    EXPECT_FALSE(add("No.Such"));
+    EXPECT_FALSE(add(""));
+    add("VB.Label");
+    EXPECT_EQ(live(1)->index(), 1);
+}
+
+TEST_F(Factory, OptionButtonHasNoMenuEntryYetLoads)
+{
+    for (const NewControlMenuItem& item : panel->newControlMenu())
+        EXPECT_NE(item.typeKey, u"VB.OptionButton");
+    fill("A", "<CONTROL><TYPE>VB.OptionButton</TYPE><CAPTION>Auto</CAPTION></CONTROL>");
+    panel->LoadWindow(QStringLiteral("A"));
+    EXPECT_EQ(property(1, "Caption"), u"Auto");
+}
+
+TEST_F(Factory, MenuHasTheTypesInTheirOrder)
+{
+    QStringList plain;
+    for (const NewControlMenuItem& item : panel->newControlMenu())
+        plain << item.caption.toString();
+    EXPECT_EQ(plain.first(6).join(u' '), u"&Label &Text Box &Command Button &Picture &Checkbox &Shape");
+    EXPECT_TRUE(plain.contains(u"Progress &Bar"));
+}
+
+TEST_F(Factory, AfterAClearTheFirstNewControlIsAFurtherElementAndTheTemplateStaysHidden)
+{
+    add("VB.Label");
+    panel->Clear();
+    const Ref<surface::LiveControl> templateElement = panel->array(u"Label")->item(1);
+    EXPECT_FALSE(templateElement->visible());
+    add("VB.Label");
+    EXPECT_EQ(live(1)->index(), 2);
+    EXPECT_FALSE(templateElement->visible());
+}
+
+TEST_F(Factory, RemovingTheTemplateHidesItAndRemovingOthersUnloadsThem)
+{
+    add("VB.TextBox");
+    add("VB.TextBox");
+    const Ref<surface::LiveControl> first = live(1);
+    const Ref<surface::LiveControl> second = live(2);
+    panel->Controls()->Remove(Variant(1));
+    EXPECT_TRUE(first->isLoaded());
+    EXPECT_FALSE(first->visible());
+    panel->Controls()->Remove(Variant(1));
+    EXPECT_FALSE(second->isLoaded());
+}
+
+TEST_F(Factory, NewLabelOnAnUnlockedSurfaceShowsABorder)
+{
+    add("VB.Label");
+    EXPECT_EQ(property(1, "BorderStyle"), u"0");
+    panel->setLockPositions(false);
+    add("VB.Label");
+    EXPECT_EQ(property(2, "BorderStyle"), u"1");
+}
+
+TEST_F(Factory, NewControlsTakeACopyOfTheWindowsFontAndItsColours)
+{
+    panel->setForeColor(values::rgb(9, 8, 7));
+    panel->Font()->setSize({170000});
+    add("VB.CheckBox");
+    const Variant font = live(1)->get(Name("Font"));
+    EXPECT_NE(font.object(), panel->Font().get());
+    EXPECT_EQ(values::toDouble(binding::objectOf(font).get(Name("Size"))), 17.0);
+    EXPECT_EQ(property(1, "ForeColor"), QString::number(values::rgb(9, 8, 7).code));
+}
+
+TEST_F(Factory, TypesAreKeptInOneTableWithTheirRectangles)
+{
+    EXPECT_EQ(controlTypes().size(), 13u);
+    EXPECT_EQ(findControlType(u"SITEMAP")->top, -120);
+    EXPECT_EQ(findControlType(u"MSComctlLib.ProgressBar")->arrayName, u"pbar");
+    EXPECT_EQ(findControlType(u"sitemap"), nullptr);
+}
+
+TEST_F(Factory, GraphOfALaterDayIsAnUnknownTypeAndItsNodeStays)
+{
+    fill("A", "<CONTROL><TYPE>ZanDataControls.ENTViewer</TYPE></CONTROL>");
+    panel->LoadWindow(QStringLiteral("A"));
+    EXPECT_EQ(panel->Controls()->Count(), 0);
+    EXPECT_EQ(nodeOf("A").children(Name("CONTROL")).size(), 1u);
+}

@@ -1,0 +1,320 @@
+#include "WindowFixture.h"
+
+#include "window/ControlFactory.h"
+
+using namespace zan;
+using namespace zan::window;
+using binding::Variant;
+using document::Node;
+using values::ErrorNumber;
+using values::make;
+using values::Name;
+using values::Ref;
+
+namespace {
+class Lifecycle : public WindowTest
+{};
+
+QString childText(const Node& node, const char* first, const char* second)
+{
+    return node.child(Name(first)).child(Name(second)).text();
+}
+
+constexpr const char* Label = "<CONTROL><TYPE>VB.Label</TYPE><CAPTION>hello</CAPTION></CONTROL>";
+} // namespace
+
+TEST_F(Lifecycle, LoadOfANewKeyCreatesTheWindowAndTheNextLoadFindsIt)
+{
+    EXPECT_EQ(logger->scheme->windows->Count(), 0);
+    panel->LoadWindow(QStringLiteral("A"));
+    EXPECT_EQ(logger->scheme->windows->Count(), 1);
+    const Ref<site::SchemeWindow> created = panel->CurrentWindow();
+    EXPECT_EQ(created->Key(), u"A");
+    EXPECT_TRUE(created->XML().child(Name("CONTAINER")));
+    panel->LoadWindow(QStringLiteral("A"));
+    EXPECT_EQ(logger->scheme->windows->Count(), 1);
+    EXPECT_EQ(panel->CurrentWindow().get(), created.get());
+}
+
+TEST_F(Lifecycle, LoadOfAnotherWindowEmptiesTheFormerTreeAndResetsItsContainer)
+{
+    fill("A", "<CONTAINER><GRIDSIZE>120</GRIDSIZE><BACKCOLOR>255</BACKCOLOR></CONTAINER>");
+    fill("A", Label);
+    fill("B", Label);
+    panel->LoadWindow(QStringLiteral("A"));
+    EXPECT_EQ(panel->GridSize(), 120);
+    panel->LoadWindow(QStringLiteral("B"));
+    EXPECT_TRUE(nodeOf("A").children(Name("CONTROL")).empty());
+    EXPECT_EQ(childText(nodeOf("A"), "CONTAINER", "GRIDSIZE"), u"200");
+    EXPECT_EQ(childText(nodeOf("A"), "CONTAINER", "BACKCOLOR"), u"-2147483633");
+    EXPECT_EQ(nodeOf("B").children(Name("CONTROL")).size(), 1u);
+}
+
+TEST_F(Lifecycle, ContainerSettingsReachTheWindowByName)
+{
+    fill("A", "<CONTAINER><BACKCOLOR>255</BACKCOLOR><FORECOLOR>65280</FORECOLOR><BORDERSTYLE>1</BORDERSTYLE>"
+              "<BACKSTYLE>0</BACKSTYLE><GRIDSIZE>150</GRIDSIZE><SNAPTOGRID>0</SNAPTOGRID><STRETCH>-1</STRETCH>"
+              "<NOSUCH>1</NOSUCH><FONT><NAME>Arial</NAME><SIZE>14</SIZE><BOLD>-1</BOLD></FONT></CONTAINER>");
+    panel->LoadWindow(QStringLiteral("A"));
+    EXPECT_EQ(panel->BackColor().code, 255);
+    EXPECT_EQ(panel->ForeColor().code, 65280);
+    EXPECT_EQ(panel->BorderStyle(), 1);
+    EXPECT_EQ(panel->BackStyle(), 0);
+    EXPECT_EQ(panel->GridSize(), 150);
+    EXPECT_FALSE(panel->SnapToGrid());
+    EXPECT_TRUE(panel->Stretch());
+    EXPECT_EQ(panel->Font()->name(), u"Arial");
+    EXPECT_TRUE(panel->Font()->bold());
+    EXPECT_EQ(panel->Font()->size().scaled, 140000);
+}
+
+TEST_F(Lifecycle, GridSizeOfZeroIsTakenAndLeavesTheDocument)
+{
+    panel->LoadWindow(QStringLiteral("A"));
+    panel->setGridSize(0);
+    EXPECT_EQ(panel->GridSize(), 0);
+    EXPECT_FALSE(nodeOf("A").child(Name("CONTAINER")).child(Name("GRIDSIZE")));
+    panel->setGridSize(-5);
+    EXPECT_EQ(panel->GridSize(), -5);
+    EXPECT_EQ(childText(nodeOf("A"), "CONTAINER", "GRIDSIZE"), u"-5");
+}
+
+TEST_F(Lifecycle, LoadWithoutLoggerRaisesWithTheDefaultsAlreadyRestored)
+{
+    BenchWindow bare;
+    bare.InitProperties();
+    bare.setGridSize(77);
+    EXPECT_EQ(errorOf([&] { bare.LoadWindow(QStringLiteral("A")); }), int(ErrorNumber::ObjectNotSet));
+    EXPECT_EQ(bare.GridSize(), 200);
+    EXPECT_EQ(errorOf([&] { bare.setLogger({}); }), int(ErrorNumber::ObjectNotSet));
+}
+
+TEST_F(Lifecycle, FailureOfTheSchemeReachesTheHost)
+{
+    logger->scheme->windows->failure = values::RuntimeError(ErrorNumber::PathNotFound);
+    EXPECT_EQ(errorOf([&] { panel->LoadWindow(QStringLiteral("A")); }), int(ErrorNumber::PathNotFound));
+    EXPECT_FALSE(panel->CurrentWindow());
+}
+
+TEST_F(Lifecycle, StoredSiteMapControlsDisappearAtTheLoad)
+{
+    fill("A", "<CONTROL><TYPE>SITEMAP</TYPE></CONTROL>");
+    fill("A", Label);
+    fill("A", "<CONTROL><TYPE>SITEMAP</TYPE></CONTROL>");
+    panel->setShowSiteMap(false);
+    panel->LoadWindow(QStringLiteral("A"));
+    EXPECT_EQ(nodeOf("A").children(Name("CONTROL")).size(), 1u);
+    EXPECT_EQ(panel->Controls()->Count(), 1);
+}
+
+TEST_F(Lifecycle, WithoutSiteMapItsElementIsLeftAtTheLoadAndWrittenBySave)
+{
+    fill("A", "<CONTAINER><SITEMAP><LEFT>77</LEFT></SITEMAP></CONTAINER>");
+    panel->setShowSiteMap(false);
+    panel->LoadWindow(QStringLiteral("A"));
+    EXPECT_EQ(nodeOf("A").child(Name("CONTAINER")).child(Name("SITEMAP")).xml(),
+              u"<SITEMAP><LEFT>77</LEFT></SITEMAP>");
+    panel->SaveWindow();
+    const Node siteMap = nodeOf("A").child(Name("CONTAINER")).child(Name("SITEMAP"));
+    EXPECT_EQ(siteMap.child(Name("LEFT")).text(), u"360");
+    EXPECT_EQ(siteMap.child(Name("HEIGHT")).text(), u"3495");
+    EXPECT_TRUE(siteMap.child(Name("FONT")));
+}
+
+TEST_F(Lifecycle, SaveStoresFontAndNodesAndCallsTheScheme)
+{
+    fill("A", Label);
+    panel->LoadWindow(QStringLiteral("A"));
+    live(1)->move(150, 300, 450, 600);
+    panel->SaveWindow();
+    const Node control = nodeOf("A").child(Name("CONTROL"));
+    EXPECT_EQ(control.child(Name("LEFT")).text(), u"150");
+    EXPECT_EQ(control.child(Name("HEIGHT")).text(), u"600");
+    EXPECT_FALSE(childText(nodeOf("A"), "CONTAINER", "FONT").isEmpty());
+    EXPECT_EQ(logger->scheme->saves, 1);
+}
+
+TEST_F(Lifecycle, FailedSaveIsSilent)
+{
+    panel->LoadWindow(QStringLiteral("A"));
+    logger->scheme->failure = values::RuntimeError(ErrorNumber::PathFileAccess);
+    EXPECT_EQ(errorOf([&] { panel->SaveWindow(); }), 0);
+    EXPECT_EQ(logger->scheme->saves, 1);
+}
+
+TEST_F(Lifecycle, SaveWithoutCurrentWindowIsNothing)
+{
+    panel->SaveWindow();
+    EXPECT_EQ(logger->scheme->saves, 0);
+}
+
+TEST_F(Lifecycle, SaveAfterClearTouchesAWindowOfNoSchemeAndStillSaves)
+{
+    fill("A", Label);
+    panel->LoadWindow(QStringLiteral("A"));
+    panel->Clear();
+    EXPECT_EQ(panel->Controls()->Count(), 0);
+    EXPECT_EQ(panel->CurrentWindow()->Key(), u"RTD");
+    EXPECT_EQ(logger->scheme->windows->Count(), 1) << "the fresh window is not added";
+    panel->SaveWindow();
+    EXPECT_EQ(logger->scheme->saves, 1);
+}
+
+TEST_F(Lifecycle, LoadedFormReloadsToTheSameTree)
+{
+    fill("A", "<CONTAINER/><FOREIGN keep=\"yes\">x</FOREIGN>");
+    fill("A", Label);
+    fill("A", "<CONTROL><TYPE>VB.TextBox</TYPE><LEFT>10</LEFT><ODD>kept</ODD></CONTROL>");
+    fill("A", "<CONTROL><TYPE>Some.Day</TYPE><INNER>kept</INNER></CONTROL>");
+    panel->LoadWindow(QStringLiteral("A"));
+    panel->SaveWindow();
+    const QString first = nodeOf("A").xml();
+    BenchWindow second;
+    second.InitProperties();
+    second.setLogger(logger);
+    second.LoadWindow(QStringLiteral("A"));
+    second.SaveWindow();
+    EXPECT_EQ(nodeOf("A").xml(), first);
+    EXPECT_TRUE(first.contains(u"<FOREIGN keep=\"yes\">x</FOREIGN>"));
+    EXPECT_TRUE(first.contains(u"<ODD>kept</ODD>"));
+    EXPECT_TRUE(first.contains(u"<INNER>kept</INNER>"));
+}
+
+TEST_F(Lifecycle, LoadOfTheWindowThatIsShownFindsItsControlsTakenOut)
+{
+    fill("A", Label);
+    panel->LoadWindow(QStringLiteral("A"));
+    panel->LoadWindow(QStringLiteral("A"));
+    EXPECT_EQ(panel->Controls()->Count(), 0);
+}
+
+TEST_F(Lifecycle, LoadOfASavedWindowLeavesTheSchemeUnchanged)
+{
+    fill("A", Label);
+    panel->LoadWindow(QStringLiteral("A"));
+    panel->SaveWindow();
+    const Node changed = logger->scheme->windows->root.child(Name("CHANGED"));
+    if (changed)
+        logger->scheme->windows->root.removeChild(changed);
+    BenchWindow second;
+    second.InitProperties();
+    second.setLogger(logger);
+    second.setShowSiteMap(false);
+    second.LoadWindow(QStringLiteral("A"));
+    EXPECT_FALSE(isChanged());
+}
+
+TEST_F(Lifecycle, FollowersTakeTheWindowsColoursAndOthersDoNot)
+{
+    fill("A", "<CONTROL><TYPE>VB.Label</TYPE><USEWINDOWSETTINGS>-1</USEWINDOWSETTINGS></CONTROL>");
+    fill("A", Label);
+    panel->LoadWindow(QStringLiteral("A"));
+    panel->setForeColor(values::rgb(1, 2, 3));
+    EXPECT_EQ(property(1, "ForeColor"), QString::number(values::rgb(1, 2, 3).code));
+    EXPECT_NE(property(2, "ForeColor"), QString::number(values::rgb(1, 2, 3).code));
+    EXPECT_EQ(childText(nodeOf("A"), "CONTAINER", "FORECOLOR"), QString::number(values::rgb(1, 2, 3).code));
+}
+
+TEST_F(Lifecycle, FollowersShareTheVeryFontObjectThatIsSet)
+{
+    fill("A", "<CONTROL><TYPE>VB.Label</TYPE><USEWINDOWSETTINGS>-1</USEWINDOWSETTINGS></CONTROL>");
+    fill("A", Label);
+    panel->LoadWindow(QStringLiteral("A"));
+    const auto font = make<surface::FontObject>();
+    panel->setFont(font);
+    EXPECT_EQ(live(1)->get(Name("Font")).object(), font.get());
+    EXPECT_NE(live(2)->get(Name("Font")).object(), font.get());
+    EXPECT_FALSE(nodeOf("A").child(Name("CONTAINER")).child(Name("FONT")));
+}
+
+TEST_F(Lifecycle, EveryWriteOfABagPropertyIsReported)
+{
+    QStringList reported;
+    QObject::connect(panel.get(), &BenchWindow::PropertyChanged, panel.get(),
+                     [&](const QString& name) { reported << name; });
+    panel->object()->put(Name("backcolor"), Variant(7));
+    panel->setGridSize(3);
+    panel->setLockMenu(true);
+    panel->setHideProtectedControls(true); // not in the bag
+    EXPECT_EQ(reported.join(u' '), u"BackColor GridSize LockMenu");
+}
+
+TEST_F(Lifecycle, LinkThatIsUpAlreadyShowsAtTheLoad)
+{
+    logger->link->state = site::LinkState::Connected;
+    fill("A",
+         "<CONTROL><TYPE>VB.CommandButton</TYPE><ACTION><TYPE>VESPER</TYPE><FUNCTION>CONNECT</FUNCTION></ACTION>"
+         "</CONTROL>");
+    fill("A", "<CONTROL><TYPE>VB.CommandButton</TYPE><CAPTION>Other</CAPTION><ACTION><TYPE>VESPER</TYPE>"
+              "<FUNCTION>UNLOAD</FUNCTION></ACTION></CONTROL>");
+    panel->LoadWindow(QStringLiteral("A"));
+    EXPECT_EQ(property(1, "Caption"), u"&Disconnect");
+    EXPECT_EQ(property(2, "Caption"), u"Other");
+    const char16_t* captions[] = {u"&Connect", u"&Cancel", u"&Disconnect", u"&Cancel", u"&Re-connect"};
+    for (int state = 0; state <= 4; ++state) {
+        logger->link->enter(site::LinkState(state));
+        EXPECT_EQ(property(1, "Caption"), captions[state]);
+    }
+    ASSERT_EQ(forms.boxes().size(), 1u);
+    EXPECT_EQ(forms.boxes()[0].text, u"Connection to site broken");
+    EXPECT_EQ(forms.boxes()[0].style, surface::HostForms::Exclamation);
+}
+
+TEST_F(Lifecycle, PanelWithTooManyControlsFailsByOverflowAndLives)
+{
+    const Node root = nodeOf("A");
+    for (int i = 0; i < 40000; ++i) {
+        const Node control = root.createElement(Name("CONTROL"));
+        control.appendChild(control.createElement(Name("TYPE"), QStringLiteral("VB.Label")));
+        root.appendChild(control);
+    }
+    EXPECT_EQ(errorOf([&] { panel->LoadWindow(QStringLiteral("A")); }), int(ErrorNumber::Overflow));
+    EXPECT_EQ(panel->Controls()->Count(), 32767);
+    fill("B", Label);
+    panel->LoadWindow(QStringLiteral("B"));
+    EXPECT_EQ(panel->Controls()->Count(), 1);
+}
+
+TEST_F(Lifecycle, HidingThePanelItselfEndsItsLifeAndHidingAParentDoesNot)
+{
+    QWidget page;
+    auto* shownPanel = new BenchWindow(&page);
+    shownPanel->InitProperties();
+    std::vector<int> seen;
+    QObject::connect(shownPanel, &BenchWindow::runtimeError, &page,
+                     [&](int number, const QString&) { seen.push_back(number); });
+    page.show();
+    page.hide();
+    EXPECT_TRUE(shownPanel->Controls());
+    page.show();
+    shownPanel->hide();
+    EXPECT_FALSE(shownPanel->Controls());
+    shownPanel->show(); // what a host must not do: it is told, nothing crashes
+    EXPECT_EQ(seen, std::vector<int>{int(ErrorNumber::ObjectNotSet)});
+}
+
+TEST_F(Lifecycle, FaceOfAPanelThatHasGoneRaisesObjectNotSet)
+{
+    const Ref<BenchWindowObject> object = panel->object();
+    const Ref<controls::BenchControls> list = panel->Controls();
+    panel.reset();
+    EXPECT_EQ(errorOf([&] { object->get(Name("GridSize")); }), int(ErrorNumber::ObjectNotSet));
+    EXPECT_EQ(errorOf([&] { list->Add(QStringLiteral("VB.Label")); }), int(ErrorNumber::ObjectNotSet));
+    logger->link->enter(site::LinkState::Connected);
+    Q_EMIT logger->NewBenchData();
+}
+
+TEST_F(Lifecycle, DataReachesLabelsAndTextBoxesOfTheLoadedPanel)
+{
+    logger->channel(QStringLiteral("RTD"), QStringLiteral("STAGE"))->format = QStringLiteral("0.000");
+    fill("A", "<CONTROL><TYPE>VB.Label</TYPE><BINDTO>RTD|STAGE</BINDTO></CONTROL>"
+              "<CONTROL><TYPE>VB.TextBox</TYPE><BINDTO>RTD|STAGE</BINDTO></CONTROL>"
+              "<CONTROL><TYPE>VB.TextBox</TYPE></CONTROL>");
+    panel->LoadWindow(QStringLiteral("A"));
+    EXPECT_EQ(property(1, "Caption"), u"");
+    logger->setValue(QStringLiteral("RTD"), QStringLiteral("STAGE"), Variant(1.5));
+    Q_EMIT logger->NewBenchData();
+    EXPECT_EQ(property(1, "Caption"), u"1.500");
+    EXPECT_EQ(property(2, "Text"), u"1.500");
+    EXPECT_EQ(property(3, "Text"), u"No channel");
+}

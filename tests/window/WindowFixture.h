@@ -1,0 +1,65 @@
+#pragma once
+
+#include "document/XMLOps.h"
+#include "document/XmlText.h"
+#include "support/FakeSite.h"
+#include "surface/LiveControl.h"
+#include "surface/RecordingForms.h"
+#include "window/BenchWindow.h"
+#include "window/BenchWindowObject.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+namespace zan::window {
+
+/// A panel with a logger and a scheme that a test fills.
+class WindowTest : public testing::Test
+{
+protected:
+    WindowTest()
+    {
+        panel->setForms(&forms);
+        panel->InitProperties();
+        panel->setLogger(logger);
+        QObject::connect(panel.get(), &BenchWindow::runtimeError, panel.get(),
+                         [this](int number, const QString&) { errors.push_back(number); });
+    }
+
+    /// Puts elements into the window of this key.
+    document::Node fill(const char* key, const char* xml)
+    {
+        const document::Node root = logger->scheme->window(QString::fromLatin1(key))->XML();
+        document::Node parsed =
+            document::XMLOps::LoadDocument(QStringLiteral("<X>%1</X>").arg(QString::fromUtf8(xml)));
+        while (const document::Node child = parsed.firstChildElement())
+            root.appendChild(child);
+        return root;
+    }
+    document::Node nodeOf(const char* key) { return logger->scheme->window(QString::fromLatin1(key))->XML(); }
+    bool isChanged() { return bool(logger->scheme->windows->root.child(values::Name("CHANGED"))); }
+    values::Ref<surface::LiveControl> live(int place)
+    {
+        return values::Ref<surface::LiveControl>(dynamic_cast<surface::LiveControl*>(
+            panel->Controls()->Control(binding::Variant(place))->Control().get()));
+    }
+    QString property(int place, const char* name) { return values::toText(live(place)->get(values::Name(name))); }
+    static int errorOf(const std::function<void()>& action)
+    {
+        try {
+            action();
+        } catch (const values::RuntimeError& error) {
+            return error.number();
+        }
+        return 0;
+    }
+
+    surface::RecordingForms forms;
+    values::Ref<fake::FakeLogger> logger = values::make<fake::FakeLogger>();
+    std::unique_ptr<BenchWindow> panel = std::make_unique<BenchWindow>();
+    std::vector<int> errors;
+};
+
+} // namespace zan::window
