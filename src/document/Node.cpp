@@ -1,6 +1,7 @@
 #include "document/Node.h"
 
 #include "document/Record.h"
+#include "document/XmlEncoding.h"
 #include "document/XmlNames.h"
 #include "document/XmlWriter.h"
 
@@ -293,7 +294,7 @@ Node Node::createElement(Name name, const QString& text) const
 
 QString Node::xml() const
 {
-    return m_record ? QString::fromUtf8(XmlWriter(XmlWriter::Layout::OneLine).write(m_record)) : QString();
+    return m_record ? fromUtf8(XmlWriter(XmlWriter::Layout::OneLine).write(m_record)) : QString();
 }
 
 const std::vector<Node::Attribute>& Node::attributes() const noexcept

@@ -116,6 +116,12 @@ ParseError errorAt(const QByteArray& utf8, qsizetype offset, const QString& mess
     return error;
 }
 
+QString fromUtf8(QByteArrayView utf8)
+{
+    const QString text = QString::fromUtf8(utf8);
+    return utf8.startsWith("\xEF\xBB\xBF") ? QChar(0xFEFF) + text : text;
+}
+
 std::optional<QByteArray> toUtf8(const QByteArray& bytes, ParseError& error)
 {
     if (bytes.startsWith("\xEF\xBB\xBF"))

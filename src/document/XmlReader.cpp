@@ -304,7 +304,7 @@ bool XmlReader::readName(const char* raw, Name& name)
         name = *known;
         return true;
     }
-    const QString text = QString::fromUtf8(bytes);
+    const QString text = fromUtf8(bytes);
     if (!isXmlName(text))
         return fail(raw, "The name is not one that XML allows.");
     if (bytes.size() > LongestName)
@@ -348,7 +348,7 @@ bool XmlReader::readLongText(const char* raw, qsizetype size, Where where, QStri
     text = QString();
     const auto takePlain = [&](const char* until) {
         if (until != plain)
-            text += QString::fromUtf8(plain, until - plain);
+            text += fromUtf8({plain, until - plain});
     };
     for (const char* at = raw; at != end;) {
         const char byte = *at;
@@ -375,7 +375,7 @@ bool XmlReader::readLongText(const char* raw, qsizetype size, Where where, QStri
         }
     }
     if (plain == raw)
-        text = QString::fromUtf8(raw, size);
+        text = fromUtf8({raw, size});
     else
         takePlain(end);
     return true;

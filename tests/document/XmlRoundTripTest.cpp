@@ -64,6 +64,8 @@ TEST(XmlRoundTrip, KeepsWhateverADocumentHolds)
         "<A><B xml:space='preserve'><C/><D/></B><E><F/></E></A>",
         "<A xml:space='preserve'><B xml:space='default'>\n<C/></B></A>",
         "<A>\xF0\x9F\x98\x80<B c='\xF0\x9F\x98\x80'/>\xC2\x85\xE2\x80\xA8</A>",
+        "<A>\xEF\xBB\xBF"
+        "a&gt;\xEF\xBB\xBF<\xEF\xBB\xBF/>\xEF\xBB\xBF</A>",
         "<A>]]&gt;<![CDATA[<![CDATA[ ]]]]><![CDATA[>]]></A>",
         "<A><!-- - --><!----><?p?><?q  two  blanks ?></A>",
         "<\xC3\x84\xC3\xA9 \xC3\xB6='1'>\xE2\x82\xAC</\xC3\x84\xC3\xA9>",
