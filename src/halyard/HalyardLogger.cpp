@@ -28,11 +28,14 @@ void HalyardLogger::customEvent(QEvent* event)
     const ResultQueue::Result result = m_thread.takeResult();
     if (!result)
         return;
+    ++m_eventDepth;
     try {
         result();
     } catch (const values::RuntimeError& error) {
-        Q_EMIT EventFailed(error.number(), error.description());
+        if (isWanted())
+            Q_EMIT EventFailed(error.number(), error.description());
     }
+    --m_eventDepth;
 }
 
 void HalyardLogger::AddAction(std::int32_t flag)
@@ -91,9 +94,9 @@ void HalyardLogger::onOperationProgress(std::uint32_t id, int percentage, const 
     if (id != m_operation.id || m_operation.isCancelled)
         return;
     if (m_operation.flag == site::ProgramAction)
-        Q_EMIT ProgramLoggerProgress(percentage, text);
+        announce(&Logger::ProgramLoggerProgress, percentage, text);
     else
-        Q_EMIT UnloadLoggerProgress(percentage, text);
+        announce(&Logger::UnloadLoggerProgress, percentage, text);
 }
 
 void HalyardLogger::onOperationEnded(std::uint32_t id, const DriverResult& result)
@@ -121,15 +124,15 @@ void HalyardLogger::announceEnd(const Operation& operation, const DriverResult& 
     const QString work =
         isProgram ? QStringLiteral("Programming the logger") : QStringLiteral("Unloading the logger");
     if (result.isOk() && isProgram)
-        Q_EMIT ProgramComplete();
+        announce(&Logger::ProgramComplete);
     else if (result.isOk())
-        Q_EMIT UnloadComplete();
+        announce(&Logger::UnloadComplete);
     else if (!m_isConnected)
         return; // the link has announced, or will announce, what ended it
     else if (operation.isCancelled)
-        Q_EMIT ConnectionError(work + QStringLiteral(" was cancelled."));
+        connectionError(work + QStringLiteral(" was cancelled."));
     else
-        Q_EMIT ConnectionError(work + QStringLiteral(" failed: ") + result.message);
+        connectionError(work + QStringLiteral(" failed: ") + result.message);
 }
 
 void HalyardLogger::connectionBegins()
@@ -147,6 +150,12 @@ void HalyardLogger::connectionEnds()
         return;
     m_actions &= ~m_operation.flag; // the next connection must not program a logger that nobody asked to program
     cancelOperation();
+}
+
+void HalyardLogger::writeFailed(std::int32_t address, const QString& message)
+{
+    if (isWanted())
+        Q_EMIT WriteFailed(address, message);
 }
 
 void HalyardLogger::connectionLost(const QString& message)

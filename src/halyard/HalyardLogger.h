@@ -56,19 +56,26 @@ private:
     void onOperationEnded(std::uint32_t id, const DriverResult& result);
     void announceEnd(const Operation& operation, const DriverResult& result);
 
-    void connectionProgress(const QString& message) override { Q_EMIT ConnectionProgress(message); }
-    void connectionBegins() override;
-    void connected() override { Q_EMIT Connected(); }
-    void connectionEnds() override;
-    void disconnected() override { Q_EMIT Disconnected(); }
-    void connectionError(const QString& message) override { Q_EMIT ConnectionError(message); }
-    void connectionLost(const QString& message) override;
-    void newData() override { Q_EMIT NewBenchData(); }
-    void newRecords() override { Q_EMIT NewENTData(); }
-    void writeFailed(std::int32_t address, const QString& message) override
+    /// Whether anybody but the event under way still holds the logger.
+    bool isWanted() const noexcept { return references() > m_eventDepth; }
+    /// Emits one of our signals, unless a handler before it has let go of the logger.
+    template <class... Parameters, class... Values>
+    void announce(void (site::Logger::*signal)(Parameters...), const Values&... values)
     {
-        Q_EMIT WriteFailed(address, message);
+        if (isWanted())
+            Q_EMIT(this->*signal)(values...);
     }
+
+    void connectionProgress(const QString& message) override { announce(&Logger::ConnectionProgress, message); }
+    void connectionBegins() override;
+    void connected() override { announce(&Logger::Connected); }
+    void connectionEnds() override;
+    void disconnected() override { announce(&Logger::Disconnected); }
+    void connectionError(const QString& message) override { announce(&Logger::ConnectionError, message); }
+    void connectionLost(const QString& message) override;
+    void newData() override { announce(&Logger::NewBenchData); }
+    void newRecords() override { announce(&Logger::NewENTData); }
+    void writeFailed(std::int32_t address, const QString& message) override;
 
     DriverThread m_thread;
     Ref<site::Scheme> m_scheme;
@@ -77,6 +84,7 @@ private:
     std::int32_t m_actions = 0;
     bool m_isConnected = false; // a connection stands, announced or about to be
     Operation m_operation;
+    std::uint32_t m_eventDepth = 0; // results under way, each of which holds the logger
 };
 
 } // namespace zan::halyard

@@ -15,7 +15,7 @@ QString quoted(const QString& text)
 {
     constexpr qsizetype longest = 60;
     const QString line = text.simplified();
-    return u'"' + (line.size() > longest ? line.left(longest) + u"..." : line) + u'"';
+    return QStringLiteral("\"%1\"").arg(line.size() > longest ? line.left(longest) + QStringLiteral("...") : line);
 }
 
 QString decoded(QStringView text)

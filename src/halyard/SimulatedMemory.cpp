@@ -62,8 +62,8 @@ void SimulatedMemory::paint(const Field& field, double seconds, std::int32_t add
         storeRaw(field.place.type, m_order, field.wave.at(seconds), number);
     }
     const std::int64_t from = std::max<std::int64_t>(field.place.address, address);
-    const std::int64_t to =
-        std::min(std::int64_t(field.place.address) + field.place.length, std::int64_t(address) + bytes.size());
+    const auto end = std::int64_t(address) + bytes.size();
+    const auto to = std::min<std::int64_t>(std::int64_t(field.place.address) + field.place.length, end);
     for (std::int64_t at = from; at < to; ++at) {
         bytes[qsizetype(at - address)] = source[at - field.place.address];
         isCovered[std::size_t(at - address)] = true;
