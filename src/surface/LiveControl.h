@@ -115,11 +115,12 @@ protected:
         Look = 1,     ///< something that is painted, or that a widget shows
         Geometry = 2, ///< place or size
         Presence = 4, ///< visibility or what kind of widget is needed
+        Style = 8,    ///< colours or font
     };
     static const binding::MemberTable& baseMembers();
     /// Asks for the control to be shown anew at the next flush. Cheap: marks, and queues at most once.
     void changed(Change what);
-    /// Called before and after the bounds change.
+    /// Called after the measures have changed.
     virtual void boundsChanged() {}
     /// Tells the surface's owner of a click on this control.
     void raiseClick();

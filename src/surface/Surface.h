@@ -40,6 +40,8 @@ public:
     const std::vector<Ref<ControlArray>>& arrays() const noexcept { return m_arrays; }
     /// Every loaded control, templates included, array by array. A snapshot: safe to walk while controls go.
     std::vector<Ref<LiveControl>> controls() const;
+    /// The visible controls that the surface itself paints, back to front. Valid until the next change.
+    std::vector<LiveControl*> paintedControls() const;
     /// The topmost visible control under the point (pixels) that takes part in mouse events, or null.
     Ref<LiveControl> controlAt(QPoint point) const;
     /// The control that a handle names on any surface, or null.
@@ -73,11 +75,12 @@ public:
     void setEvents(SurfaceEvents* events) noexcept { m_events = events; }
     SurfaceEvents* events() const noexcept { return m_events; }
 
-    /// Brings widgets and pending regions up to date now.
+    /// Shows what has changed now instead of at the end of this turn of the event loop: widgets are brought up to
+    /// date, and what is painted is asked to be repainted.
     void flush();
     /// True while changes wait to be shown.
     bool hasPendingChanges() const noexcept { return m_flushPosted; }
-    /// Number of the running paint, for tests and figures: how many controls the last paint drew.
+    /// How many painted controls the last paint drew.
     int lastPaintedControls() const noexcept { return m_lastPainted; }
 
     void fontChanged(FontObject& font) override;
@@ -104,7 +107,7 @@ private:
     friend class ControlArray;
     friend class EventRouter;
     friend class LiveControl;
-    friend class OptionButton;
+    friend class PaintedHost;
     friend class WidgetControl;
     friend class WidgetStack;
 
@@ -113,8 +116,17 @@ private:
     void controlChanged(LiveControl& control, int what);
     void controlMoved(LiveControl& control, const QRect& from);
     void controlRestacked(LiveControl& control, bool toFront);
+    std::int32_t nextRank(bool toFront) noexcept { return toFront ? ++m_frontRank : --m_backRank; }
+    void uncovered(const QRect& rectangle);
+    void lookChanged();
     void postFlush();
-    void paintBackground(QPainter& painter, const QRect& rectangle);
+    void syncWidgets();
+    void syncPainted(LiveControl& control);
+    QRegion takeDirtyRegion();
+    bool isPaintingScreen() const;
+    void paintBackground(QPainter& painter, const QRegion& region);
+    void paintControl(QPainter& painter, LiveControl& control, const QRect& rectangle);
+    LiveControl* hostedControl(const QWidget& host) const;
 
     std::vector<Ref<ControlArray>> m_arrays;
     std::unique_ptr<DisplayList> m_display;
@@ -122,8 +134,9 @@ private:
     std::unique_ptr<EventRouter> m_router;
     std::unique_ptr<TextPainter> m_text;
     SurfaceEvents* m_events = nullptr;
-    std::vector<LiveControl*> m_changed;
-    QRegion m_uncovered; // what moved, hidden and removed controls have left
+    std::vector<Ref<LiveControl>> m_changed; // wait for the flush
+    std::vector<QRect> m_uncovered;          // what moved, hidden and removed controls have left
+    std::vector<LiveControl*> m_painted;     // scratch of the running paint
     Ref<FontObject> m_font;
     Ref<Picture> m_picture;
     Colour m_backColor = values::ButtonFace;
@@ -133,8 +146,10 @@ private:
     std::int32_t m_handle = 0;
     int m_lastPainted = 0;
     bool m_flushPosted = false;
-    bool m_everything = false; // so much has changed that one full repaint is cheaper
-    bool m_flushing = false;
+    bool m_everything = true; // so much has changed that one full repaint is cheaper
+    int m_busy = 0;           // above 0 no event may reach the owner now: it could take away what is being walked
+    std::int32_t m_frontRank = 0;
+    std::int32_t m_backRank = 0;
 };
 
 template <class Call>

@@ -50,7 +50,8 @@ protected:
 private:
     friend class Surface;
     friend class WidgetStack;
-    void syncNow();
+    void sync(int changes);
+    void syncStyle(QWidget& widget);
     void dropWidget();
 
     QPointer<QWidget> m_widget;

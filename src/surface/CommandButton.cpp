@@ -1,0 +1,154 @@
+#include "surface/CommandButton.h"
+
+#include "binding/MemberTable.h"
+#include "surface/Choice.h"
+#include "surface/MnemonicText.h"
+#include "surface/Picture.h"
+#include "surface/Surface.h"
+
+#include <QIcon>
+#include <QPushButton>
+
+namespace zan::surface {
+
+namespace {
+
+/// The other command buttons of a button's surface.
+template <class Call>
+void forOtherButtons(CommandButton& button, Call call)
+{
+    if (!button.isLoaded())
+        return;
+    for (const Ref<ControlArray>& array : button.surface()->arrays()) {
+        if (!dynamic_cast<CommandButton*>(&array->design()))
+            continue;
+        for (int index = 0; index <= array->uBound(); ++index) {
+            if (LiveControl* other = array->find(index); other && other != &button)
+                call(static_cast<CommandButton&>(*other));
+        }
+    }
+}
+
+} // namespace
+
+CommandButton::CommandButton()
+    : WidgetControl(values::ButtonFace, values::ButtonText)
+{}
+
+CommandButton::~CommandButton() = default;
+
+const binding::MemberTable& CommandButton::members() const
+{
+    using binding::property;
+    static const binding::MemberTable table(
+        "CommandButton", &widgetMembers(),
+        {
+            property<&CommandButton::value, &CommandButton::setValue>("Value").asDefault(),
+            property<&CommandButton::caption, &CommandButton::setCaption>("Caption"),
+            property<&CommandButton::isDefault, &CommandButton::setDefault>("Default"),
+            property<&CommandButton::cancel, &CommandButton::setCancel>("Cancel"),
+            property<&CommandButton::style, &CommandButton::setStyle>("Style"),
+            property<&CommandButton::picture, &CommandButton::setPicture>("Picture"),
+        });
+    return table;
+}
+
+void CommandButton::setCaption(const QString& caption)
+{
+    if (m_caption == caption)
+        return;
+    m_caption = caption;
+    changed(Look);
+}
+
+void CommandButton::setDefault(bool isDefault)
+{
+    m_default = isDefault;
+    if (isDefault)
+        forOtherButtons(*this, [](CommandButton& other) { other.setDefault(false); });
+    changed(Look);
+}
+
+void CommandButton::setCancel(bool cancel)
+{
+    m_cancel = cancel;
+    if (cancel)
+        forOtherButtons(*this, [](CommandButton& other) { other.setCancel(false); });
+}
+
+void CommandButton::setStyle(std::int16_t style)
+{
+    m_style = choice(style, 1);
+    changed(Style);
+}
+
+Ref<Picture> CommandButton::picture() const
+{
+    return m_picture;
+}
+
+void CommandButton::setPicture(const Ref<Picture>& picture)
+{
+    m_picture = picture;
+    changed(Look);
+}
+
+void CommandButton::setValue(bool value)
+{
+    if (value)
+        raiseClick();
+}
+
+void CommandButton::press()
+{
+    if (isLoaded() && visible() && enabled())
+        raiseClick();
+}
+
+QWidget* CommandButton::createWidget(QWidget* parent)
+{
+    auto* button = new QPushButton(parent);
+    button->setAutoDefault(false);
+    QObject::connect(button, &QPushButton::clicked, button, [this] { press(); });
+    return button;
+}
+
+void CommandButton::syncWidget(QWidget& widget)
+{
+    auto& button = static_cast<QPushButton&>(widget);
+    if (button.text() != m_caption)
+        button.setText(m_caption);
+    button.setDefault(m_default);
+    if (m_style == 1 && m_picture) {
+        button.setIcon(QIcon(m_picture->pixmap()));
+        button.setIconSize(m_picture->image().size().boundedTo(bounds().size()));
+    } else if (!button.icon().isNull()) {
+        button.setIcon(QIcon());
+    }
+}
+
+/// COMPAT: a standard button keeps the system's colours whatever BackColor says.
+void CommandButton::stylePalette(QPalette& palette) const
+{
+    if (m_style == 0)
+        return;
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive})
+        palette.setColor(group, QPalette::Button, values::toQColor(backColor(), palette));
+}
+
+QString CommandButton::accessibleText() const
+{
+    return withoutMnemonic(m_caption);
+}
+
+void CommandButton::copyDesign(const LiveControl& source)
+{
+    WidgetControl::copyDesign(source);
+    const auto& other = static_cast<const CommandButton&>(source);
+    m_caption = other.m_caption;
+    m_picture = other.m_picture;
+    m_style = other.m_style;
+    changed(Look);
+}
+
+} // namespace zan::surface

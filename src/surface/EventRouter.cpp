@@ -1,0 +1,304 @@
+#include "surface/EventRouter.h"
+
+#include "surface/CommandButton.h"
+#include "surface/KeyCodes.h"
+#include "surface/OptionButton.h"
+#include "surface/Surface.h"
+#include "surface/TextBox.h"
+#include "surface/ToolTipText.h"
+#include "surface/WidgetStack.h"
+#include "values/Twips.h"
+
+#include <QContextMenuEvent>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QToolTip>
+
+#include <algorithm>
+
+namespace zan::surface {
+
+namespace {
+
+MouseInput inputOf(const QMouseEvent& event, QPointF place)
+{
+    MouseInput input;
+    if (event.type() == QEvent::MouseMove) {
+        for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton})
+            input.button |= event.buttons() & button ? classicButton(button) : 0;
+    } else {
+        input.button = classicButton(event.button());
+    }
+    input.shift = classicShift(event.modifiers());
+    input.x = values::pixelsToTwips(place.x());
+    input.y = values::pixelsToTwips(place.y());
+    return input;
+}
+
+/// Buttons take every press as a press; other controls know a double click.
+bool knowsDoubleClick(const LiveControl* control)
+{
+    if (!control)
+        return true;
+    switch (control->accessibleRole()) {
+    case AccessibleRole::Button:
+    case AccessibleRole::CheckBox:
+        return false;
+    default:
+        return true;
+    }
+}
+
+/// Place of a point of the surface inside a control, or on the surface itself.
+QPointF placeIn(const LiveControl* control, QPointF onSurface)
+{
+    return control ? onSurface - control->bounds().topLeft() : onSurface;
+}
+
+} // namespace
+
+bool EventRouter::surfaceEvent(QEvent& event)
+{
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::MouseButtonRelease:
+        return surfaceMouse(static_cast<QMouseEvent&>(event));
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+        // What a control's widget left over comes by here again; it was told already.
+        return m_surface.hasFocus() && key({}, static_cast<QKeyEvent&>(event));
+    case QEvent::ToolTip:
+        return toolTip(static_cast<QHelpEvent&>(event));
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+        return focus({}, event.type() == QEvent::FocusIn);
+    default:
+        return false;
+    }
+}
+
+/// While a button is down all events belong to the control where it went down.
+bool EventRouter::surfaceMouse(QMouseEvent& event)
+{
+    const QPointF place = event.position();
+    const bool begins = event.type() == QEvent::MouseButtonPress || event.type() == QEvent::MouseButtonDblClick;
+    Ref<LiveControl> control = m_pressActive && !begins ? m_pressed : m_surface.controlAt(place.toPoint());
+    event.accept();
+    if (begins) {
+        press(control, placeIn(control.get(), place), event);
+    } else if (event.type() == QEvent::MouseMove) {
+        move(control, placeIn(control.get(), place), event);
+    } else if (m_pressActive) {
+        release(control, placeIn(control.get(), place), event, true);
+    }
+    return true;
+}
+
+bool EventRouter::press(Ref<LiveControl> control, QPointF place, QMouseEvent& event)
+{
+    const MouseInput input = inputOf(event, place);
+    m_pressed = control;
+    m_pressActive = true;
+    m_pressTaken = false;
+    const bool twice = event.type() == QEvent::MouseButtonDblClick && knowsDoubleClick(control.get());
+    bool taken = false;
+    const bool alive = m_surface.tell([&](SurfaceEvents& events) {
+        if (twice && input.button == 1)
+            events.doubleClicked(control.get());
+        else
+            taken = events.mouseDown(control.get(), input);
+    });
+    if (!alive)
+        return true;
+    m_pressTaken = taken;
+    if (taken)
+        m_pressActive = false;
+    return taken || (control && !control->isLoaded());
+}
+
+void EventRouter::move(Ref<LiveControl> control, QPointF place, QMouseEvent& event)
+{
+    const MouseInput input = inputOf(event, place);
+    m_surface.tell([&](SurfaceEvents& events) { events.mouseMove(control.get(), input); });
+}
+
+/// Step 1: mouse up. Step 2: the click, of a left button that went up where it went down; widgets that know clicks
+/// of their own report them themselves.
+bool EventRouter::release(Ref<LiveControl> control, QPointF place, QMouseEvent& event, bool clicks)
+{
+    const MouseInput input = inputOf(event, place);
+    const QSize size = control ? control->bounds().size() : m_surface.size();
+    const bool inside = QRectF(QPointF(0, 0), QSizeF(size)).contains(place);
+    m_pressActive = false;
+    m_pressed = {};
+    if (!m_surface.tell([&](SurfaceEvents& events) { events.mouseUp(control.get(), input); }))
+        return true;
+    if (control && !control->isLoaded())
+        return true;
+    if (!clicks || !inside || input.button != 1)
+        return false;
+    return !m_surface.tell([&](SurfaceEvents& events) { events.clicked(control.get()); }) ||
+           (control && !control->isLoaded());
+}
+
+bool EventRouter::widgetEvent(LiveControl& control, QObject& watched, QEvent& event)
+{
+    const Ref<LiveControl> alive(&control);
+    auto& widget = static_cast<QWidget&>(watched);
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::MouseButtonRelease:
+        return widget.isEnabled() && widgetMouse(control, widget, static_cast<QMouseEvent&>(event));
+    case QEvent::ContextMenu:
+        return m_pressTaken; // the owner has shown a menu of its own
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+        return focus(alive, event.type() == QEvent::FocusIn);
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+        return key(alive, static_cast<QKeyEvent&>(event));
+    default:
+        return false;
+    }
+}
+
+bool EventRouter::widgetMouse(LiveControl& control, QWidget& widget, QMouseEvent& event)
+{
+    const Ref<LiveControl> alive(&control);
+    const QPointF place = placeIn(&control, widget.mapTo(&m_surface, event.position()));
+    const bool painted = control.hosting() != LiveControl::Hosting::Widget;
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        return press(alive, place, event) || painted;
+    case QEvent::MouseMove:
+        move(alive, place, event);
+        return painted || !alive->isLoaded();
+    default:
+        break;
+    }
+    if (!m_pressActive) // its press was taken by the owner: the widget never saw it
+        return true;
+    const AccessibleRole role = control.accessibleRole();
+    const bool clicksItself =
+        role == AccessibleRole::Button || role == AccessibleRole::CheckBox || role == AccessibleRole::RadioButton;
+    return release(alive, place, event, !clicksItself) || painted;
+}
+
+/// Step 1: key down or up. Step 2: the character. Step 3: Enter, Esc and the arrows among options. A true result
+/// keeps the key from the widget.
+bool EventRouter::key(Ref<LiveControl> control, QKeyEvent& event)
+{
+    const bool onKeypad = event.modifiers() & Qt::KeypadModifier;
+    const int code = classicKeyCode(Qt::Key(event.key()), onKeypad);
+    const int shift = classicShift(event.modifiers());
+    const auto gone = [&] { return control && !control->isLoaded(); };
+    if (event.type() == QEvent::KeyRelease) {
+        const bool alive = m_surface.tell([&](SurfaceEvents& events) { events.keyUp(control.get(), code, shift); });
+        return !alive || gone();
+    }
+    if (!m_surface.tell([&](SurfaceEvents& events) { events.keyDown(control.get(), code, shift); }) || gone())
+        return true;
+    for (const QChar character : event.text()) {
+        const int ascii = character.unicode();
+        if (!m_surface.tell([&](SurfaceEvents& events) { events.keyPress(control.get(), ascii); }) || gone())
+            return true;
+    }
+    return dialogKey(control.get(), event);
+}
+
+bool EventRouter::dialogKey(LiveControl* control, const QKeyEvent& event)
+{
+    const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    const bool escape = event.key() == Qt::Key_Escape;
+    if (dynamic_cast<OptionButton*>(control)) {
+        if (event.key() == Qt::Key_Down || event.key() == Qt::Key_Right)
+            return moveToOption(*control, 1);
+        if (event.key() == Qt::Key_Up || event.key() == Qt::Key_Left)
+            return moveToOption(*control, -1);
+    }
+    if (!enter && !escape)
+        return false;
+    if (enter) {
+        if (auto* focused = dynamic_cast<CommandButton*>(control)) {
+            const Ref<CommandButton> alive(focused);
+            alive->press();
+            return true;
+        }
+        if (const auto* text = dynamic_cast<TextBox*>(control); text && text->multiLine())
+            return false;
+    }
+    for (const Ref<LiveControl>& other : m_surface.controls()) {
+        auto* button = dynamic_cast<CommandButton*>(other.get());
+        if (button && (enter ? button->isDefault() : button->cancel()) && button->visible() && button->enabled()) {
+            button->press();
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Chooses the next option button in the order of the Tab key, round the end.
+bool EventRouter::moveToOption(LiveControl& option, int step)
+{
+    std::vector<Ref<OptionButton>> options;
+    for (const Ref<LiveControl>& other : m_surface.controls()) {
+        auto* button = dynamic_cast<OptionButton*>(other.get());
+        if (button && button->visible() && button->enabled())
+            options.emplace_back(button);
+    }
+    std::stable_sort(options.begin(), options.end(),
+                     [](const auto& a, const auto& b) { return a->tabIndex() < b->tabIndex(); });
+    const auto here =
+        std::find_if(options.begin(), options.end(), [&](const auto& button) { return button.get() == &option; });
+    if (here == options.end())
+        return false;
+    const auto count = std::ptrdiff_t(options.size());
+    const Ref<OptionButton> next = options[std::size_t((here - options.begin() + step + count) % count)];
+    if (QWidget* widget = next->ensureWidget())
+        widget->setFocus(Qt::TabFocusReason);
+    if (next->isLoaded())
+        next->setValue(true);
+    return true;
+}
+
+bool EventRouter::toolTip(const QHelpEvent& event)
+{
+    const Ref<LiveControl> control = m_surface.controlAt(event.pos());
+    if (!control || control->toolTipText().isEmpty())
+        return false;
+    QToolTip::showText(event.globalPos(), plainToolTip(control->toolTipText()), &m_surface, control->bounds());
+    return true;
+}
+
+/// The focus can move while the surface is in the middle of changing its widgets; the owner is told afterwards.
+bool EventRouter::focus(Ref<LiveControl> control, bool got)
+{
+    const auto tell = [surface = &m_surface, control, got] {
+        if (control && !control->isLoaded())
+            return true;
+        const bool alive = surface->tell(
+            [&](SurfaceEvents& events) { got ? events.gotFocus(control.get()) : events.lostFocus(control.get()); });
+        return !alive || (control && !control->isLoaded());
+    };
+    if (m_surface.m_busy == 0)
+        return tell();
+    QMetaObject::invokeMethod(
+        &m_surface, [tell] { tell(); }, Qt::QueuedConnection);
+    return false;
+}
+
+void EventRouter::forget(const LiveControl& control)
+{
+    if (m_pressed.get() != &control)
+        return;
+    m_pressed = {};
+    m_pressActive = false;
+}
+
+} // namespace zan::surface

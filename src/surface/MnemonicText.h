@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+namespace zan::surface {
+
+/// The text without its mnemonic marks: "&File" is "File", "A && B" is "A & B".
+inline QString withoutMnemonic(const QString& text)
+{
+    QString plain;
+    plain.reserve(text.size());
+    for (qsizetype place = 0; place < text.size(); ++place) {
+        if (text[place] == QLatin1Char('&') && ++place >= text.size())
+            break;
+        plain.append(text[place]);
+    }
+    return plain;
+}
+
+} // namespace zan::surface

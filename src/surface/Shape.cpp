@@ -1,0 +1,184 @@
+#include "surface/Shape.h"
+
+#include "binding/MemberTable.h"
+#include "surface/Choice.h"
+
+#include <QPainter>
+#include <QPalette>
+
+#include <algorithm>
+#include <array>
+
+namespace zan::surface {
+
+namespace {
+
+enum class Figure { Rectangle, Square, Oval, Circle, RoundedRectangle, RoundedSquare };
+
+constexpr std::int16_t WidestBorder = 8192;
+
+constexpr std::array BorderPens{Qt::NoPen,       Qt::SolidLine,      Qt::DashLine, Qt::DotLine,
+                                Qt::DashDotLine, Qt::DashDotDotLine, Qt::SolidLine};
+constexpr std::array FillBrushes{Qt::SolidPattern, Qt::NoBrush,      Qt::HorPattern,   Qt::VerPattern,
+                                 Qt::BDiagPattern, Qt::FDiagPattern, Qt::CrossPattern, Qt::DiagCrossPattern};
+
+bool isEqualSided(Figure figure)
+{
+    return figure == Figure::Square || figure == Figure::Circle || figure == Figure::RoundedSquare;
+}
+
+QRect figureBounds(Figure figure, const QRect& rectangle)
+{
+    if (!isEqualSided(figure))
+        return rectangle;
+    const int side = std::min(rectangle.width(), rectangle.height());
+    return {rectangle.left() + (rectangle.width() - side) / 2, rectangle.top() + (rectangle.height() - side) / 2,
+            side, side};
+}
+
+void drawFigure(QPainter& painter, Figure figure, const QRectF& area)
+{
+    switch (figure) {
+    case Figure::Rectangle:
+    case Figure::Square:
+        painter.drawRect(area);
+        break;
+    case Figure::Oval:
+    case Figure::Circle:
+        painter.drawEllipse(area);
+        break;
+    case Figure::RoundedRectangle:
+    case Figure::RoundedSquare: {
+        const double radius = std::min(area.width(), area.height()) / 6;
+        painter.drawRoundedRect(area, radius, radius);
+        break;
+    }
+    }
+}
+
+} // namespace
+
+Shape::Shape() = default;
+
+const binding::MemberTable& Shape::members() const
+{
+    using binding::property;
+    static const binding::MemberTable table(
+        "Shape", &baseMembers(),
+        {
+            property<&Shape::shape, &Shape::setShape>("Shape").asDefault(),
+            property<&Shape::borderStyle, &Shape::setBorderStyle>("BorderStyle"),
+            property<&Shape::borderColor, &Shape::setBorderColor>("BorderColor"),
+            property<&Shape::borderWidth, &Shape::setBorderWidth>("BorderWidth"),
+            property<&Shape::fillStyle, &Shape::setFillStyle>("FillStyle"),
+            property<&Shape::fillColor, &Shape::setFillColor>("FillColor"),
+            property<&Shape::backStyle, &Shape::setBackStyle>("BackStyle"),
+            property<&Shape::backColor, &Shape::setBackColor>("BackColor"),
+        });
+    return table;
+}
+
+void Shape::setShape(std::int16_t shape)
+{
+    m_shape = choice(shape, 5);
+    changed(Look);
+}
+
+void Shape::setBorderStyle(std::int16_t style)
+{
+    m_borderStyle = choice(style, 6);
+    changed(Look);
+}
+
+void Shape::setBorderColor(Colour colour)
+{
+    m_borderColor = colour;
+    changed(Look);
+}
+
+void Shape::setBorderWidth(std::int16_t width)
+{
+    if (width < 1 || width > WidestBorder)
+        values::raise(values::ErrorNumber::InvalidPropertyValue);
+    m_borderWidth = width;
+    changed(Look);
+}
+
+void Shape::setFillStyle(std::int16_t style)
+{
+    m_fillStyle = choice(style, 7);
+    changed(Look);
+}
+
+void Shape::setFillColor(Colour colour)
+{
+    m_fillColor = colour;
+    changed(Look);
+}
+
+void Shape::setBackStyle(std::int16_t style)
+{
+    m_backStyle = choice(style, 1);
+    changed(Look);
+}
+
+void Shape::setBackColor(Colour colour)
+{
+    m_backColor = colour;
+    changed(Look);
+}
+
+/// 1. What is behind the pattern, 2. the fill, 3. the border, which lies inside the rectangle as a whole.
+void Shape::paint(PaintContext& context, const QRect& rectangle)
+{
+    const auto figure = Figure(m_shape);
+    const QRect area = figureBounds(figure, rectangle);
+    if (area.width() < 1 || area.height() < 1)
+        return;
+    QPainter& painter = context.painter;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing, figure != Figure::Rectangle && figure != Figure::Square);
+
+    const int border = m_borderStyle == 0 ? 0 : std::min({int(m_borderWidth), area.width(), area.height()});
+    const double half = border / 2.0;
+    const QRectF outline = QRectF(area).adjusted(half, half, -half, -half);
+    painter.setPen(Qt::NoPen);
+    if (m_backStyle == 1) {
+        painter.setBrush(values::toQColor(m_backColor, context.palette));
+        drawFigure(painter, figure, outline);
+    }
+    if (const Qt::BrushStyle fill = FillBrushes[m_fillStyle]; fill != Qt::NoBrush) {
+        painter.setBrush(QBrush(values::toQColor(m_fillColor, context.palette), fill));
+        drawFigure(painter, figure, outline);
+    }
+    if (border > 0) {
+        const Qt::PenStyle line = border == 1 ? BorderPens[m_borderStyle] : Qt::SolidLine;
+        painter.setPen(
+            QPen(values::toQColor(m_borderColor, context.palette), border, line, Qt::FlatCap, Qt::MiterJoin));
+        painter.setBrush(Qt::NoBrush);
+        drawFigure(painter, figure, outline);
+    }
+    painter.restore();
+}
+
+bool Shape::hit(QPoint) const
+{
+    return false;
+}
+
+void Shape::copyDesign(const LiveControl& source)
+{
+    LiveControl::copyDesign(source);
+    const auto& other = static_cast<const Shape&>(source);
+    m_shape = other.m_shape;
+    m_borderStyle = other.m_borderStyle;
+    m_borderColor = other.m_borderColor;
+    m_borderWidth = other.m_borderWidth;
+    m_fillStyle = other.m_fillStyle;
+    m_fillColor = other.m_fillColor;
+    m_backStyle = other.m_backStyle;
+    m_backColor = other.m_backColor;
+    changed(Look);
+}
+
+} // namespace zan::surface

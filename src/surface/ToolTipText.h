@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+#include <QTextDocument>
+
+namespace zan::surface {
+
+/// A text for a tool tip that is shown as it stands, even when it looks like markup.
+inline QString plainToolTip(const QString& text)
+{
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal) : text;
+}
+
+} // namespace zan::surface

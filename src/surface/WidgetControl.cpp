@@ -1,0 +1,134 @@
+#include "surface/WidgetControl.h"
+
+#include "binding/MemberTable.h"
+#include "surface/Surface.h"
+#include "surface/ToolTipText.h"
+#include "surface/WidgetStack.h"
+
+#include <QPalette>
+
+namespace zan::surface {
+
+using values::ErrorNumber;
+
+WidgetControl::~WidgetControl()
+{
+    dropWidget();
+}
+
+const binding::MemberTable& WidgetControl::widgetMembers()
+{
+    using binding::property;
+    static const binding::MemberTable table(
+        "Control", &styledMembers(),
+        {
+            property<&WidgetControl::tabIndex, &WidgetControl::setTabIndex>("TabIndex"),
+            property<&WidgetControl::tabStop, &WidgetControl::setTabStop>("TabStop"),
+        });
+    return table;
+}
+
+QWidget* WidgetControl::ensureWidget()
+{
+    if (!m_widget && isLoaded())
+        surface()->m_widgets->makeWidget(*this);
+    return m_widget;
+}
+
+void WidgetControl::setFocus()
+{
+    if (!isLoaded() || !visible() || !enabled())
+        values::raise(ErrorNumber::InvalidCall);
+    const Ref<WidgetControl> alive(this); // what loses the focus may tell its owner
+    surface()->flush();
+    if (QWidget* own = ensureWidget())
+        own->setFocus(Qt::OtherFocusReason);
+}
+
+void WidgetControl::setTabIndex(std::int16_t place)
+{
+    if (place < 0)
+        values::raise(ErrorNumber::InvalidPropertyValue);
+    m_tabIndex = place;
+    if (isLoaded())
+        surface()->m_widgets->tabOrderChanged();
+    changed(Look);
+}
+
+void WidgetControl::setTabStop(bool stop)
+{
+    if (m_tabStop == stop)
+        return;
+    m_tabStop = stop;
+    changed(Look);
+}
+
+void WidgetControl::copyDesign(const LiveControl& source)
+{
+    m_tabStop = static_cast<const WidgetControl&>(source).m_tabStop;
+    StyledControl::copyDesign(source);
+}
+
+void WidgetControl::stylePalette(QPalette& palette) const
+{
+    const QColor back = values::toQColor(backColor(), palette);
+    const QColor fore = values::toQColor(foreColor(), palette);
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
+        for (const QPalette::ColorRole role : {QPalette::Window, QPalette::Base, QPalette::Button})
+            palette.setColor(group, role, back);
+        for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+            palette.setColor(group, role, fore);
+    }
+    palette.setColor(QPalette::Disabled, QPalette::Window, back);
+}
+
+void WidgetControl::renewWidget()
+{
+    dropWidget();
+    changed(Presence);
+}
+
+void WidgetControl::sync(int changes)
+{
+    QWidget& own = *m_widget;
+    m_syncing = true;
+    if (changes & Style)
+        syncStyle(own);
+    if (own.isEnabledTo(own.parentWidget()) != enabled())
+        own.setEnabled(enabled());
+    if (const QString tip = plainToolTip(toolTipText()); own.toolTip() != tip)
+        own.setToolTip(tip);
+    if (const Qt::FocusPolicy policy = tabStop() ? Qt::StrongFocus : Qt::ClickFocus; own.focusPolicy() != policy)
+        own.setFocusPolicy(policy);
+    if (changes & (Look | Style))
+        syncWidget(own);
+    if (changes & Geometry)
+        own.setGeometry(bounds());
+    m_syncing = false;
+}
+
+void WidgetControl::syncStyle(QWidget& widget)
+{
+    if (const QFont& wanted = font()->qfont(); widget.font() != wanted)
+        widget.setFont(wanted);
+    QPalette palette = surface()->palette();
+    stylePalette(palette);
+    if (widget.palette() != palette)
+        widget.setPalette(palette);
+}
+
+void WidgetControl::dropWidget()
+{
+    QWidget* own = m_widget;
+    if (!own)
+        return;
+    m_widget = nullptr;
+    own->disconnect();
+    if (Surface* place = surface())
+        place->m_widgets->forget(*own);
+    // Its own event handler may be running.
+    own->hide();
+    own->deleteLater();
+}
+
+} // namespace zan::surface

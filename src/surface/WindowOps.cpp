@@ -1,0 +1,61 @@
+#include "surface/WindowOps.h"
+
+#include "surface/Handles.h"
+#include "surface/LiveControl.h"
+#include "surface/Surface.h"
+
+#include <QPointer>
+
+#include <optional>
+
+namespace zan::surface::WindowOps {
+
+namespace {
+
+QPointer<Surface>& lockedSurface()
+{
+    static QPointer<Surface> surface;
+    return surface;
+}
+
+/// Rectangle on the screen, in pixels.
+std::optional<QRect> screenRectangle(std::int32_t hWnd)
+{
+    if (const LiveControl* control = Handles::control(hWnd); control && control->isLoaded()) {
+        const QRect bounds = control->bounds();
+        return QRect(control->surface()->mapToGlobal(bounds.topLeft()), bounds.size());
+    }
+    if (const Surface* surface = Handles::surface(hWnd))
+        return QRect(surface->mapToGlobal(QPoint(0, 0)), surface->size());
+    return std::nullopt;
+}
+
+} // namespace
+
+bool LockUpdates(std::int32_t hWnd)
+{
+    Surface* surface = Handles::surface(hWnd);
+    if (!surface || lockedSurface())
+        return false;
+    lockedSurface() = surface;
+    surface->setUpdatesEnabled(false);
+    return true;
+}
+
+void UnlockUpdates()
+{
+    if (lockedSurface())
+        lockedSurface()->setUpdatesEnabled(true);
+    lockedSurface() = nullptr;
+}
+
+Bounds GetWindowBounds(std::int32_t hWnd, std::int32_t parent)
+{
+    const std::optional<QRect> own = screenRectangle(hWnd);
+    if (!own)
+        return {};
+    const int parentTop = screenRectangle(parent).value_or(QRect()).top();
+    return {float(own->left()), float(own->top() - parentTop), float(own->width()), float(own->height())};
+}
+
+} // namespace zan::surface::WindowOps
