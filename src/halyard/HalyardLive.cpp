@@ -252,17 +252,24 @@ void HalyardLive::pollNow()
     const bool isLayoutNew = request->layout && request->layout != former->layout;
     m_polling = m_thread->post(
         [this, request, isLayoutNew, run = m_run](Driver& driver, CancelToken& token, ResultQueue& results) {
-            if (isLayoutNew)
-                driver.prepare(request->layout);
-            results.post([this, run, request, answer = carryOut(*request, driver, token)] {
+            results.post([this, run, request, answer = carryOut(*request, isLayoutNew, driver, token)] {
                 onAnswer(run, request, answer);
             });
         });
 }
 
-HalyardLive::Answer HalyardLive::carryOut(const Request& request, Driver& driver, CancelToken& token)
+HalyardLive::Answer HalyardLive::carryOut(const Request& request, bool isLayoutNew, Driver& driver,
+                                          CancelToken& token)
 {
     Answer answer;
+    if (isLayoutNew) { // also when cancelled: it is told once
+        answer.result = guarded([&] {
+            driver.prepare(request.layout);
+            return DriverResult();
+        });
+    }
+    if (!answer.result.isOk())
+        return answer;
     if (token.isCancelled()) {
         answer.result.status = DriverStatus::Cancelled;
         return answer;

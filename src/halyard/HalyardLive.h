@@ -78,7 +78,7 @@ private:
         QByteArray bytes;
     };
 
-    static Answer carryOut(const Request& request, Driver& driver, CancelToken& token);
+    static Answer carryOut(const Request& request, bool isLayoutNew, Driver& driver, CancelToken& token);
     void renewRequest();
     std::shared_ptr<const Request> makeRequest() const;
     void onAnswer(std::uint32_t run, const std::shared_ptr<const Request>& request, const Answer& answer);
