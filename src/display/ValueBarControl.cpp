@@ -383,9 +383,13 @@ void ValueBarControl::paintScale(surface::PaintContext& context, const QRect& ar
     PixelPainter canvas(context.painter, area.topLeft(), area);
     context.painter.save();
     context.painter.setClipRect(area, Qt::IntersectClip);
+    int lastLine = -1;
     for (int tick = 0; tick < m_tickCount; ++tick) {
         const double y = height - tick * pitch - 1;
         const int line = nearestPixel(y);
+        if (line == lastLine)
+            continue; // more ticks than pixels: one to a line is all that can be seen
+        lastLine = line;
         canvas.fill(m_bar.left() - TickLength, line, m_bar.left(), line, style.colour);
         const QRect text(area.left(), area.top() + nearestPixel(y - face.height() + 2), area.width(),
                          face.height());
