@@ -2,6 +2,8 @@
 
 #include "values/RuntimeError.h"
 
+#include <iterator>
+
 namespace zan::values {
 
 Array::Array(std::vector<Bound> bounds, bool fixedSize) : m_bounds(std::move(bounds)), m_fixedSize(fixedSize)
@@ -42,6 +44,30 @@ std::size_t Array::offset(std::span<const std::int32_t> indices) const
         place = place * std::size_t(bound.count()) + std::size_t(std::int64_t(indices[dimension]) - bound.lower);
     }
     return place;
+}
+
+void Array::resizeLast(std::int32_t upper)
+{
+    if (m_bounds.empty())
+        raise(ErrorNumber::SubscriptOutOfRange);
+    const Bound last{m_bounds.back().lower, upper};
+    if (last.count() < 0)
+        raise(ErrorNumber::SubscriptOutOfRange);
+    std::int64_t total = last.count();
+    for (std::size_t dimension = 0; dimension + 1 < m_bounds.size(); ++dimension) {
+        total *= m_bounds[dimension].count();
+        if (total > MaximumElements)
+            raise(ErrorNumber::OutOfMemory);
+    }
+    if (total > MaximumElements)
+        raise(ErrorNumber::OutOfMemory);
+    // What goes is taken out first: its end may run code that looks at this array.
+    std::vector<Variant> removed;
+    if (std::size_t(total) < m_elements.size())
+        removed.assign(std::make_move_iterator(m_elements.begin() + total),
+                       std::make_move_iterator(m_elements.end()));
+    m_elements.resize(std::size_t(total));
+    m_bounds.back() = last;
 }
 
 Ref<Array> Array::clone() const

@@ -43,6 +43,9 @@ public:
     /// Place in elements() of the element with these indices. Raises 9 for a wrong rank or an index outside.
     std::size_t offset(std::span<const std::int32_t> indices) const;
     Ref<Array> clone() const;
+    /// Gives the last dimension another upper end and keeps the elements that are in both. Raises 9 and 7 as the
+    /// constructor does, 9 for an array without dimensions.
+    void resizeLast(std::int32_t upper);
 
 private:
     std::vector<Bound> m_bounds;

@@ -120,11 +120,11 @@ ErrorNumber toWhole(const Variant& value, int bits, std::int64_t& result)
         return ErrorNumber::None;
     case Kind::String:
         return wholeFromText(value.text(), bits, result);
-    case Kind::Object:
-        return viaDefault<std::int64_t>(
-            value, result,
-            bits == 16 ? [](const Variant& plain, std::int64_t& out) { return toWhole(plain, 16, out); }
-                       : [](const Variant& plain, std::int64_t& out) { return toWhole(plain, 32, out); });
+    case Kind::Object: {
+        Variant plain;
+        const ErrorNumber error = tryPlainValue(value, plain);
+        return error == ErrorNumber::None ? toWhole(plain, bits, result) : error;
+    }
     default:
         break;
     }

@@ -7,7 +7,8 @@
 namespace zan::values {
 
 /// Number as people see it: at most 15 significant digits for a Double, 7 for a Single, `.` as decimal point,
-/// "1E+15" and "1E-05" forms for the very large and very small. What CStr and `&` make of a number.
+/// "1E+15" form where that is too few for the digits before the point or for those after it with their leading
+/// zeros ("0.075", but "7.50750750750751E-02"). What CStr and `&` make of a number.
 QString displayText(double value);
 QString displayText(float value);
 QString displayText(Currency value);
