@@ -238,6 +238,16 @@ int main(int argc, char** argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     QTemporaryDir folder;
+    if (argc == 3 && qstrcmp(argv[1], "--profile") == 0) {
+        // One load and nothing else, for a profiler.
+        const int count = QByteArray(argv[2]).toInt();
+        const QString file = folder.filePath(QStringLiteral("profile.scheme"));
+        bench::writeScheme(file, count);
+        Panel panel(file, count);
+        panel.window->show();
+        paintPending();
+        return 0;
+    }
     std::vector<double> loads;
     for (const int count : {100, 1000, 10000}) {
         const QString file = folder.filePath(QStringLiteral("%1.scheme").arg(count));
