@@ -1,0 +1,54 @@
+#pragma once
+
+#include "script/Builtins.h"
+
+#include "values/Convert.h"
+#include "values/RuntimeError.h"
+
+#include <QString>
+
+namespace zan::script {
+
+// The groups of built-in functions; each is one row of functions in a file of its own.
+std::span<const Builtin> textFunctions() noexcept;
+std::span<const Builtin> listFunctions() noexcept;
+std::span<const Builtin> conversionFunctions() noexcept;
+std::span<const Builtin> numberFunctions() noexcept;
+std::span<const Builtin> dateFunctions() noexcept;
+std::span<const Builtin> formatFunctions() noexcept;
+std::span<const Builtin> informationFunctions() noexcept;
+std::span<const Builtin> hostFunctions() noexcept;
+
+/// True when the argument was given.
+inline bool given(Arguments arguments, std::size_t place)
+{
+    return place < arguments.size() && !arguments[place].isMissing();
+}
+
+/// The argument as a Long, or the default when it was left out.
+inline std::int32_t longOr(Arguments arguments, std::size_t place, std::int32_t otherwise)
+{
+    return given(arguments, place) ? values::toLong(arguments[place]) : otherwise;
+}
+
+inline QString textOr(Arguments arguments, std::size_t place, const QString& otherwise)
+{
+    return given(arguments, place) ? values::toText(arguments[place]) : otherwise;
+}
+
+/// Error 5 unless the argument is as the function needs it.
+inline void require(bool condition)
+{
+    if (!condition)
+        values::raise(values::ErrorNumber::InvalidCall);
+}
+
+/// The compare argument of text functions: 0 by code, 1 without regard to case.
+inline Qt::CaseSensitivity comparison(Arguments arguments, std::size_t place)
+{
+    const std::int32_t mode = longOr(arguments, place, 0);
+    require(mode >= 0 && mode <= 2);
+    return mode == 0 ? Qt::CaseSensitive : Qt::CaseInsensitive;
+}
+
+} // namespace zan::script

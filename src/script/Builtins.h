@@ -1,0 +1,33 @@
+#pragma once
+
+#include "binding/Object.h"
+#include "values/Name.h"
+
+#include <cstdint>
+
+namespace zan::script {
+
+class Engine;
+
+using binding::Arguments;
+using values::Variant;
+
+/// A function of the language. Arguments are values, never references; one left out is Variant::missing().
+struct Builtin
+{
+    using Function = Variant (*)(Engine& engine, Arguments arguments);
+    const char* name;
+    std::uint8_t requiredArguments;
+    std::uint8_t allowedArguments;
+    Function function;
+};
+
+/// Number of the built-in function of this name, or -1. The number is good for builtinAt.
+int findBuiltin(values::Name name) noexcept;
+const Builtin& builtinAt(std::uint32_t number) noexcept;
+std::uint32_t builtinCount() noexcept;
+
+/// Value of the built-in constant of this name (vbCrLf, vbYesNo ...), or null.
+const Variant* findConstant(values::Name name) noexcept;
+
+} // namespace zan::script

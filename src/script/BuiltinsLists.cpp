@@ -1,0 +1,125 @@
+#include "script/BuiltinSupport.h"
+#include "script/Engine.h"
+
+#include "values/Array.h"
+
+namespace zan::script {
+
+namespace {
+
+using values::Array;
+using values::ErrorNumber;
+
+const Array& arrayOf(const Variant& value)
+{
+    if (!value.isArray())
+        values::raise(ErrorNumber::TypeMismatch);
+    return value.array();
+}
+
+const Array::Bound& boundOf(Arguments arguments)
+{
+    const Array& array = arrayOf(arguments[0]);
+    const std::int32_t dimension = longOr(arguments, 1, 1);
+    if (dimension < 1 || std::size_t(dimension) > array.rank())
+        values::raise(ErrorNumber::SubscriptOutOfRange);
+    return array.bound(std::size_t(dimension - 1));
+}
+
+QString elementText(const Variant& element)
+{
+    return element.isNull() ? QString() : values::toText(element);
+}
+
+Variant makeArray(Engine&, Arguments arguments)
+{
+    return Variant(Array::fromValues({arguments.begin(), arguments.end()}));
+}
+
+Variant lBound(Engine&, Arguments arguments)
+{
+    return Variant(boundOf(arguments).lower);
+}
+
+Variant uBound(Engine&, Arguments arguments)
+{
+    return Variant(boundOf(arguments).upper);
+}
+
+Variant split(Engine& engine, Arguments arguments)
+{
+    const QString text = values::toText(arguments[0]);
+    const QString delimiter = textOr(arguments, 1, QStringLiteral(" "));
+    const std::int32_t most = longOr(arguments, 2, -1);
+    const Qt::CaseSensitivity sensitivity = comparison(arguments, 3);
+    require(most >= -1);
+    std::vector<Variant> pieces;
+    if (text.isEmpty() || most == 0)
+        return Variant(Array::fromValues({}));
+    qsizetype place = 0;
+    while (!delimiter.isEmpty() && (most < 0 || std::int64_t(pieces.size()) + 1 < most)) {
+        const qsizetype found = text.indexOf(delimiter, place, sensitivity);
+        if (found < 0)
+            break;
+        pieces.emplace_back(text.mid(place, found - place));
+        place = found + delimiter.size();
+        if (pieces.size() % 4096 == 0)
+            engine.vm().chargeBytes(pieces.size() * sizeof(Variant));
+    }
+    pieces.emplace_back(text.mid(place));
+    return Variant(Array::fromValues(std::move(pieces)));
+}
+
+Variant join(Engine& engine, Arguments arguments)
+{
+    const Array& array = arrayOf(arguments[0]);
+    if (array.rank() != 1) {
+        if (array.rank() == 0)
+            return Variant(QString());
+        values::raise(ErrorNumber::TypeMismatch);
+    }
+    const QString delimiter = textOr(arguments, 1, QStringLiteral(" "));
+    const Variant alive = arguments[0]; // an element's default value may run code that changes the array
+    QString result;
+    bool first = true;
+    for (const Variant& element : alive.array().elements()) {
+        const QString text = elementText(element);
+        engine.vm().charge(result.size() + text.size() + delimiter.size());
+        if (!first)
+            result += delimiter;
+        result += text;
+        first = false;
+    }
+    return Variant(std::move(result));
+}
+
+Variant filter(Engine&, Arguments arguments)
+{
+    const Variant alive = arguments[0];
+    const Array& array = arrayOf(alive);
+    if (array.rank() != 1)
+        values::raise(ErrorNumber::TypeMismatch);
+    const QString wanted = values::toText(arguments[1]);
+    const bool include = !given(arguments, 2) || values::toBoolean(arguments[2]);
+    const Qt::CaseSensitivity sensitivity = comparison(arguments, 3);
+    std::vector<Variant> kept;
+    for (const Variant& element : array.elements()) {
+        if (elementText(element).contains(wanted, sensitivity) == include)
+            kept.push_back(element);
+    }
+    return Variant(Array::fromValues(std::move(kept)));
+}
+
+constexpr Builtin Functions[] = {
+    {"Array", 0, 255, makeArray}, {"Filter", 2, 4, filter}, {"Join", 1, 2, join},
+    {"LBound", 1, 2, lBound},     {"Split", 1, 4, split},   {"UBound", 1, 2, uBound},
+};
+
+} // namespace
+
+std::span<const Builtin> listFunctions() noexcept
+{
+    return Functions;
+}
+
+} // namespace zan::script

@@ -1,0 +1,20 @@
+#include "script/Bytecode.h"
+
+#include <algorithm>
+
+namespace zan::script {
+
+const Mark* Procedure::markAt(std::size_t place) const noexcept
+{
+    const auto after = std::upper_bound(marks.begin(), marks.end(), place,
+                                        [](std::size_t wanted, const Mark& mark) { return wanted < mark.start; });
+    return after == marks.begin() ? nullptr : &*std::prev(after);
+}
+
+const ClassMember* ClassInfo::find(values::Name wanted) const noexcept
+{
+    const auto found = members.find(wanted.folded());
+    return found == members.end() ? nullptr : &found->second;
+}
+
+} // namespace zan::script

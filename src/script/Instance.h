@@ -1,0 +1,43 @@
+#pragma once
+
+#include "script/Bytecode.h"
+#include "script/Tracked.h"
+
+#include "binding/Object.h"
+
+#include <new>
+#include <vector>
+
+namespace zan::script {
+
+/// An object of a class that a script declares.
+class Instance final : public binding::Object, public Tracked
+{
+public:
+    Instance(Engine& engine, const ClassInfo& info);
+
+    const binding::MemberTable& members() const override;
+    QString typeName() const override;
+    values::Variant defaultValue() override;
+    values::Variant invoke(values::Name name, binding::Access access, binding::Arguments arguments) override;
+
+    const ClassInfo& info() const noexcept { return *m_info; }
+    values::Variant* fields() noexcept { return m_fields.data(); }
+
+    void sayGoodbye() override;
+    void letGo() override;
+    void hold() const override { retain(); }
+    void drop() const override { release(); }
+
+    /// The last release: Class_Terminate runs while the object is whole, and may keep it alive by storing Me.
+    static void operator delete(Instance* object, std::destroying_delete_t);
+
+private:
+    ~Instance() override;
+
+    const ClassInfo* m_info;
+    std::vector<values::Variant> m_fields;
+    bool m_terminated = false;
+};
+
+} // namespace zan::script

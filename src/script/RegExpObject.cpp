@@ -1,0 +1,255 @@
+#include "script/RegExpObject.h"
+
+#include "binding/MemberTable.h"
+#include "values/Convert.h"
+
+namespace zan::script {
+
+using values::ErrorNumber;
+using values::Variant;
+
+namespace {
+
+constexpr int SyntaxInExpression = 5017;
+constexpr int UnexpectedQuantifier = 5018;
+constexpr int ExpectedBracket = 5019;
+constexpr int ExpectedParenthesis = 5020;
+constexpr int InvalidRange = 5021;
+
+/// Steps that one match may take; a hostile pattern ends without a match instead of never.
+constexpr auto MatchLimit = "(*LIMIT_MATCH=2000000)";
+
+class ListEnumerator final : public binding::Enumerator
+{
+public:
+    explicit ListEnumerator(std::vector<Variant> items)
+        : m_items(std::move(items))
+    {}
+    std::optional<Variant> next() override
+    {
+        return m_place < m_items.size() ? std::optional(m_items[m_place++]) : std::nullopt;
+    }
+
+private:
+    std::vector<Variant> m_items;
+    std::size_t m_place = 0;
+};
+
+Variant itemAt(const std::vector<Variant>& items, std::int32_t place)
+{
+    if (place < 0 || std::size_t(place) >= items.size())
+        values::raise(ErrorNumber::InvalidCall);
+    return items[std::size_t(place)];
+}
+
+[[noreturn]] void raisePattern(const QString& reason)
+{
+    int number = SyntaxInExpression;
+    if (reason.contains(QLatin1String("quantifier")))
+        number = UnexpectedQuantifier;
+    else if (reason.contains(QLatin1String("missing terminating ]")))
+        number = ExpectedBracket;
+    else if (reason.contains(QLatin1String("missing closing parenthesis")) ||
+             reason.contains(QLatin1String("parenthes")))
+        number = ExpectedParenthesis;
+    else if (reason.contains(QLatin1String("range")))
+        number = InvalidRange;
+    throw values::RuntimeError(number, values::errorText(number));
+}
+
+/// The replacement with $1 to $99, $&, $`, $' and $$ filled in.
+void appendReplacement(QString& result, const QString& replacement, const QRegularExpressionMatch& match,
+                       const QString& text)
+{
+    for (qsizetype place = 0; place < replacement.size(); ++place) {
+        const QChar c = replacement[place];
+        const QChar next = place + 1 < replacement.size() ? replacement[place + 1] : QChar();
+        if (c != QLatin1Char('$')) {
+            result += c;
+        } else if (next == QLatin1Char('$')) {
+            result += c;
+            ++place;
+        } else if (next == QLatin1Char('&')) {
+            result += match.captured(0);
+            ++place;
+        } else if (next == QLatin1Char('`')) {
+            result += QStringView(text).left(match.capturedStart(0));
+            ++place;
+        } else if (next == QLatin1Char('\'')) {
+            result += QStringView(text).sliced(match.capturedEnd(0));
+            ++place;
+        } else if (next.unicode() >= u'0' && next.unicode() <= u'9') {
+            int group = next.unicode() - u'0';
+            int digits = 1;
+            if (place + 2 < replacement.size() && replacement[place + 2].unicode() >= u'0' &&
+                replacement[place + 2].unicode() <= u'9') {
+                const int two = group * 10 + replacement[place + 2].unicode() - u'0';
+                if (two <= match.regularExpression().captureCount()) {
+                    group = two;
+                    digits = 2;
+                }
+            }
+            if (group == 0 || group > match.regularExpression().captureCount()) {
+                result += c;
+            } else {
+                result += match.captured(group);
+                place += digits;
+            }
+        } else {
+            result += c;
+        }
+    }
+}
+
+} // namespace
+
+const binding::MemberTable& RegExpObject::members() const
+{
+    static const binding::MemberTable table(
+        "RegExp", nullptr,
+        {
+            binding::property<&RegExpObject::pattern, &RegExpObject::setPattern>("Pattern"),
+            binding::property<&RegExpObject::global, &RegExpObject::setGlobal>("Global"),
+            binding::property<&RegExpObject::ignoreCase, &RegExpObject::setIgnoreCase>("IgnoreCase"),
+            binding::property<&RegExpObject::multiLine, &RegExpObject::setMultiLine>("MultiLine"),
+            binding::method<&RegExpObject::execute>("Execute"),
+            binding::method<&RegExpObject::test>("Test"),
+            binding::method<&RegExpObject::replace>("Replace"),
+        });
+    return table;
+}
+
+void RegExpObject::setPattern(const QString& pattern)
+{
+    m_pattern = pattern;
+    m_isCompiled = false;
+}
+
+void RegExpObject::setIgnoreCase(bool ignore)
+{
+    m_ignoreCase = ignore;
+    m_isCompiled = false;
+}
+
+void RegExpObject::setMultiLine(bool multiLine)
+{
+    m_multiLine = multiLine;
+    m_isCompiled = false;
+}
+
+const QRegularExpression& RegExpObject::compiled()
+{
+    if (m_isCompiled)
+        return m_expression;
+    QRegularExpression::PatternOptions options;
+    options.setFlag(QRegularExpression::CaseInsensitiveOption, m_ignoreCase);
+    options.setFlag(QRegularExpression::MultilineOption, m_multiLine);
+    QRegularExpression expression(QLatin1String(MatchLimit) + m_pattern, options);
+    if (!expression.isValid())
+        raisePattern(expression.errorString());
+    m_expression = expression;
+    m_isCompiled = true;
+    return m_expression;
+}
+
+values::Ref<binding::Object> RegExpObject::execute(const QString& text)
+{
+    std::vector<Variant> matches;
+    if (m_global) {
+        QRegularExpressionMatchIterator found = compiled().globalMatch(text);
+        while (found.hasNext())
+            matches.emplace_back(values::make<Match>(found.next()));
+    } else {
+        const QRegularExpressionMatch found = compiled().match(text);
+        if (found.hasMatch())
+            matches.emplace_back(values::make<Match>(found));
+    }
+    return values::make<MatchCollection>(std::move(matches));
+}
+
+bool RegExpObject::test(const QString& text)
+{
+    return compiled().match(text).hasMatch();
+}
+
+QString RegExpObject::replace(const QString& text, const Variant& replacement)
+{
+    const QString with = values::toText(replacement);
+    QString result;
+    qsizetype place = 0;
+    QRegularExpressionMatchIterator found = compiled().globalMatch(text);
+    while (found.hasNext()) {
+        const QRegularExpressionMatch match = found.next();
+        result += QStringView(text).sliced(place, match.capturedStart(0) - place);
+        appendReplacement(result, with, match, text);
+        place = match.capturedEnd(0);
+        if (!m_global)
+            break;
+    }
+    result += QStringView(text).sliced(place);
+    return result;
+}
+
+const binding::MemberTable& SubMatches::members() const
+{
+    static const binding::MemberTable table("SubMatches", nullptr,
+                                            {
+                                                binding::readOnly<&SubMatches::count>("Count"),
+                                                binding::readOnly<&SubMatches::item>("Item").asDefault(),
+                                            });
+    return table;
+}
+
+std::unique_ptr<binding::Enumerator> SubMatches::enumerate()
+{
+    return std::make_unique<ListEnumerator>(m_texts);
+}
+
+Variant SubMatches::item(std::int32_t place) const
+{
+    return itemAt(m_texts, place);
+}
+
+Match::Match(const QRegularExpressionMatch& match)
+    : m_value(match.captured(0))
+    , m_first(std::int32_t(match.capturedStart(0)))
+{
+    std::vector<Variant> texts;
+    for (int group = 1; group <= match.regularExpression().captureCount(); ++group)
+        texts.push_back(match.capturedStart(group) < 0 ? Variant() : Variant(match.captured(group)));
+    m_subMatches = values::make<SubMatches>(std::move(texts));
+}
+
+const binding::MemberTable& Match::members() const
+{
+    static const binding::MemberTable table("Match", nullptr,
+                                            {
+                                                binding::readOnly<&Match::firstIndex>("FirstIndex"),
+                                                binding::readOnly<&Match::length>("Length"),
+                                                binding::readOnly<&Match::value>("Value").asDefault(),
+                                                binding::readOnly<&Match::subMatches>("SubMatches"),
+                                            });
+    return table;
+}
+
+const binding::MemberTable& MatchCollection::members() const
+{
+    static const binding::MemberTable table("MatchCollection", nullptr,
+                                            {
+                                                binding::readOnly<&MatchCollection::count>("Count"),
+                                                binding::readOnly<&MatchCollection::item>("Item").asDefault(),
+                                            });
+    return table;
+}
+
+std::unique_ptr<binding::Enumerator> MatchCollection::enumerate()
+{
+    return std::make_unique<ListEnumerator>(m_matches);
+}
+
+Variant MatchCollection::item(std::int32_t place) const
+{
+    return itemAt(m_matches, place);
+}
+
+} // namespace zan::script

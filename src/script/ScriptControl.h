@@ -1,0 +1,77 @@
+#pragma once
+
+#include "script/ScriptError.h"
+#include "script/ScriptHost.h"
+
+#include "binding/Object.h"
+
+#include <QString>
+
+#include <chrono>
+#include <functional>
+#include <initializer_list>
+#include <memory>
+#include <optional>
+
+namespace zan::script {
+
+class Engine;
+struct EngineSettings;
+
+/// An engine for scripts in VBScript. Give it named objects and the text of a program, then call its procedures.
+///
+/// Nothing is ever thrown: a call that fails says so in its result, and Error tells why. A script may call back into
+/// the control that runs it, Reset included: the program under way then goes on with its own variables until it
+/// returns. One control belongs to one thread.
+class ScriptControl
+{
+public:
+    /// The host must outlive the control; without one, boxes are answered as if the user had pressed Enter.
+    explicit ScriptControl(ScriptHost* host = nullptr);
+    ~ScriptControl();
+    ScriptControl(const ScriptControl&) = delete;
+    ScriptControl& operator=(const ScriptControl&) = delete;
+
+    /// Forgets code, variables, named objects and the error. Compiled texts stay known, so that the same program
+    /// starts at once the next time.
+    void Reset();
+    /// Makes an object known to scripts by a name; with addMembers its members can be used without the name.
+    /// Fails for no object and for a name that is there already (error 5).
+    bool AddObject(const QString& name, const binding::Ref<binding::Object>& object, bool addMembers = false);
+    /// Compiles a text, adds its declarations to the program and runs the statements outside procedures.
+    bool AddCode(const QString& text);
+    /// Calls a procedure of the program; the result of a Sub is Empty. Nothing when it failed; a name that the
+    /// program does not have fails with error 438.
+    std::optional<values::Variant> Run(const QString& procedure, binding::Arguments arguments = {});
+    std::optional<values::Variant> Run(const QString& procedure, std::initializer_list<values::Variant> arguments);
+    /// Value of an expression in the program; nothing when it failed.
+    std::optional<values::Variant> Eval(const QString& expression);
+
+    /// What went wrong in the last call that failed. A call that succeeds leaves it as it is.
+    ScriptError& Error() noexcept { return m_error; }
+    const ScriptError& Error() const noexcept { return m_error; }
+
+    /// True inside a call of Run, AddCode or Eval.
+    bool isRunning() const noexcept { return m_running > 0; }
+    void setHost(ScriptHost* host) noexcept;
+    const ScriptLimits& limits() const noexcept;
+    /// Takes effect with the next look at the limits.
+    void setLimits(const ScriptLimits& limits) noexcept;
+    /// Lets CreateObject make objects under this name, besides "Scripting.Dictionary". Stays over Reset.
+    void registerClass(const QString& name, std::function<binding::Ref<binding::Object>()> factory);
+    /// Puts another clock in place of the machine's.
+    void setClock(std::function<std::chrono::nanoseconds()> clock);
+    /// Puts another measure of memory in place of the size of the process's heap, in bytes.
+    void setMemoryMeter(std::function<std::size_t()> meter);
+
+private:
+    template <class Call>
+    bool guarded(const QString& text, Call&& call);
+
+    std::shared_ptr<EngineSettings> m_settings;
+    std::shared_ptr<Engine> m_engine;
+    ScriptError m_error;
+    int m_running = 0;
+};
+
+} // namespace zan::script

@@ -1,0 +1,628 @@
+#include "script/Vm.h"
+
+#include "script/Builtins.h"
+#include "script/Engine.h"
+#include "script/ErrObject.h"
+#include "script/Instance.h"
+#include "script/Operators.h"
+
+#include "values/Arithmetic.h"
+#include "values/Convert.h"
+
+#include <cmath>
+#include <limits>
+
+// Threaded code: each operation jumps straight to the next one, which the compilers offer as an extension.
+#pragma GCC diagnostic ignored "-Wpedantic"
+
+namespace zan::script {
+
+using values::ErrorNumber;
+using values::Kind;
+using values::Ordering;
+using values::Variant;
+
+namespace {
+
+/// Stores a plain value; the usual slot holds a plain value before, too.
+template <class T>
+inline void put(Variant& slot, T value)
+{
+    if (!slot.isCounted())
+        new (&slot) Variant(value);
+    else
+        slot = Variant(value);
+}
+
+inline bool integral(const Variant& value, std::int32_t& result) noexcept
+{
+    if (value.kind() == Kind::Integer) {
+        result = value.integer();
+        return true;
+    }
+    result = value.longInteger();
+    return value.kind() == Kind::Long;
+}
+
+inline bool numeric(const Variant& value, double& result) noexcept
+{
+    switch (value.kind()) {
+    case Kind::Double:
+        result = value.real();
+        return true;
+    case Kind::Integer:
+        result = value.integer();
+        return true;
+    case Kind::Long:
+        result = value.longInteger();
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// A sum or product of two Integers stays one while it fits, then is a Long, then a Double.
+inline void putWhole(Variant& slot, std::int64_t value, bool narrow)
+{
+    if (narrow && value == std::int16_t(value))
+        put(slot, std::int16_t(value));
+    else if (value == std::int32_t(value))
+        put(slot, std::int32_t(value));
+    else
+        put(slot, double(value));
+}
+
+inline bool bothIntegers(const Variant& left, const Variant& right) noexcept
+{
+    return left.kind() == Kind::Integer && right.kind() == Kind::Integer;
+}
+
+Ordering generalCompare(const Variant& left, const Variant& right, int flags)
+{
+    return values::compare(left, right, static_cast<values::Operand>(flags >> LeftLiteralShift & 3),
+                           static_cast<values::Operand>(flags >> RightLiteralShift & 3));
+}
+
+bool isTrue(const Variant& value)
+{
+    if (value.is(Kind::Boolean))
+        return value.boolean();
+    if (value.isNull())
+        return false;
+    if (value.isObject() && value.object()) {
+        const Variant plain = value.objectRef()->defaultValue();
+        return plain.isNull() ? false : values::toBoolean(plain);
+    }
+    return values::toBoolean(value);
+}
+
+/// Place of an index in an array of one dimension, or -1 for anything out of the ordinary.
+inline std::int64_t simplePlace(const values::Array& array, const Variant& index) noexcept
+{
+    std::int32_t number = 0;
+    if (array.rank() != 1 || !integral(index, number))
+        return -1;
+    const auto& bound = array.bounds().front();
+    return number >= bound.lower && number <= bound.upper ? std::int64_t(number) - bound.lower : -1;
+}
+
+} // namespace
+
+void Vm::dispatch(std::size_t stopDepth)
+{
+    static const void* const Labels[] = {
+#define ZAN_SCRIPT_OPERATION(name) &&label##name,
+        ZAN_SCRIPT_OPERATIONS(ZAN_SCRIPT_OPERATION)
+#undef ZAN_SCRIPT_OPERATION
+    };
+    Variant* banks[4] = {};
+    const Procedure* procedure = nullptr;
+    const Instruction* next = nullptr;
+    const Instruction* code = nullptr;
+    const auto load = [&] {
+        const Frame& frame = m_frames.back();
+        procedure = frame.procedure;
+        next = frame.next;
+        banks[0] = frame.base;
+        banks[1] = procedure->constants.data();
+        banks[2] = m_engine.symbols().values();
+        banks[3] = frame.me ? frame.me->fields() : nullptr;
+    };
+    load();
+
+#define R(op) (banks[(op) >> 30][(op)&0x3fffffff])
+#define READ(op) (read(R(op)))
+#define OP(name) label##name:
+#define NEXT                                                                                                       \
+    do {                                                                                                           \
+        code = next++;                                                                                             \
+        goto* Labels[static_cast<int>(code->op)];                                                                  \
+    } while (false)
+#define JUMP(target) (next = procedure->code.data() + (target))
+#define PASS                                                                                                       \
+    if (--m_credit < 0)                                                                                            \
+    tick()
+// After something that may have pushed a frame.
+#define CALLED(pushed)                                                                                             \
+    if (pushed)                                                                                                    \
+    load()
+// Before something that may push a frame.
+#define SAVE (m_frames.back().next = next)
+
+#define ARITHMETIC(name, sign, general)                                                                            \
+    OP(name)                                                                                                       \
+    {                                                                                                              \
+        const Variant& left = R(code->b);                                                                          \
+        const Variant& right = R(code->c);                                                                         \
+        std::int32_t x = 0;                                                                                        \
+        std::int32_t y = 0;                                                                                        \
+        double p = 0;                                                                                              \
+        double q = 0;                                                                                              \
+        if (integral(left, x) && integral(right, y))                                                               \
+            putWhole(R(code->a), std::int64_t(x) sign y, bothIntegers(left, right));                               \
+        else if (numeric(left, p) && numeric(right, q) && std::isfinite(p = p sign q))                             \
+            put(R(code->a), p);                                                                                    \
+        else                                                                                                       \
+            R(code->a) = general(READ(code->b), READ(code->c));                                                    \
+        NEXT;                                                                                                      \
+    }
+
+#define UNLESS(name, sign, op)                                                                                     \
+    OP(name)                                                                                                       \
+    {                                                                                                              \
+        const Variant& left = R(code->a);                                                                          \
+        const Variant& right = R(code->b);                                                                         \
+        std::int32_t x = 0;                                                                                        \
+        std::int32_t y = 0;                                                                                        \
+        double p = 0;                                                                                              \
+        double q = 0;                                                                                              \
+        bool holds = false;                                                                                        \
+        if (integral(left, x) && integral(right, y)) {                                                             \
+            holds = x sign y;                                                                                      \
+        } else if (numeric(left, p) && numeric(right, q)) {                                                        \
+            holds = p sign q;                                                                                      \
+        } else {                                                                                                   \
+            const Variant result = comparisonResult(op, generalCompare(READ(code->a), READ(code->b), code->n));    \
+            holds = !result.isNull() && result.boolean();                                                          \
+        }                                                                                                          \
+        if (!holds)                                                                                                \
+            JUMP(code->c);                                                                                         \
+        NEXT;                                                                                                      \
+    }
+
+    while (true) {
+        try {
+            NEXT;
+
+            OP(Move)
+            {
+                Variant& source = R(code->b);
+                if (code->n && !source.isReference())
+                    R(code->a) = std::move(source);
+                else
+                    R(code->a) = read(source);
+                NEXT;
+            }
+            OP(Let)
+            {
+                Variant& source = R(code->b);
+                if (source.isObject() || source.isReference()) {
+                    Variant value = plainValue(read(source)); // may run code: the target is looked up after it
+                    follow(R(code->a)) = std::move(value);
+                    NEXT;
+                }
+                Variant& target = follow(R(code->a));
+                if (!source.isCounted() && !target.isCounted())
+                    new (&target) Variant(source);
+                else if (code->n)
+                    target = std::move(source);
+                else
+                    target = source;
+                NEXT;
+            }
+            OP(Set)
+            {
+                Variant& source = R(code->b);
+                if (!read(source).isObject())
+                    values::raise(ErrorNumber::ObjectRequired);
+                Variant& target = follow(R(code->a));
+                if (code->n && !source.isReference())
+                    target = std::move(source);
+                else
+                    target = read(source);
+                NEXT;
+            }
+            OP(Clear)
+            {
+                clear(&R(code->a), code->n);
+                NEXT;
+            }
+            OP(MakeReference)
+            {
+                Variant& source = R(code->b);
+                if (source.isReference())
+                    R(code->a) = source;
+                else
+                    R(code->a) = Variant::reference(reinterpret_cast<std::uintptr_t>(&source));
+                NEXT;
+            }
+            OP(ElementReference)
+            {
+                SAVE;
+                CALLED(elementReference(*code, banks));
+                NEXT;
+            }
+            OP(DropPaths)
+            {
+                m_paths.resize(m_frames.back().paths);
+                NEXT;
+            }
+            ARITHMETIC(Add, +, values::add)
+            ARITHMETIC(Subtract, -, values::subtract)
+            ARITHMETIC(Multiply, *, values::multiply)
+            OP(Divide)
+            {
+                double p = 0;
+                double q = 0;
+                if (numeric(R(code->b), p) && numeric(R(code->c), q) && q != 0 && std::isfinite(p /= q))
+                    put(R(code->a), p);
+                else
+                    R(code->a) = values::divide(READ(code->b), READ(code->c));
+                NEXT;
+            }
+            OP(Binary)
+            {
+                R(code->a) = applyBinary(static_cast<Operator>(code->n), READ(code->b), READ(code->c));
+                NEXT;
+            }
+            OP(Unary)
+            {
+                const Variant& source = R(code->b);
+                if (static_cast<Operator>(code->n) == Operator::Not && source.is(Kind::Boolean))
+                    put(R(code->a), !source.boolean());
+                else
+                    R(code->a) = applyUnary(static_cast<Operator>(code->n), READ(code->b));
+                NEXT;
+            }
+            OP(Concat2)
+            {
+                const Variant& left = READ(code->b);
+                const Variant& right = READ(code->c);
+                if (left.isText() && right.isText()) {
+                    charge(left.text().size() + right.text().size());
+                    R(code->a) = Variant(left.text() + right.text());
+                } else {
+                    Variant result = values::concatenate(left, right);
+                    charge(result.isText() ? result.text().size() : 0);
+                    R(code->a) = std::move(result);
+                }
+                NEXT;
+            }
+            OP(Concat)
+            {
+                Variant* const pieces = &R(code->b);
+                Variant result = join(pieces, code->n);
+                clear(pieces, code->n);
+                R(code->a) = std::move(result);
+                NEXT;
+            }
+            OP(Append)
+            {
+                append(R(code->a), &R(code->b), code->n);
+                NEXT;
+            }
+            OP(Compare)
+            {
+                const auto op = static_cast<Operator>(code->n & 0xff);
+                std::int32_t x = 0;
+                std::int32_t y = 0;
+                if (integral(R(code->b), x) && integral(R(code->c), y))
+                    R(code->a) = comparisonResult(op, x < y   ? Ordering::Less
+                                                      : x > y ? Ordering::Greater
+                                                              : Ordering::Equal);
+                else
+                    R(code->a) = comparisonResult(op, generalCompare(READ(code->b), READ(code->c), code->n));
+                NEXT;
+            }
+            OP(Is)
+            {
+                put(R(code->a), isSameObject(READ(code->b), READ(code->c)));
+                NEXT;
+            }
+            OP(Jump)
+            {
+                JUMP(code->a);
+                NEXT;
+            }
+            OP(Loop)
+            {
+                JUMP(code->a);
+                PASS;
+                NEXT;
+            }
+            OP(JumpIf)
+            {
+                const bool taken = isTrue(READ(code->a));
+                if (code->n)
+                    clear(&R(code->a), 1);
+                if (taken)
+                    JUMP(code->b);
+                NEXT;
+            }
+            OP(JumpUnless)
+            {
+                const bool taken = !isTrue(READ(code->a));
+                if (code->n)
+                    clear(&R(code->a), 1);
+                if (taken)
+                    JUMP(code->b);
+                NEXT;
+            }
+            UNLESS(UnlessEqual, ==, Operator::Equal)
+            UNLESS(UnlessNotEqual, !=, Operator::NotEqual)
+            UNLESS(UnlessLess, <, Operator::Less)
+            UNLESS(UnlessGreater, >, Operator::Greater)
+            UNLESS(UnlessLessEqual, <=, Operator::LessEqual)
+            UNLESS(UnlessGreaterEqual, >=, Operator::GreaterEqual)
+            OP(ForStart)
+            {
+                if (!startFor(R(code->a), &R(code->b)))
+                    JUMP(code->c);
+                NEXT;
+            }
+            OP(ForNext)
+            {
+                Variant& variable = follow(R(code->a));
+                const Variant* const state = &R(code->b);
+                std::int32_t number = 0;
+                std::int32_t limit = 0;
+                bool again = false;
+                // A whole step of one Integer is the loop that nearly every script writes.
+                if (state[1].kind() == Kind::Integer && integral(variable, number) && integral(state[0], limit)) {
+                    const std::int32_t step = state[1].integer();
+                    const std::int64_t sum = std::int64_t(number) + step;
+                    putWhole(variable, sum, variable.kind() == Kind::Integer);
+                    again = step >= 0 ? sum <= limit : sum >= limit;
+                } else {
+                    again = nextFor(R(code->a), state);
+                }
+                if (again) {
+                    JUMP(code->c);
+                    PASS;
+                }
+                NEXT;
+            }
+            OP(EachStart)
+            {
+                R(code->a) = startEach(READ(code->b));
+                NEXT;
+            }
+            OP(EachNext)
+            {
+                if (!nextEach(R(code->b), R(code->a)))
+                    JUMP(code->c);
+                NEXT;
+            }
+            OP(Call)
+            {
+                PASS;
+                const Symbol& symbol = m_engine.symbols().at(code->c);
+                if (!symbol.procedure)
+                    throw NamedError(ErrorNumber::TypeMismatch, symbol.name);
+                SAVE;
+                push(*symbol.procedure, &R(code->b), code->n, nullptr, code->a);
+                load();
+                NEXT;
+            }
+            OP(CallOwn)
+            {
+                PASS;
+                SAVE;
+                push(*procedure->callees[code->c], &R(code->b), code->n, m_frames.back().me, code->a);
+                load();
+                NEXT;
+            }
+            OP(CallBuiltin)
+            {
+                Variant* const arguments = &R(code->b);
+                Variant result = callBuiltin(code->c, arguments, code->n);
+                clear(arguments, code->n);
+                R(code->a) = std::move(result);
+                NEXT;
+            }
+            OP(CallBuiltin1)
+            {
+                R(code->a) = callBuiltin(code->c, &READ(code->b), 1);
+                NEXT;
+            }
+            OP(RunText)
+            {
+                SAVE;
+                CALLED(runText(READ(code->b), static_cast<RunMode>(code->n), code->a));
+                NEXT;
+            }
+            OP(Member)
+            {
+                SAVE;
+                CALLED(getMember(READ(code->b), procedure->sites[code->c], nullptr, 0, code->a));
+                NEXT;
+            }
+            OP(CallMember)
+            {
+                SAVE;
+                Variant* const slot = &R(code->b);
+                const Variant object = std::move(*slot); // must not live on in the temporary
+                CALLED(getMember(object, procedure->sites[code->c], slot + 1, code->n, code->a));
+                NEXT;
+            }
+            OP(PutMember)
+            {
+                SAVE;
+                Variant value = READ(code->b);
+                CALLED(putMember(READ(code->a), procedure->sites[code->c], &value, 1, code->n != 0));
+                NEXT;
+            }
+            OP(PutMemberIndexed)
+            {
+                SAVE;
+                Variant* const slot = &R(code->a);
+                const Variant object = std::move(*slot);
+                CALLED(putMember(object, procedure->sites[code->c], slot + 1, code->n + 1u, code->b != 0));
+                NEXT;
+            }
+            OP(Index)
+            {
+                SAVE;
+                CALLED(indexInto(R(code->b), &R(code->c), code->n, code->a));
+                NEXT;
+            }
+            OP(Index1)
+            {
+                const Variant& target = READ(code->b);
+                const Variant& index = READ(code->c);
+                if (target.isArray()) {
+                    const std::int64_t place = simplePlace(target.array(), index);
+                    if (place >= 0) {
+                        R(code->a) = Variant(target.array().elements()[std::size_t(place)]);
+                        NEXT;
+                    }
+                }
+                SAVE;
+                Variant argument = index;
+                CALLED(indexInto(R(code->b), &argument, 1, code->a));
+                NEXT;
+            }
+            OP(PutIndex)
+            {
+                SAVE;
+                CALLED(putIndex(R(code->a), &R(code->b), code->n, code->c != 0));
+                NEXT;
+            }
+            OP(PutIndex1)
+            {
+                Variant& target = follow(R(code->a));
+                const Variant& source = READ(code->c);
+                if (target.isArray() && !source.isObject()) {
+                    const std::int64_t place = simplePlace(target.array(), READ(code->b));
+                    if (place >= 0) {
+                        const Variant copy = source; // the array may be the value
+                        target.arrayForWriting().elements()[std::size_t(place)] = copy;
+                        NEXT;
+                    }
+                }
+                SAVE;
+                Variant arguments[2] = {READ(code->b), source};
+                CALLED(putIndex(R(code->a), arguments, 1, false));
+                NEXT;
+            }
+            OP(CallValue)
+            {
+                SAVE;
+                CALLED(callDefault(READ(code->b), &R(code->c), code->n, code->a));
+                NEXT;
+            }
+            OP(New)
+            {
+                SAVE;
+                CALLED(create(procedure->names[code->c], code->a));
+                NEXT;
+            }
+            OP(LoadName)
+            {
+                SAVE;
+                CALLED(loadName(procedure->names[code->c], code->a, code->n != 0));
+                NEXT;
+            }
+            OP(RefName)
+            {
+                SAVE;
+                CALLED(refName(procedure->names[code->c], code->a));
+                NEXT;
+            }
+            OP(StoreName)
+            {
+                SAVE;
+                CALLED(storeName(procedure->names[code->c], READ(code->b), code->n != 0));
+                NEXT;
+            }
+            OP(BindName)
+            {
+                bindName(R(code->a), procedure->names[code->c], code->n != 0);
+                NEXT;
+            }
+            OP(CallName)
+            {
+                SAVE;
+                CALLED(callName(procedure->names[code->c], &R(code->b), code->n, code->a));
+                NEXT;
+            }
+            OP(LoadMe)
+            {
+                Instance* const me = m_frames.back().me;
+                if (!me)
+                    values::raise(ErrorNumber::ObjectRequired);
+                R(code->a) = Variant(values::Ref<Instance>(me));
+                NEXT;
+            }
+            OP(DimArray)
+            {
+                Variant& target = follow(R(code->a));
+                if (!target.isArray())
+                    target = newArray(procedure->bounds[code->c]);
+                NEXT;
+            }
+            OP(DimAgain)
+            {
+                if (R(code->a).isArray())
+                    throw NamedError(ErrorNumber::TypeMismatch, procedure->names[code->c]);
+                NEXT;
+            }
+            OP(ReDim)
+            {
+                redim(follow(R(code->a)), &R(code->b), code->n, code->c != 0);
+                NEXT;
+            }
+            OP(Erase)
+            {
+                erase(follow(R(code->a)));
+                NEXT;
+            }
+            OP(ByValue)
+            {
+                Variant& slot = R(code->a);
+                if (slot.isReference())
+                    slot = Variant(read(slot));
+                NEXT;
+            }
+            OP(Return)
+            {
+                if (finish(stopDepth))
+                    return;
+                load();
+                NEXT;
+            }
+            OP(ResumeNext)
+            {
+                m_frames.back().resumeNext = true;
+                m_engine.err().clear();
+                NEXT;
+            }
+            OP(GoToZero)
+            {
+                m_frames.back().resumeNext = false;
+                m_engine.err().clear();
+                NEXT;
+            }
+            OP(Raise)
+            {
+                throw NamedError(int(code->a), code->c ? procedure->names[code->c - 1] : values::Name());
+            }
+        } catch (...) {
+            m_frames.back().next = next;
+            recover(stopDepth);
+            load();
+        }
+    }
+}
+
+} // namespace zan::script

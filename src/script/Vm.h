@@ -1,0 +1,207 @@
+#pragma once
+
+#include "script/Bytecode.h"
+#include "script/SlotArena.h"
+
+#include "binding/Object.h"
+#include "values/Array.h"
+#include "values/RuntimeError.h"
+
+#include <chrono>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+namespace zan::script {
+
+class Engine;
+class Instance;
+
+/// A run-time error that no On Error catches: the host's limits, a cancelled run.
+class StopError : public values::RuntimeError
+{
+public:
+    using RuntimeError::RuntimeError;
+};
+
+/// A run-time error about a name, which the error record shows and Err.Description does not.
+class NamedError : public values::RuntimeError
+{
+public:
+    NamedError(int number, values::Name about);
+    NamedError(values::ErrorNumber number, values::Name about)
+        : NamedError(static_cast<int>(number), about)
+    {}
+    values::Name about() const noexcept { return m_about; }
+
+private:
+    values::Name m_about;
+};
+
+/// An array as Dim declares it: of these upper bounds, or without dimensions when there are none.
+values::Variant newArray(const std::vector<std::int32_t>& upperBounds);
+
+/// The machine that runs bytecode. Calls between procedures of scripts take no native stack; code of the host that
+/// calls back into a script does, and is counted.
+class Vm
+{
+public:
+    explicit Vm(Engine& engine);
+    ~Vm();
+    Vm(const Vm&) = delete;
+    Vm& operator=(const Vm&) = delete;
+
+    /// Runs a procedure from outside. Raises what the script leaves uncaught.
+    values::Variant run(const Procedure& procedure, Instance* me, binding::Arguments arguments);
+    /// Late-bound access to an object of a script's class from outside.
+    values::Variant invokeInstance(Instance& object, values::Name name, binding::Access access,
+                                   binding::Arguments arguments);
+    /// Runs Class_Terminate; nothing leaves it.
+    void runTerminate(Instance& object) noexcept;
+
+    /// Lets go of whatever an interrupted call left in its slots.
+    void clearStack() noexcept;
+
+    bool isRunning() const noexcept { return !m_frames.empty(); }
+    /// Where the error that is on its way out was raised.
+    Position errorPosition() const noexcept { return m_errorPosition; }
+    /// Time that does not count: a box is open.
+    class Pause;
+    /// Counts work that one instruction does besides itself, so that limits are looked at in time. Raises 14 for
+    /// a text longer than the host allows.
+    void charge(qsizetype characters);
+    /// Raises 7 before an allocation that would go beyond the host's limit.
+    void chargeBytes(std::size_t bytes);
+
+private:
+    struct ElementPath
+    {
+        values::Variant* root;
+        std::vector<std::size_t> offsets;
+    };
+    /// Variables that text run inside a procedure declared there.
+    using DynamicScope = std::unordered_map<values::Name, std::unique_ptr<values::Variant>>;
+    struct Frame
+    {
+        const Procedure* procedure;
+        const Instruction* next;
+        values::Variant* base;
+        Instance* me;          ///< retained
+        DynamicScope* dynamic; ///< owned; null until needed
+        std::size_t paths;     ///< element paths below belong to callers
+        std::size_t units;     ///< running texts below belong to callers
+        std::size_t scope;     ///< of text run inside a procedure: number of that procedure's frame
+        Operand result;        ///< of the caller
+        bool resumeNext;
+    };
+
+    // Vm.cpp
+    void dispatch(std::size_t stopDepth);
+    // VmText.cpp
+    values::Variant join(const values::Variant* pieces, std::size_t count);
+    void append(values::Variant& slot, values::Variant* pieces, std::size_t count);
+    // VmFrames.cpp
+    values::Variant* top() const noexcept;
+    void push(const Procedure& procedure, values::Variant* base, std::size_t count, Instance* me, Operand result);
+    void pop() noexcept;
+    bool finish(std::size_t stopDepth);
+    void reserve(const values::Variant* first, std::size_t count) const;
+    void deliver(Operand result, values::Variant&& value);
+    void recover(std::size_t stopDepth);
+    bool resume(std::size_t stopDepth, int number, const QString& description, const QString& source);
+    void noteErrorPosition();
+    void tick();
+    void checkMemory(std::size_t more);
+    // VmArrays.cpp
+    static values::Variant& follow(values::Variant& slot)
+    {
+        return slot.isReference() ? followReference(slot, true) : slot;
+    }
+    static const values::Variant& read(values::Variant& slot)
+    {
+        return slot.isReference() ? followReference(slot, false) : slot;
+    }
+    static values::Variant& followReference(const values::Variant& slot, bool forWriting);
+    static void plainIndices(values::Variant* indices, std::size_t count);
+    static std::size_t elementPlace(const values::Variant& holder, const values::Variant* indices,
+                                    std::size_t count);
+    static values::Variant plainValue(const values::Variant& value);
+    bool elementReference(const Instruction& code, values::Variant* const* banks);
+    bool indexInto(values::Variant& slot, values::Variant* arguments, std::size_t count, Operand result);
+    bool putIndex(values::Variant& slot, values::Variant* arguments, std::size_t count, bool set);
+    void redim(values::Variant& slot, const values::Variant* bounds, std::size_t count, bool preserve);
+    static void erase(values::Variant& slot);
+    values::Variant startEach(const values::Variant& collection);
+    bool nextEach(values::Variant& state, values::Variant& slot);
+    bool startFor(values::Variant& slot, values::Variant* state);
+    bool nextFor(values::Variant& slot, const values::Variant* state);
+    // VmCalls.cpp: true when a frame was pushed, so that the result comes later
+    bool getMember(const values::Variant& object, Site& site, values::Variant* arguments, std::size_t count,
+                   Operand result);
+    bool putMember(const values::Variant& object, Site& site, values::Variant* arguments, std::size_t count,
+                   bool set);
+    bool callDefault(const values::Variant& value, values::Variant* arguments, std::size_t count, Operand result);
+    values::Variant callBuiltin(std::uint32_t number, const values::Variant* arguments, std::size_t count);
+    bool callInstance(Instance& object, const ClassMember* member, values::Variant* arguments, std::size_t count,
+                      Operand result);
+    bool putInstance(Instance& object, const ClassMember* member, values::Variant* arguments, std::size_t count,
+                     bool set);
+    bool isInsideClass(const ClassInfo& info) const noexcept;
+    values::Variant* onStack(values::Variant* arguments, std::size_t count);
+    static void settle(values::Variant* arguments, std::size_t count);
+    static void clear(values::Variant* slots, std::size_t count) noexcept;
+    bool create(values::Name name, Operand result);
+    bool runText(const values::Variant& text, RunMode mode, Operand result);
+    // VmNames.cpp
+    struct Found
+    {
+        values::Variant* variable = nullptr;
+        const Procedure* procedure = nullptr;
+        Instance* me = nullptr;
+        const ClassMember* member = nullptr;
+        int builtin = -1;
+        const values::Variant* constant = nullptr;
+        int hostItem = -1;
+        bool readOnly = false;
+    };
+    Found find(values::Name name);
+    values::Variant* findVariable(values::Name name);
+    bool loadName(values::Name name, Operand result, bool statement);
+    bool refName(values::Name name, Operand result);
+    bool storeName(values::Name name, const values::Variant& value, bool set);
+    void bindName(values::Variant& slot, values::Name name, bool make);
+    bool callFound(const Found& found, values::Name name, values::Variant* arguments, std::size_t count,
+                   Operand result);
+    bool callName(values::Name name, values::Variant* arguments, std::size_t count, Operand result);
+    values::Variant& makeVariable(values::Name name);
+
+    Engine& m_engine;
+    SlotArena m_stack;
+    std::vector<Frame> m_frames;
+    std::vector<std::unique_ptr<ElementPath>> m_paths;
+    std::vector<std::shared_ptr<const Unit>> m_units; ///< texts that Eval and Execute are running
+    values::Variant m_result;                         ///< of the last procedure that returned to outside
+    int m_nativeDepth = 0;
+    int m_credit = 0; ///< loop passes and calls until the limits are looked at
+    std::chrono::nanoseconds m_started{0};
+    std::chrono::nanoseconds m_nextBusy{0};
+    std::size_t m_memoryAtStart = 0;
+    Position m_errorPosition;
+    bool m_errorPositionKnown = false;
+};
+
+/// While it lives, script time stands still.
+class Vm::Pause
+{
+public:
+    explicit Pause(Vm& vm);
+    ~Pause();
+    Pause(const Pause&) = delete;
+    Pause& operator=(const Pause&) = delete;
+
+private:
+    Vm& m_vm;
+    std::chrono::nanoseconds m_from;
+};
+
+} // namespace zan::script

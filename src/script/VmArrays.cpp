@@ -1,0 +1,280 @@
+#include "script/EachState.h"
+#include "script/Engine.h"
+#include "script/Vm.h"
+
+#include "values/Arithmetic.h"
+#include "values/Convert.h"
+
+#include <algorithm>
+
+namespace zan::script {
+
+using values::Array;
+using values::ErrorNumber;
+using values::Kind;
+using values::Variant;
+
+namespace {
+
+constexpr std::uintptr_t PathTag = 1; ///< marks the address of an element path; variables are aligned
+
+std::int32_t indexNumber(const Variant& index)
+{
+    if (index.isMissing())
+        values::raise(ErrorNumber::SubscriptOutOfRange);
+    return values::toLong(index);
+}
+
+/// A bound of a For loop as a number.
+Variant loopNumber(const Variant& value)
+{
+    switch (value.kind()) {
+    case Kind::Empty:
+        return Variant(std::int16_t(0));
+    case Kind::Boolean:
+        return Variant(std::int16_t(value.boolean() ? -1 : 0));
+    case Kind::Null:
+        values::raise(ErrorNumber::InvalidNull);
+    case Kind::String:
+        return Variant(values::toDouble(value));
+    case Kind::Object:
+        if (!value.object())
+            values::raise(ErrorNumber::ObjectNotSet);
+        return loopNumber(value.objectRef()->defaultValue());
+    case Kind::Array:
+    case Kind::Error:
+        values::raise(ErrorNumber::TypeMismatch);
+    default:
+        return value;
+    }
+}
+
+bool passesLimit(const Variant& number, const Variant& limit, const Variant& step)
+{
+    const bool up = values::toDouble(step) >= 0;
+    const double value = values::toDouble(number);
+    const double last = values::toDouble(limit);
+    return up ? value > last : value < last;
+}
+
+} // namespace
+
+Variant newArray(const std::vector<std::int32_t>& upperBounds)
+{
+    if (upperBounds.empty())
+        return Variant(values::make<Array>());
+    std::vector<Array::Bound> bounds;
+    for (const std::int32_t upper : upperBounds)
+        bounds.push_back({0, upper});
+    return Variant(values::make<Array>(std::move(bounds), true));
+}
+
+/// The variable or array element that a slot refers to. An element is looked up at every use, since the array may
+/// change while it is passed around; raises 9 when it is gone.
+Variant& Vm::followReference(const Variant& slot, bool forWriting)
+{
+    if ((slot.address() & PathTag) == 0)
+        return *reinterpret_cast<Variant*>(slot.address());
+    const auto& path = *reinterpret_cast<const ElementPath*>(slot.address() & ~PathTag);
+    Variant* value = path.root;
+    for (const std::size_t offset : path.offsets) {
+        if (!value->isArray() || offset >= value->array().elements().size())
+            values::raise(ErrorNumber::SubscriptOutOfRange);
+        value = forWriting ? &value->arrayForWriting().elements()[offset]
+                           : const_cast<Variant*>(&value->array().elements()[offset]);
+    }
+    return *value;
+}
+
+/// Objects among the indices of an array give their default values, which may run code: done before the array is
+/// looked at.
+void Vm::plainIndices(Variant* indices, std::size_t count)
+{
+    for (std::size_t place = 0; place < count; ++place) {
+        if (indices[place].isObject())
+            indices[place] = plainValue(indices[place]);
+    }
+}
+
+std::size_t Vm::elementPlace(const Variant& holder, const Variant* indices, std::size_t count)
+{
+    if (!holder.isArray())
+        values::raise(ErrorNumber::TypeMismatch);
+    constexpr std::size_t Usual = 8;
+    std::int32_t few[Usual] = {};
+    std::vector<std::int32_t> many;
+    std::int32_t* numbers = few;
+    if (count > Usual) {
+        many.resize(count);
+        numbers = many.data();
+    }
+    for (std::size_t place = 0; place < count; ++place)
+        numbers[place] = indexNumber(indices[place]);
+    return holder.array().offset({numbers, count});
+}
+
+/// The value that an assignment without Set takes: an object gives its default value.
+Variant Vm::plainValue(const Variant& value)
+{
+    constexpr int MostSteps = 16; // an object whose default value is an object, and so on
+    Variant result = value;
+    for (int step = 0; result.isObject(); ++step) {
+        if (!result.object())
+            values::raise(ErrorNumber::ObjectNotSet);
+        if (step == MostSteps)
+            values::raise(ErrorNumber::NoSuchMember);
+        result = result.objectRef()->defaultValue();
+    }
+    return result;
+}
+
+bool Vm::elementReference(const Instruction& code, Variant* const* banks)
+{
+    Variant& slot = banks[code.b >> 30][placeOf(code.b)];
+    Variant* const indices = &banks[code.c >> 30][placeOf(code.c)];
+    if (!read(slot).isArray())
+        return indexInto(slot, indices, code.n, code.a);
+    plainIndices(indices, code.n);
+    auto path = std::make_unique<ElementPath>();
+    path->root = &slot;
+    if (slot.isReference()) {
+        if (slot.address() & PathTag)
+            *path = *reinterpret_cast<const ElementPath*>(slot.address() & ~PathTag);
+        else
+            path->root = reinterpret_cast<Variant*>(slot.address());
+    }
+    path->offsets.push_back(elementPlace(read(slot), indices, code.n));
+    clear(indices, code.n);
+    const auto address = reinterpret_cast<std::uintptr_t>(path.get()) | PathTag;
+    m_paths.push_back(std::move(path));
+    deliver(code.a, Variant::reference(address));
+    return false;
+}
+
+/// slot(arguments): an element, or the default member of an object.
+bool Vm::indexInto(Variant& slot, Variant* arguments, std::size_t count, Operand result)
+{
+    if (read(slot).isArray()) {
+        plainIndices(arguments, count);
+        const Variant& target = read(slot);
+        const std::size_t place = elementPlace(target, arguments, count);
+        Variant element = target.array().elements()[place];
+        clear(arguments, count);
+        deliver(result, std::move(element));
+        return false;
+    }
+    if (!read(slot).isObject())
+        values::raise(ErrorNumber::TypeMismatch);
+    return callDefault(read(slot), arguments, count, result);
+}
+
+bool Vm::putIndex(Variant& slot, Variant* arguments, std::size_t count, bool set)
+{
+    Variant& value = arguments[count];
+    if (set && !value.isObject())
+        values::raise(ErrorNumber::ObjectRequired);
+    if (read(slot).isArray()) {
+        Variant stored = set ? value : plainValue(value);
+        plainIndices(arguments, count);
+        Variant& target = follow(slot);
+        const std::size_t place = elementPlace(target, arguments, count);
+        clear(arguments, count + 1);
+        target.arrayForWriting().elements()[place] = std::move(stored);
+        return false;
+    }
+    if (!read(slot).isObject())
+        values::raise(ErrorNumber::TypeMismatch);
+    const Variant object = read(slot);
+    Site site;
+    return putMember(object, site, arguments, count + 1, set);
+}
+
+void Vm::redim(Variant& slot, const Variant* upperBounds, std::size_t count, bool preserve)
+{
+    std::vector<Array::Bound> bounds;
+    for (std::size_t place = 0; place < count; ++place)
+        bounds.push_back({0, indexNumber(upperBounds[place])});
+    std::int64_t total = 1;
+    for (const Array::Bound& bound : bounds) {
+        if (bound.count() < 0)
+            values::raise(ErrorNumber::SubscriptOutOfRange);
+        total = std::min(total * bound.count(), Array::MaximumElements + 1);
+    }
+    chargeBytes(std::size_t(total) * sizeof(Variant));
+    if (slot.isArray() && slot.array().isFixedSize())
+        values::raise(ErrorNumber::ArrayLocked);
+    if (!preserve || !slot.isArray() || slot.array().rank() == 0) {
+        if (!slot.isArray() && !slot.isEmpty() && preserve)
+            values::raise(ErrorNumber::TypeMismatch);
+        slot = Variant(values::make<Array>(std::move(bounds)));
+        return;
+    }
+    // Only the last dimension may change: the elements kept lie together at the front.
+    const std::vector<Array::Bound>& old = slot.array().bounds();
+    bool same = old.size() == bounds.size();
+    for (std::size_t place = 0; same && place + 1 < bounds.size(); ++place)
+        same = old[place].upper == bounds[place].upper;
+    if (!same)
+        values::raise(ErrorNumber::SubscriptOutOfRange);
+    slot.arrayForWriting().resizeLast(bounds.back().upper);
+}
+
+void Vm::erase(Variant& slot)
+{
+    if (!slot.isArray())
+        values::raise(ErrorNumber::TypeMismatch);
+    if (slot.array().isFixedSize())
+        slot = Variant(values::make<Array>(slot.array().bounds(), true));
+    else
+        slot = Variant(values::make<Array>());
+}
+
+Variant Vm::startEach(const Variant& collection)
+{
+    if (collection.isArray())
+        return Variant(values::make<EachState>(collection));
+    if (!collection.isObject())
+        values::raise(ErrorNumber::NotACollection);
+    binding::Object& object = binding::objectOf(collection);
+    std::unique_ptr<binding::Enumerator> items = object.enumerate();
+    if (!items)
+        values::raise(ErrorNumber::NotACollection);
+    return Variant(values::make<EachState>(std::move(items)));
+}
+
+bool Vm::nextEach(Variant& state, Variant& slot)
+{
+    if (!state.isObject() || !state.object())
+        values::raise(ErrorNumber::ForLoopNotInitialized);
+    const values::Ref<values::AutomationObject> alive = state.objectRef();
+    std::optional<Variant> item = static_cast<EachState&>(*alive).next();
+    if (!item)
+        return false;
+    follow(slot) = std::move(*item);
+    return true;
+}
+
+/// Start value to the control variable, the bounds made numbers. False when the body must not run at all.
+bool Vm::startFor(Variant& slot, Variant* state)
+{
+    const Variant start = loopNumber(state[2]);
+    state[0] = loopNumber(state[0]);
+    state[1] = loopNumber(state[1]);
+    state[2] = Variant();
+    follow(slot) = start;
+    return !passesLimit(start, state[0], state[1]);
+}
+
+bool Vm::nextFor(Variant& slot, const Variant* state)
+{
+    const Variant variable = read(slot);
+    if (state[0].isEmpty())
+        values::raise(ErrorNumber::ForLoopNotInitialized);
+    if (variable.isText()) // COMPAT: even one that is a number
+        values::raise(ErrorNumber::TypeMismatch);
+    const Variant sum = values::add(variable, state[1]);
+    follow(slot) = sum;
+    return !passesLimit(sum, state[0], state[1]);
+}
+
+} // namespace zan::script

@@ -1,0 +1,246 @@
+#include "script/Engine.h"
+#include "script/Instance.h"
+#include "script/ProcedureRef.h"
+#include "script/RegExpObject.h"
+#include "script/Vm.h"
+
+#include "binding/MemberTable.h"
+
+#include <typeinfo>
+
+namespace zan::script {
+
+using binding::Access;
+using values::ErrorNumber;
+using values::Variant;
+
+namespace {
+
+constexpr int UndefinedVariable = 500;
+constexpr int UndefinedClass = 506;
+
+/// The object of this class that a value holds and that belongs to this engine, or null. One of another engine is
+/// an object like any of the host's.
+template <class T>
+T* ownObject(const Variant& value, const Engine& engine) noexcept
+{
+    values::AutomationObject* object = value.isObject() ? value.object() : nullptr;
+    if (!object || typeid(*object) != typeid(T))
+        return nullptr;
+    T* const own = static_cast<T*>(object);
+    return own->engine() == &engine ? own : nullptr;
+}
+
+} // namespace
+
+/// Arguments for code outside the engine: values instead of references.
+void Vm::settle(Variant* arguments, std::size_t count)
+{
+    for (std::size_t place = 0; place < count; ++place) {
+        if (arguments[place].isReference())
+            arguments[place] = Variant(followReference(arguments[place], false));
+    }
+}
+
+bool Vm::isInsideClass(const ClassInfo& info) const noexcept
+{
+    return !m_frames.empty() && m_frames.back().me && &m_frames.back().me->info() == &info;
+}
+
+/// The arguments where a callee can take them over as its first slots.
+Variant* Vm::onStack(Variant* arguments, std::size_t count)
+{
+    if (arguments >= m_stack.begin() && arguments < m_stack.end())
+        return arguments;
+    Variant* const base = top();
+    reserve(base, count + 1);
+    m_stack.noteUse(std::size_t(base - m_stack.begin()) + count);
+    std::copy(arguments, arguments + count, base);
+    return base;
+}
+
+bool Vm::getMember(const Variant& target, Site& site, Variant* arguments, std::size_t count, Operand result)
+{
+    if (Instance* object = ownObject<Instance>(target, m_engine)) {
+        if (site.classSerial != object->info().serial) {
+            site.member = object->info().find(site.name);
+            site.classSerial = object->info().serial;
+        }
+        if (!site.member)
+            throw NamedError(ErrorNumber::NoSuchMember, site.name);
+        return callInstance(*object, site.member, arguments, count, result);
+    }
+    if (!target.isObject())
+        throw NamedError(ErrorNumber::ObjectRequired, site.name);
+    if (!target.object())
+        throw NamedError(ErrorNumber::ObjectNotSet, site.name);
+    settle(arguments, count);
+    const values::Ref<values::AutomationObject> alive = target.objectRef();
+    Variant value;
+    try {
+        value = static_cast<binding::Object&>(*alive).invoke(site.name, Access::Get, {arguments, count});
+    } catch (const StopError&) {
+        throw;
+    } catch (const values::RuntimeError& error) {
+        if (error.is(ErrorNumber::NoSuchMember) && error.source().isEmpty())
+            throw NamedError(ErrorNumber::NoSuchMember, site.name);
+        throw;
+    }
+    clear(arguments, count);
+    deliver(result, std::move(value));
+    return false;
+}
+
+bool Vm::callInstance(Instance& object, const ClassMember* member, Variant* arguments, std::size_t count,
+                      Operand result)
+{
+    const bool inside = isInsideClass(object.info());
+    const auto refuse = [member] { throw NamedError(ErrorNumber::NoSuchMember, member->name); };
+    if (member->field >= 0 || member->isConstant) {
+        if (!member->fieldIsPublic && !inside)
+            refuse();
+        Variant value = member->isConstant ? member->constant : object.fields()[member->field];
+        if (count == 0) {
+            deliver(result, std::move(value));
+            return false;
+        }
+        if (!value.isArray() && !value.isObject())
+            refuse();
+        settle(arguments, count);
+        return indexInto(value, arguments, count, result);
+    }
+    if (!member->get || (!member->get->isPublic && !inside))
+        refuse();
+    if (--m_credit < 0)
+        tick();
+    push(*member->get, onStack(arguments, count), count, &object, result);
+    return true;
+}
+
+/// Assigns the last argument to a member; the others are its indices.
+bool Vm::putMember(const Variant& target, Site& site, Variant* arguments, std::size_t count, bool set)
+{
+    if (set && !read(arguments[count - 1]).isObject())
+        values::raise(ErrorNumber::ObjectRequired);
+    if (Instance* object = ownObject<Instance>(target, m_engine)) {
+        if (site.classSerial != object->info().serial) {
+            site.member = site.name.isEmpty() ? object->info().defaultMember : object->info().find(site.name);
+            site.classSerial = object->info().serial;
+        }
+        if (!site.member)
+            throw NamedError(ErrorNumber::NoSuchMember, site.name);
+        return putInstance(*object, site.member, arguments, count, set);
+    }
+    if (!target.isObject())
+        throw NamedError(ErrorNumber::ObjectRequired, site.name);
+    if (!target.object())
+        throw NamedError(ErrorNumber::ObjectNotSet, site.name);
+    settle(arguments, count);
+    const values::Ref<values::AutomationObject> alive = target.objectRef();
+    static_cast<binding::Object&>(*alive).invoke(site.name, set ? Access::PutReference : Access::Put,
+                                                 {arguments, count});
+    clear(arguments, count);
+    return false;
+}
+
+bool Vm::putInstance(Instance& object, const ClassMember* member, Variant* arguments, std::size_t count, bool set)
+{
+    const bool inside = isInsideClass(object.info());
+    const auto refuse = [member] { throw NamedError(ErrorNumber::NoSuchMember, member->name); };
+    if (member->field >= 0) {
+        if (!member->fieldIsPublic && !inside)
+            refuse();
+        settle(arguments, count);
+        if (count == 1) {
+            object.fields()[member->field] = set ? arguments[0] : plainValue(arguments[0]);
+            return false;
+        }
+        Variant& field = object.fields()[member->field];
+        if (!field.isArray() && !field.isObject())
+            refuse();
+        return putIndex(field, arguments, count - 1, set);
+    }
+    const Procedure* procedure = set ? member->set : member->let;
+    if (!procedure || (!procedure->isPublic && !inside))
+        refuse();
+    if (--m_credit < 0)
+        tick();
+    push(*procedure, onStack(arguments, count), count, &object, NoOperand);
+    return true;
+}
+
+/// A value used as a procedure: the default member of an object. Raises 13 for anything else.
+bool Vm::callDefault(const Variant& value, Variant* arguments, std::size_t count, Operand result)
+{
+    if (!value.isObject())
+        values::raise(ErrorNumber::TypeMismatch);
+    if (!value.object())
+        values::raise(ErrorNumber::ObjectNotSet);
+    if (Instance* object = ownObject<Instance>(value, m_engine)) {
+        if (!object->info().defaultMember)
+            values::raise(ErrorNumber::NoSuchMember);
+        return callInstance(*object, object->info().defaultMember, arguments, count, result);
+    }
+    if (const ProcedureRef* reference = ownObject<ProcedureRef>(value, m_engine)) {
+        const Procedure& procedure = reference->procedure();
+        if (--m_credit < 0)
+            tick();
+        push(procedure, onStack(arguments, count), count, nullptr, result);
+        return true;
+    }
+    settle(arguments, count);
+    const values::Ref<values::AutomationObject> alive = value.objectRef();
+    Variant made = static_cast<binding::Object&>(*alive).invoke({}, Access::Get, {arguments, count});
+    clear(arguments, count);
+    deliver(result, std::move(made));
+    return false;
+}
+
+bool Vm::create(values::Name name, Operand result)
+{
+    const Symbol* symbol = m_engine.symbols().find(name);
+    if (symbol && symbol->kind == Symbol::Kind::Class) {
+        const ClassInfo& info = *symbol->classInfo;
+        chargeBytes(info.fields.size() * sizeof(Variant) + sizeof(Instance));
+        const auto object = values::make<Instance>(m_engine, info);
+        deliver(result, Variant(object));
+        if (!info.initialize)
+            return false;
+        if (--m_credit < 0)
+            tick();
+        push(*info.initialize, top(), 0, object.get(), NoOperand);
+        return true;
+    }
+    if (name.folded().text() == QLatin1String("regexp")) {
+        deliver(result, Variant(values::make<RegExpObject>(m_engine)));
+        return false;
+    }
+    const bool known = symbol && symbol->kind != Symbol::Kind::Undefined;
+    throw NamedError(known || findVariable(name) ? UndefinedClass : UndefinedVariable, name);
+}
+
+Variant Vm::invokeInstance(Instance& object, values::Name name, Access access, binding::Arguments arguments)
+{
+    const ClassMember* member = name.isEmpty() ? object.info().defaultMember : object.info().find(name);
+    if (!member)
+        values::raise(ErrorNumber::NoSuchMember);
+    const bool isGet = access == Access::Get;
+    if (member->field >= 0 || member->isConstant) {
+        if (!member->fieldIsPublic)
+            values::raise(ErrorNumber::NoSuchMember);
+        if (isGet && arguments.empty())
+            return member->isConstant ? member->constant : object.fields()[member->field];
+        if (!isGet && arguments.size() == 1 && !member->isConstant) {
+            object.fields()[member->field] =
+                access == Access::PutReference ? arguments[0] : plainValue(arguments[0]);
+            return {};
+        }
+        values::raise(ErrorNumber::NoSuchMember);
+    }
+    const Procedure* procedure = isGet ? member->get : access == Access::PutReference ? member->set : member->let;
+    if (!procedure || !procedure->isPublic)
+        values::raise(ErrorNumber::NoSuchMember);
+    return run(*procedure, &object, arguments);
+}
+
+} // namespace zan::script

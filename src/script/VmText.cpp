@@ -1,0 +1,105 @@
+#include "script/Builtins.h"
+#include "script/CompileError.h"
+#include "script/Engine.h"
+#include "script/Vm.h"
+
+#include "values/Convert.h"
+
+namespace zan::script {
+
+using values::ErrorNumber;
+using values::Variant;
+
+namespace {
+
+QString pieceText(const Variant& piece)
+{
+    return piece.isNull() ? QString() : values::toText(piece);
+}
+
+} // namespace
+
+/// `&` over many pieces at once: Null counts as an empty text, unless all of them are Null.
+Variant Vm::join(const Variant* pieces, std::size_t count)
+{
+    std::vector<QString> texts;
+    texts.reserve(count);
+    bool allNull = true;
+    qsizetype size = 0;
+    for (std::size_t place = 0; place < count; ++place) {
+        const Variant piece = pieces[place].isObject() ? plainValue(pieces[place]) : pieces[place];
+        allNull = allNull && piece.isNull();
+        texts.push_back(pieceText(piece));
+        size += texts.back().size();
+    }
+    if (allNull)
+        return Variant::null();
+    charge(size);
+    QString result;
+    result.reserve(size);
+    for (const QString& text : texts)
+        result += text;
+    return Variant(std::move(result));
+}
+
+/// The pieces joined, in the variable that was the first of them; its text grows in place where nobody shares it.
+void Vm::append(Variant& slot, Variant* pieces, std::size_t count)
+{
+    qsizetype added = 0;
+    for (std::size_t place = 1; place < count; ++place) {
+        if (!pieces[place].isText() && !pieces[place].isNull())
+            pieces[place] = Variant(pieceText(plainValue(pieces[place])));
+        added += pieces[place].isText() ? pieces[place].text().size() : 0;
+    }
+    Variant& target = follow(slot);
+    if (pieces[0].isText() && target.isText() && &pieces[0].text() == &target.text()) {
+        charge(target.text().size() + added);
+        pieces[0] = Variant();
+        if (QString* text = target.uniqueText()) {
+            for (std::size_t place = 1; place < count; ++place) {
+                if (pieces[place].isText())
+                    text->append(pieces[place].text());
+            }
+            clear(pieces, count);
+            return;
+        }
+        pieces[0] = target;
+    }
+    Variant result = join(pieces, count);
+    clear(pieces, count);
+    follow(slot) = std::move(result);
+}
+
+Variant Vm::callBuiltin(std::uint32_t number, const Variant* arguments, std::size_t count)
+{
+    const Builtin& function = builtinAt(number);
+    if (count < function.requiredArguments || count > function.allowedArguments)
+        throw NamedError(ErrorNumber::WrongArgumentCount, values::Name(function.name));
+    return function.function(m_engine, {arguments, count});
+}
+
+/// Eval, Execute and ExecuteGlobal. Inside a procedure the names of the text mean what they mean there.
+bool Vm::runText(const Variant& text, RunMode mode, Operand result)
+{
+    if (!text.isText()) {
+        if (mode != RunMode::Eval)
+            values::raise(ErrorNumber::TypeMismatch);
+        deliver(result, Variant(text));
+        return false;
+    }
+    const std::size_t current = m_frames.size() - 1;
+    const Procedure& running = *m_frames[current].procedure;
+    const bool inside = mode != RunMode::ExecuteGlobal && (!running.isMain || running.dynamicScope);
+    const std::size_t scope = running.dynamicScope ? m_frames[current].scope : current;
+    const std::shared_ptr<const Unit> unit = m_engine.compile(text.text(), mode, inside);
+    m_engine.load(unit);
+    if (--m_credit < 0)
+        tick();
+    Instance* const me = inside ? m_frames[scope].me : nullptr;
+    push(*unit->main, top(), 0, me, result);
+    m_frames.back().scope = scope;
+    m_units.push_back(unit);
+    return true;
+}
+
+} // namespace zan::script
