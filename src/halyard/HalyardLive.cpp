@@ -74,20 +74,24 @@ void HalyardLive::watch(std::int32_t address, std::int16_t bytes)
         found->second = m_polls;
         return;
     }
-    // What a channel covers is read anyway.
-    const MemoryLayout& layout = *(m_request->layout ? m_request->layout : std::make_shared<const MemoryLayout>());
-    const auto next =
-        std::upper_bound(layout.begin(), layout.end(), address,
-                         [](std::int32_t at, const MemoryField& field) { return at < field.address; });
-    if (next != layout.begin()) {
-        const MemoryField& field = *std::prev(next);
-        if (std::int64_t(field.address) + field.length >= std::int64_t(address) + bytes)
-            return;
-    }
-    if (m_watches.size() >= MostWatches)
+    if (isCovered(address, bytes) || m_watches.size() >= MostWatches)
         return;
     m_watches.emplace(std::pair(address, std::int32_t(bytes)), m_polls);
     m_isRequestOld = true;
+}
+
+bool HalyardLive::isCovered(std::int32_t address, std::int16_t bytes) const
+{
+    if (!m_request->layout)
+        return false;
+    const MemoryLayout& layout = *m_request->layout;
+    const auto next =
+        std::upper_bound(layout.begin(), layout.end(), address,
+                         [](std::int32_t at, const MemoryField& field) { return at < field.address; });
+    if (next == layout.begin())
+        return false;
+    const MemoryField& field = *std::prev(next);
+    return std::int64_t(field.address) + field.length >= std::int64_t(address) + bytes;
 }
 
 void HalyardLive::WriteChannel(const Ref<Channel>& channel, const Variant& value)

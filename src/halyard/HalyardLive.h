@@ -87,7 +87,10 @@ private:
     bool store(const Request& request, const Answer& answer);
     bool logRecord();
     void scheduleNext();
+    /// Has memory that was asked for read from now on, for a while.
     void watch(std::int32_t address, std::int16_t bytes);
+    /// Whether a channel has the memory read anyway.
+    bool isCovered(std::int32_t address, std::int16_t bytes) const;
 
     DriverThread* m_thread; // null once the logger is gone
     LoggerEvents* m_events; // null once the logger is gone

@@ -189,6 +189,24 @@ TEST_F(Lifetime, ADriverBlockedElsewhereIsInterrupted)
     destroy();
 }
 
+TEST_F(Lifetime, ADriverThatNothingStopsIsLeftBehindAndHoldsNobodyUp)
+{
+    channel(QStringLiteral("A"), 100, DataType::UnsignedByte);
+    script->isStubborn = true;
+    script->isDeaf = true;
+    start();
+    hold("read");
+    logger->AddAction(site::LiveAction);
+    logger->Link()->Connect();
+    ASSERT_TRUE(waitUntilHeld());
+    takeEvents();
+    logger = nullptr; // waits a moment, then goes on without it
+    EXPECT_TRUE(script->isAlive);
+    script->interrupted.release();
+    EXPECT_TRUE(spinUntil([&] { return !script->isAlive; }));
+    EXPECT_THAT(events, ElementsAre());
+}
+
 TEST_F(Lifetime, ManyLoggersComeAndGoAtEveryMoment)
 {
     channel(QStringLiteral("A"), 100, DataType::UnsignedWord);

@@ -64,6 +64,7 @@ struct DriverScript
     std::atomic<bool> isAlive = false;
     std::atomic<int> interrupts = 0;
     bool isStubborn = false; ///< waits without looking at its token, until interrupt() or release()
+    bool isDeaf = false;     ///< does not hear interrupt() either
     std::binary_semaphore interrupted{0};
 };
 
@@ -133,7 +134,7 @@ public:
     void interrupt() noexcept override
     {
         ++m_script->interrupts;
-        if (m_script->isStubborn)
+        if (m_script->isStubborn && !m_script->isDeaf)
             m_script->interrupted.release();
     }
 
