@@ -1,6 +1,7 @@
 #include "display/ValueBarControl.h"
 
 #include "binding/MemberTable.h"
+#include "display/LimitMarker.h"
 #include "display/PixelPainter.h"
 #include "display/ScaleColour.h"
 #include "surface/FontFace.h"
@@ -42,10 +43,8 @@ constexpr char TickCount[] = "TickCount";
 
 constexpr Colour Red{255};
 constexpr Colour Green{49152};
-constexpr QColor MarkerEdge(128, 128, 128);
 constexpr int HalfBright = 50;  // percent
 constexpr int TickLength = 20;  // pixels
-constexpr int TipHeight = 2;    // pixels, of a marker where it is thinnest
 constexpr int FarAway = 32'767; // markers take 16-bit places; further out nothing is seen anyway
 
 /// Text of a number at the scale; empty for what is no number.
@@ -66,24 +65,6 @@ int textWidth(const QString& text, surface::FontFace& face)
         width += face.glyph(character.unicode()).advance;
     return int(std::ceil(std::min(width, float(FarAway))));
 }
-
-/// Column `distance` of a marker, counted from its tip, at the upright place `y`: its height grows with the distance.
-struct MarkerColumn
-{
-    MarkerColumn(int y, int distance)
-    {
-        // As high as long: the slope is one.
-        const double half = std::max(distance, TipHeight) / 2.0;
-        bottom = nearestPixel(y + half);
-        top = nearestPixel(y - half);
-        belowBottom = nearestPixel(y + 1 + half);
-        aboveTop = nearestPixel(y - 1 - half);
-    }
-    int bottom;
-    int top;
-    int belowBottom;
-    int aboveTop;
-};
 
 } // namespace
 
@@ -350,12 +331,10 @@ void ValueBarControl::paint(surface::PaintContext& context, const QRect& rectang
     // 1. What lies under the bar: scale and markers.
     if (m_showScale && hasTicks())
         paintScale(context, area);
-    PixelPainter canvas(context.painter, area.topLeft(), area);
-    const QColor text = values::toQColor(foreColor(), context.palette);
     if (showHigh)
-        paintMarkers(canvas, m_highLimit, text);
+        paintMarkers(context, area, m_highLimit);
     if (showLow)
-        paintMarkers(canvas, m_lowLimit, text);
+        paintMarkers(context, area, m_lowLimit);
     // 2. The bar and the lines of the limits across it.
     const QRect place = m_bar.translated(area.topLeft());
     PixelPainter bar(context.painter, place.topLeft(), place & area);
@@ -399,27 +378,11 @@ void ValueBarControl::paintScale(surface::PaintContext& context, const QRect& ar
     context.painter.restore();
 }
 
-/// A triangle on each side of the bar, tips at the bar, with a grey edge above and below.
-void ValueBarControl::paintMarkers(PixelPainter& canvas, double limit, const QColor& colour) const
+void ValueBarControl::paintMarkers(surface::PaintContext& context, const QRect& area, double limit) const
 {
     const int y = std::clamp(nearestPixel(placeOf(limit)), -FarAway - 1, FarAway);
-    const int left = m_bar.left();
-    const int right = m_bar.left() + m_bar.width();
-    // Columns do not touch each other: all cores can be drawn before all edges.
-    for (int distance = 0; distance <= MarkerSize; ++distance) {
-        const MarkerColumn column(y, distance);
-        for (const int x : {left - distance, right + distance})
-            canvas.collect(x, column.bottom, x, column.top);
-    }
-    canvas.drawCollected(colour);
-    for (int distance = 0; distance <= MarkerSize; ++distance) {
-        const MarkerColumn column(y, distance);
-        for (const int x : {left - distance, right + distance}) {
-            canvas.collect(x, column.bottom, x, column.belowBottom);
-            canvas.collect(x, column.top, x, column.aboveTop);
-        }
-    }
-    canvas.drawCollected(MarkerEdge);
+    LimitMarker::draw(context.painter, area, m_bar.left(), m_bar.left() + m_bar.width(), y,
+                      values::toQColor(foreColor(), context.palette));
 }
 
 QString ValueBarControl::accessibleText() const

@@ -1,16 +1,11 @@
 #pragma once
 
 #include "display/DisplayControl.h"
+#include "display/LimitMarker.h"
 
 #include <QRect>
 
-namespace zan::surface {
-class FontFace;
-}
-
 namespace zan::display {
-
-class PixelPainter;
 
 /// A value bar on a surface: an upright bar filled in proportion to a value between Min and Max, in the colour of the
 /// zone that the value lies in, with markers at two limits and, where asked for, a scale. It can flash outside the
@@ -22,7 +17,7 @@ class ValueBarControl : public DisplayControl
 {
 public:
     /// Length of a limit marker in pixels, and the room for it on both sides of the bar.
-    static constexpr int MarkerSize = 10;
+    static constexpr int MarkerSize = LimitMarker::Size;
 
     ValueBarControl();
     ~ValueBarControl() override;
@@ -94,7 +89,7 @@ private:
     void layOut();
     void prepareDrawing();
     void paintScale(surface::PaintContext& context, const QRect& area) const;
-    void paintMarkers(PixelPainter& canvas, double limit, const QColor& colour) const;
+    void paintMarkers(surface::PaintContext& context, const QRect& area, double limit) const;
 
     double m_value = 50;
     double m_highLimit = 75;
