@@ -121,6 +121,26 @@ TEST(Array, AnIndexOutsideOrAWrongRankIsOutOfRange)
     EXPECT_EQ(error([] { Array made({{0, 99999}, {0, 99999}}); }), 7);
 }
 
+TEST(Array, ResizingTheLastDimensionKeepsWhatStays)
+{
+    Array array({{0, 1}, {0, 1}});
+    for (int place = 0; place < 4; ++place)
+        array.elements()[std::size_t(place)] = place;
+    array.resizeLast(2);
+    const std::int32_t kept[]{1, 1};
+    const std::int32_t added[]{0, 2};
+    EXPECT_EQ(array.elements()[array.offset(kept)].longInteger(), 3);
+    EXPECT_TRUE(array.elements()[array.offset(added)].isEmpty());
+    array.resizeLast(0);
+    EXPECT_EQ(array.elements().size(), 2u);
+    array.resizeLast(-1);
+    EXPECT_TRUE(array.elements().empty());
+    EXPECT_THROW(array.resizeLast(-2), RuntimeError);
+    EXPECT_THROW(array.resizeLast(2147483646), RuntimeError);
+    EXPECT_THROW(Array().resizeLast(1), RuntimeError);
+    EXPECT_TRUE(array.elements().empty());
+}
+
 TEST(Array, AnUpperBoundOneBelowTheLowerIsNoElement)
 {
     const Array array({{0, -1}});
