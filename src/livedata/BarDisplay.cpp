@@ -137,7 +137,7 @@ void UpdateProgressBar(iBenchControl& control)
         tip = channel->Label() + QLatin1String(" = ") + values::format(channel->Value(), channel->Format()) +
               QLatin1Char(' ');
     });
-    tip += channel->Units();
+    attempt([&] { tip += channel->Units(); });
     attempt([&] {
         tip += QLatin1String("  (Min=") + values::toText(live->get(MinName)) + QLatin1String(" Max=") +
                values::toText(live->get(MaxName)) + QLatin1Char(')');

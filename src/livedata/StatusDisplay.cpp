@@ -53,14 +53,12 @@ constexpr std::array<ComparisonRow, 6> comparisons{{
 constexpr QStringView BitSet = u"BIT SET=";
 constexpr QStringView BitClear = u"BIT CLEAR=";
 
-site::Link& linkOf(const BenchControls& controls)
+bool isConnected(const BenchControls& controls)
 {
-    if (!controls.logger())
-        values::raise(ErrorNumber::ObjectNotSet);
-    site::Link* link = controls.logger()->Link().get(); // the logger keeps it
+    const Ref<site::Link> link = controls.logger() ? controls.logger()->Link() : nullptr;
     if (!link)
         values::raise(ErrorNumber::ObjectNotSet);
-    return *link;
+    return link->State() == site::LinkState::Connected;
 }
 
 /// The raw word of a channel as the logger holds it; 0 when it cannot be read or has no place in 32 bits.
@@ -92,8 +90,7 @@ bool testBit(QStringView comparison, std::int32_t word, double compareValue)
 bool loggerStatus(const Node& node, const BenchControls& controls)
 {
     const bool wantsData = GetAttribute(node, element::Program, ConnectionStatus) == DataStatus;
-    const bool connected = linkOf(controls).State() == site::LinkState::Connected;
-    return connected && (!wantsData || controls.HaveData());
+    return isConnected(controls) && (!wantsData || controls.HaveData());
 }
 
 /// Visible is written before Value, and both at every scan.

@@ -1,5 +1,6 @@
 #include "livedata/BarDisplay.h"
 
+#include "display/ValueBarControl.h"
 #include "livedata/Scan.h"
 #include "surface/CheckBox.h"
 #include "surface/ControlArray.h"
@@ -269,6 +270,20 @@ TEST_F(BarDisplay, LimitsThatAreNotBoundOrResolveToNothingStay)
     logger->scheme->windows->failure = values::RuntimeError(values::ErrorNumber::PathFileAccess);
     set("LIMITCHANNEL", "RTD|SETPOINT");
     EXPECT_TRUE(scan().empty());
+}
+
+TEST_F(BarDisplay, BarThatCannotBeDrawnEndsTheScan)
+{
+    surface::Surface surface;
+    surface.addArray<display::ValueBarControl>(QStringLiteral("ValueBar"));
+    const auto control = surface.array(u"ValueBar")->item(1);
+    auto& bar = static_cast<display::ValueBarControl&>(*control);
+    EXPECT_EQ(errorOf([&] { bar.setMaximum(0); }), 11);
+    wrapper->setControl(control);
+    bind(Variant(30));
+    EXPECT_EQ(errorOf([&] { UpdateValueBar(*wrapper, *collection); }), 11);
+    EXPECT_EQ(bar.value(), 30);
+    EXPECT_EQ(bar.toolTipText(), u""); // the tip was to come after
 }
 
 TEST_F(BarDisplay, FailuresAreNotTrapped)

@@ -1,7 +1,10 @@
 #include "livedata/StatusDisplay.h"
 
 #include "controls/BenchControls.h"
+#include "display/StatusLightControl.h"
 #include "livedata/Scan.h"
+#include "surface/ControlArray.h"
+#include "surface/Surface.h"
 
 #include "LiveRecorder.h"
 #include "support/FakePanel.h"
@@ -298,6 +301,24 @@ TEST_F(StatusDisplay, HideAttributesAreLeadingNumbers)
         status();
         EXPECT_EQ(live->writes[0], "VISIBLE=False") << text;
     }
+}
+
+TEST_F(StatusDisplay, LightOnASurfaceShowsItsStateAndIsHidden)
+{
+    surface::Surface surface;
+    surface.addArray<display::StatusLightControl>(QStringLiteral("StatusLight1"));
+    const auto control = surface.array(u"StatusLight1")->item(1);
+    auto& light = static_cast<display::StatusLightControl&>(*control);
+    wrapper->setControl(control);
+    set("HIDEWHENFALSE", "-1");
+    bind(Variant(0));
+    UpdateStatusLight(*wrapper, *collection);
+    EXPECT_TRUE(light.isOn());
+    EXPECT_TRUE(light.visible());
+    bind(Variant(1));
+    UpdateStatusLight(*wrapper, *collection);
+    EXPECT_FALSE(light.isOn());
+    EXPECT_FALSE(light.visible());
 }
 
 // Link ---------------------------------------------------------------------------------------------------------
