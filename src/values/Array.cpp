@@ -6,7 +6,9 @@
 
 namespace zan::values {
 
-Array::Array(std::vector<Bound> bounds, bool fixedSize) : m_bounds(std::move(bounds)), m_fixedSize(fixedSize)
+Array::Array(std::vector<Bound> bounds, bool fixedSize)
+    : m_bounds(std::move(bounds))
+    , m_fixedSize(fixedSize)
 {
     std::int64_t total = 1;
     for (const Bound& bound : m_bounds) {

@@ -13,8 +13,7 @@ enum class Operand { Value, TextLiteral, NumberLiteral };
 /// Classic comparison: numbers as numbers, text by code units, Empty as 0 or "" after the other side; text is
 /// greater than any number unless a literal makes one side yield (a text against a number literal compares as
 /// numbers, raising 13 when the text is none). Raises 13 for arrays, 91 or 438 for objects without a value.
-Ordering compare(const Variant& a, const Variant& b, Operand left = Operand::Value,
-                 Operand right = Operand::Value);
+Ordering compare(const Variant& a, const Variant& b, Operand left = Operand::Value, Operand right = Operand::Value);
 
 /// Numeric comparison of a channel's value with a constant: Empty is 0, text is converted to a number first.
 /// Raises 13 for text that is no number, 94 for Null. NaN is Unordered.

@@ -49,7 +49,9 @@ Name::Name(QStringView text)
     m_record = table.intern(text.toString());
 }
 
-Name::Name(const char* latin1) : Name(QString::fromLatin1(latin1)) {}
+Name::Name(const char* latin1)
+    : Name(QString::fromLatin1(latin1))
+{}
 
 const QString& Name::text() const noexcept
 {

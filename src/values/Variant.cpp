@@ -10,7 +10,9 @@ Variant AutomationObject::defaultValue()
     raise(ErrorNumber::NoSuchMember);
 }
 
-Variant::Variant(const Ref<Array>& array) noexcept : m_kind(Kind::Array), m_counted(1)
+Variant::Variant(const Ref<Array>& array) noexcept
+    : m_kind(Kind::Array)
+    , m_counted(1)
 {
     m_payload.array = array.get();
     array->retain();
