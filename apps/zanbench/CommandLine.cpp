@@ -176,6 +176,70 @@ Parsed<ShotOptions> parseShot(const QStringList& arguments)
     return {options, {}, Success};
 }
 
+namespace {
+
+const QString ScriptUsage = QStringLiteral(
+    "Usage: zanbench script FILE.vbs [options]\n"
+    "Runs a script without a display. With a scheme it sees the panel as Window, Logger and Scheme.\n\n");
+const QString TestUsage =
+    QStringLiteral("Usage: zanbench test FOLDER [options]\n"
+                   "Runs every *.test.vbs of a folder. The comments at the head of a file may name its panel:\n"
+                   "' scheme: FILE, ' window: KEY, ' logger: URI.\n\n");
+
+void offerPanel(Parser& parser)
+{
+    parser.option(QStringLiteral("scheme"), QStringLiteral("SCHEME"),
+                  QStringLiteral("Load a window of this scheme file."));
+    parser.option(QStringLiteral("window"), QStringLiteral("KEY"),
+                  QStringLiteral("Load this window instead of the first."));
+    parser.option(QStringLiteral("logger"), QStringLiteral("URI"),
+                  QStringLiteral("Use this logger instead of the scheme's own."));
+}
+
+ScriptOptions panelOptions(const Parser& parser)
+{
+    ScriptOptions options;
+    options.scheme = parser.text(QStringLiteral("scheme"));
+    options.window = parser.text(QStringLiteral("window"));
+    options.logger = parser.text(QStringLiteral("logger"));
+    return options;
+}
+
+} // namespace
+
+Parsed<ScriptOptions> parseScript(const QStringList& arguments)
+{
+    const QString command = QStringLiteral(" script");
+    Parser parser;
+    offerPanel(parser);
+    if (!parser.read(arguments, 1))
+        return misuse<ScriptOptions>(parser.error(), command);
+    if (parser.has(QStringLiteral("help")))
+        return {std::nullopt, ScriptUsage + parser.optionLines(), Success};
+    ScriptOptions options = panelOptions(parser);
+    options.file = parser.positional();
+    if (options.file.isEmpty())
+        return misuse<ScriptOptions>(QStringLiteral("The script file is missing."), command);
+    if (options.scheme.isEmpty() && !(options.window.isEmpty() && options.logger.isEmpty()))
+        return misuse<ScriptOptions>(QStringLiteral("A window or a logger needs --scheme."), command);
+    return {options, {}, Success};
+}
+
+Parsed<TestOptions> parseTest(const QStringList& arguments)
+{
+    const QString command = QStringLiteral(" test");
+    Parser parser;
+    offerPanel(parser);
+    if (!parser.read(arguments, 1))
+        return misuse<TestOptions>(parser.error(), command);
+    if (parser.has(QStringLiteral("help")))
+        return {std::nullopt, TestUsage + parser.optionLines(), Success};
+    TestOptions options{parser.positional(), panelOptions(parser)};
+    if (options.folder.isEmpty())
+        return misuse<TestOptions>(QStringLiteral("The folder of the tests is missing."), command);
+    return {options, {}, Success};
+}
+
 QString generalHelp()
 {
     return OpenUsage +
@@ -188,7 +252,9 @@ QString generalHelp()
                           "  --help         Show this help.\n"
                           "  --version      Show the version.\n\n"
                           "Commands (zanbench COMMAND --help says more):\n"
-                          "  shot           Draw a panel into a picture, without a display.\n\n"
+                          "  shot           Draw a panel into a picture, without a display.\n"
+                          "  script         Run a script file, on a panel or without one.\n"
+                          "  test           Run the script tests of a folder.\n\n"
                           "Exit codes: 0 done, 1 could not be done, 2 wrong command line.\n");
 }
 

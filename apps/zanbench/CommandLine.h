@@ -40,6 +40,22 @@ struct ShotOptions
     bool offline = false;
 };
 
+/// `zanbench script`: what a script file runs with.
+struct ScriptOptions
+{
+    QString file;
+    QString scheme; ///< empty: no panel, only the item Host
+    QString window; ///< key; empty: the first window
+    QString logger; ///< URI; empty: the scheme's own
+};
+
+/// `zanbench test`: where the test files are, and the panel of those that name none.
+struct TestOptions
+{
+    QString folder;
+    ScriptOptions defaults;
+};
+
 /// What became of a command line: options, or a text to print and the code to end with (help asked for, or an
 /// error).
 template <class Options>
@@ -53,6 +69,8 @@ struct Parsed
 /// Arguments without the program's and the command's name.
 Parsed<OpenOptions> parseOpen(const QStringList& arguments);
 Parsed<ShotOptions> parseShot(const QStringList& arguments);
+Parsed<ScriptOptions> parseScript(const QStringList& arguments);
+Parsed<TestOptions> parseTest(const QStringList& arguments);
 
 /// The text of `zanbench --help`: every command in a line.
 QString generalHelp();

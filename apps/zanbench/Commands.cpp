@@ -8,6 +8,8 @@ const std::vector<Command>& commands()
 {
     static const std::vector<Command> all = {
         {QStringLiteral("shot"), &runShot},
+        {QStringLiteral("script"), &runScript},
+        {QStringLiteral("test"), &runTests},
     };
     return all;
 }
@@ -32,6 +34,11 @@ ExitCode runProgram(const QStringList& words, ProcessArguments process)
 void complain(const QString& message)
 {
     std::fprintf(stderr, "zanbench: %s\n", message.toLocal8Bit().constData());
+}
+
+void printError(const QString& text)
+{
+    std::fputs(text.toLocal8Bit().constData(), stderr);
 }
 
 void print(const QString& text)

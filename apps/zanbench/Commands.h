@@ -19,6 +19,10 @@ struct ProcessArguments
 ExitCode runOpen(const QStringList& arguments, ProcessArguments process);
 /// `zanbench shot`.
 ExitCode runShot(const QStringList& arguments, ProcessArguments process);
+/// `zanbench script`.
+ExitCode runScript(const QStringList& arguments, ProcessArguments process);
+/// `zanbench test`.
+ExitCode runTests(const QStringList& arguments, ProcessArguments process);
 
 /// A command named by the first word of the command line.
 struct Command
@@ -34,5 +38,7 @@ ExitCode runProgram(const QStringList& words, ProcessArguments process);
 /// Prints a line on the standard error as "zanbench: MESSAGE".
 void complain(const QString& message);
 void print(const QString& text);
+/// Prints a text on the standard error as it stands.
+void printError(const QString& text);
 
 } // namespace zan::host

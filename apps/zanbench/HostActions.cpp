@@ -84,8 +84,10 @@ void HostActions::setRecentFiles(const QStringList& files)
 
 void HostActions::follow(bool siteOpen, bool canConnect, int linkState)
 {
-    for (QAction* action : {save, saveAs, lock, hideProtected, siteMap, previousWindow, nextWindow})
+    for (QAction* action : {previousWindow, nextWindow})
         action->setEnabled(siteOpen);
+    for (QAction* action : {save, saveAs, lock, hideProtected, siteMap})
+        action->setEnabled(siteOpen && !m_kiosk);
     connectLink->setEnabled(canConnect && linkState != int(site::LinkState::Disconnecting));
     switch (static_cast<site::LinkState>(linkState)) {
     case site::LinkState::Connecting:
@@ -99,6 +101,13 @@ void HostActions::follow(bool siteOpen, bool canConnect, int linkState)
         connectLink->setText(QStringLiteral("&Connect"));
         break;
     }
+}
+
+void HostActions::restrictToKiosk()
+{
+    m_kiosk = true;
+    for (QAction* action : {open, save, saveAs, lock, hideProtected, siteMap, fullScreen, connectOnOpening})
+        action->setEnabled(false);
 }
 
 } // namespace zan::host

@@ -35,6 +35,8 @@ public:
     void setRecentFiles(const QStringList& files);
     /// Which commands make sense: with a site open or not, with a logger or not, while the link is in this state.
     void follow(bool siteOpen, bool canConnect, int linkState);
+    /// For good: a kiosk's keys reach nothing but its windows, its connection and its end.
+    void restrictToKiosk();
 
 Q_SIGNALS:
     void recentFileChosen(const QString& file);
@@ -43,6 +45,7 @@ private:
     QAction* make(const QString& name, const QString& text, const QKeySequence& shortcut, bool checkable = false);
 
     QMenu* m_recent = nullptr;
+    bool m_kiosk = false;
 };
 
 } // namespace zan::host

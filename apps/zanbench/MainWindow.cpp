@@ -5,13 +5,15 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
+#include <QScreen>
 #include <QVBoxLayout>
 
 namespace zan::host {
 
 namespace {
 
-constexpr QSize FirstSize(1240, 780);
+constexpr QSize EmptySize(900, 600);
+constexpr int ListWidth = 170;
 constexpr int ChangesMilliseconds = 500;
 
 QString numbered(int number, const QString& description)
@@ -24,6 +26,7 @@ QString numbered(int number, const QString& description)
 MainWindow::MainWindow(Settings& settings, HostDialogs& dialogs, HostStatus::Clock clock)
     : m_settings(settings)
     , m_dialogs(dialogs)
+    , m_actions(this)
     , m_status(new HostStatus(std::move(clock), this))
     , m_errors(new ErrorBar(this))
     , m_stack(new QStackedWidget(this))
@@ -41,7 +44,8 @@ MainWindow::MainWindow(Settings& settings, HostDialogs& dialogs, HostStatus::Clo
     m_list->setObjectName(QStringLiteral("windowList"));
     m_list->setAccessibleName(QStringLiteral("Windows of the scheme"));
     addDockWidget(Qt::LeftDockWidgetArea, m_dock);
-    resizeDocks({m_dock}, {160}, Qt::Horizontal);
+    resizeDocks({m_dock}, {ListWidth}, Qt::Horizontal);
+    m_list->setSpacing(3);
 
     auto* centre = new QWidget(this);
     auto* layout = new QVBoxLayout(centre);
@@ -52,6 +56,7 @@ MainWindow::MainWindow(Settings& settings, HostDialogs& dialogs, HostStatus::Clo
     setCentralWidget(centre);
     setStatusBar(m_status);
 
+    addActions(m_actions.findChildren<QAction*>()); // shortcuts work where the menus are hidden, too
     m_actions.fillMenus(*menuBar(), m_dock->toggleViewAction());
     m_actions.fillToolBar(*m_toolBar);
     m_actions.setRecentFiles(m_settings.recentFiles());
@@ -60,7 +65,7 @@ MainWindow::MainWindow(Settings& settings, HostDialogs& dialogs, HostStatus::Clo
     connectActions();
     followLink();
 
-    resize(FirstSize);
+    resize(EmptySize);
     restoreGeometry(m_settings.geometry());
     restoreState(m_settings.windowState());
 }
@@ -159,6 +164,7 @@ bool MainWindow::openScheme(const OpenOptions& options)
     }
     closeSite();
     m_site = std::move(opened.site);
+    m_watch = std::make_unique<ChangeWatch>(Ref<trellis::SchemeFile>(&m_site->scheme()));
     // Panels name their pictures relative to the scheme that they belong to.
     QDir::setCurrent(QFileInfo(m_site->scheme().path()).path());
     m_settings.addRecentFile(m_site->scheme().path());
@@ -177,6 +183,7 @@ bool MainWindow::openScheme(const OpenOptions& options)
             m_list->addItem(*asked);
     }
     showWindow(first);
+    fitToPanel();
     if (!m_site->loggerProblem().isEmpty())
         m_errors->showError(m_site->loggerProblem());
     if (!options.offline && m_settings.connectsOnOpening())
@@ -209,6 +216,7 @@ const MainWindow::Page* MainWindow::pageOf(const QString& key)
     if (const auto found = m_pages.find(key); found != m_pages.end())
         return &found->second;
     std::unique_ptr<window::BenchWindow> loaded;
+    const bool wasChanged = hasUnsavedChanges();
     const bool done = attempt(QStringLiteral("The window %1 could not be shown").arg(key), [&] {
         loaded = loadPanel(*m_site, key, m_settings.bag(m_site->scheme().path(), key));
         loaded->setLockMenu(m_kiosk);
@@ -217,6 +225,8 @@ const MainWindow::Page* MainWindow::pageOf(const QString& key)
     });
     if (!done)
         return nullptr;
+    if (!wasChanged)
+        m_watch->settle(); // what loading fills in is nobody's edit
     window::BenchWindow* panel = loaded.release();
     connect(panel, &surface::Surface::runtimeError, this,
             [this](int number, const QString& description) { m_errors->showError(numbered(number, description)); });
@@ -250,6 +260,18 @@ void MainWindow::showWindow(const QString& key)
     followChanges();
 }
 
+/// A window that nobody has given a size yet takes the one that shows the first panel whole.
+void MainWindow::fitToPanel()
+{
+    const window::BenchWindow* panel = currentPanel();
+    if (!panel || m_kiosk || !m_settings.geometry().isEmpty())
+        return;
+    m_stack->setMinimumSize(panel->minimumSize());
+    const QSize wanted = sizeHint();
+    m_stack->setMinimumSize(0, 0);
+    resize(wanted.boundedTo(screen()->availableSize()));
+}
+
 window::BenchWindow* MainWindow::currentPanel() const
 {
     const auto found = m_pages.find(m_currentKey);
@@ -277,7 +299,7 @@ void MainWindow::followLink()
 
 bool MainWindow::hasUnsavedChanges() const
 {
-    return m_site && m_site->scheme().isChanged();
+    return m_watch && m_watch->isChanged();
 }
 
 void MainWindow::followChanges()
@@ -303,8 +325,8 @@ bool MainWindow::save()
 {
     if (!m_site)
         return false;
-    // Every panel brings its part of the tree up to date before anything is stored, so that the backup is the file
-    // as it was before this save and not a half-way state. A panel is silent about a failed save; the scheme is not.
+    // Every panel brings its controls up to date before anything is stored, so that no file holds half of an edit. A
+    // panel is silent about a failed save; the scheme, saved last, is not.
     const bool updated = attempt(QStringLiteral("The panels could not be stored"), [this] {
         for (const auto& [key, page] : m_pages)
             if (const auto controls = page.panel->Controls())
@@ -335,6 +357,8 @@ bool MainWindow::save()
             }
         }
     }
+    if (saved)
+        m_watch->settle();
     followChanges();
     return saved;
 }
@@ -356,6 +380,7 @@ bool MainWindow::saveAs()
             page.panel->SaveWindow();
     });
     if (saved) {
+        m_watch->settle();
         m_settings.addRecentFile(target);
         m_actions.setRecentFiles(m_settings.recentFiles());
         QDir::setCurrent(QFileInfo(target).path());
@@ -406,6 +431,7 @@ void MainWindow::closeSite()
     for (const auto& [key, page] : m_pages)
         delete page.area;
     m_pages.clear();
+    m_watch.reset();
     m_site.reset();
     m_errors->dismiss();
     {
@@ -438,9 +464,7 @@ void MainWindow::enterKiosk()
             page.panel->setLockMenu(true);
         }
     });
-    // Hidden menus still take shortcuts: only leaving and the connection stay.
-    for (QAction* action : {m_actions.open, m_actions.saveAs, m_actions.lock, m_actions.fullScreen})
-        action->setEnabled(false);
+    m_actions.restrictToKiosk();
     setWindowState(windowState() | Qt::WindowFullScreen);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zanbench/ChangeWatch.h"
 #include "zanbench/CommandLine.h"
 #include "zanbench/ErrorBar.h"
 #include "zanbench/HostActions.h"
@@ -63,6 +64,7 @@ private:
     void connectSite();
     bool openChosen(const QString& path);
     const Page* pageOf(const QString& key);
+    void fitToPanel();
     void followLink();
     void followChanges();
     void step(int by);
@@ -78,7 +80,8 @@ private:
     Settings& m_settings;
     HostDialogs& m_dialogs;
     std::unique_ptr<OpenedSite> m_site;
-    std::map<QString, Page> m_pages; // by window key
+    std::unique_ptr<ChangeWatch> m_watch; // of the open site
+    std::map<QString, Page> m_pages;      // by window key
     QString m_currentKey;
     HostActions m_actions;
     HostStatus* m_status;

@@ -3,7 +3,6 @@
 #include "values/Twips.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace zan::host {
 
@@ -11,7 +10,7 @@ namespace {
 
 constexpr QSize SmallestPanel(320, 200);
 constexpr int LargestSide = 16384;
-constexpr int LargestMargin = 16;
+constexpr int Margin = 16;
 
 } // namespace
 
@@ -36,18 +35,17 @@ QSize contentSize(const window::BenchWindow& panel)
     const auto controls = panel.Controls();
     if (!controls)
         return SmallestPanel;
-    double left = LargestMargin * values::TwipsPerPixel, top = left, right = 0, bottom = 0;
+    int width = 0, height = 0;
     for (std::int16_t i = 1; i <= controls->Count(); ++i) {
         const auto control = controls->Control(binding::Variant(i));
         if (!control->Visible())
             continue;
-        left = std::min(left, double(control->Left()));
-        top = std::min(top, double(control->Top()));
-        right = std::max(right, double(control->Left()) + control->Width());
-        bottom = std::max(bottom, double(control->Top()) + control->Height());
+        const int left = values::twipsToPixels(control->Left()), top = values::twipsToPixels(control->Top());
+        const int right = values::twipsToPixels(double(control->Left()) + control->Width());
+        const int bottom = values::twipsToPixels(double(control->Top()) + control->Height());
+        width = std::max(width, right + (left > 0 ? Margin : 0));
+        height = std::max(height, bottom + (top > 0 ? Margin : 0));
     }
-    const int width = values::twipsToPixels(right + std::max(0.0, left));
-    const int height = values::twipsToPixels(bottom + std::max(0.0, top));
     return QSize(std::clamp(width, SmallestPanel.width(), LargestSide),
                  std::clamp(height, SmallestPanel.height(), LargestSide));
 }

@@ -16,8 +16,8 @@ namespace zan::host {
 std::unique_ptr<window::BenchWindow> loadPanel(const OpenedSite& site, const QString& key,
                                                const std::optional<binding::PropertyBag>& bag = std::nullopt);
 
-/// Pixels that the panel needs to show all its visible controls, with the margin that they keep on the left and at
-/// the top repeated on the right and at the bottom. Never smaller than a small panel.
+/// Pixels that the panel needs to show all its visible controls and a small margin to the right and below; a
+/// control that begins at the very edge is a background and needs none. Never smaller than a small panel.
 QSize contentSize(const window::BenchWindow& panel);
 
 } // namespace zan::host

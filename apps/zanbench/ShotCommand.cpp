@@ -99,6 +99,9 @@ ExitCode shoot(const ShotOptions& options)
         if (const QString failure = waitForConnection(site); !failure.isEmpty())
             return fail(failure);
     runFor(options.after);
+    // Nobody types here: a caret in the first text box would only be in the way.
+    if (QWidget* focused = panel->focusWidget())
+        focused->clearFocus();
     if (!out.isEmpty())
         if (const QString failure = writePicture(panel->grab(), out); !failure.isEmpty())
             return fail(failure);

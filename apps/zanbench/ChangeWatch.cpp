@@ -1,0 +1,73 @@
+#include "zanbench/ChangeWatch.h"
+
+#include <QCryptographicHash>
+
+namespace zan::host {
+
+namespace {
+
+const values::Name Changed("CHANGED");
+const values::Name IgnoreScan("IGNORESCAN");
+
+/// Adds an element and what lies below it. Elements that hold nothing say as much as elements that are not there.
+/// Returns whether anything was added.
+bool addSubstance(const document::Node& element, QCryptographicHash& hash)
+{
+    const values::Name name = element.name();
+    if (name == Changed || name == IgnoreScan)
+        return false;
+    bool any = !element.attributes().empty();
+    if (!element.firstChildElement()) {
+        const QString text = element.text();
+        any = any || !text.isEmpty();
+        if (any)
+            hash.addData(name.text().toUtf8() + '=' + text.toUtf8() + '\0');
+    } else {
+        hash.addData(name.text().toUtf8() + '<');
+        for (document::Node child = element.firstChildElement(); child; child = child.nextSiblingElement())
+            any = addSubstance(child, hash) || any;
+        hash.addData(QByteArrayLiteral(">"));
+    }
+    return any;
+}
+
+} // namespace
+
+ChangeWatch::ChangeWatch(values::Ref<trellis::SchemeFile> scheme)
+    : m_scheme(std::move(scheme))
+{
+    // A file that was stored with its mark set carries changes that nobody has looked at yet; they are in the file.
+    settle();
+}
+
+QByteArray ChangeWatch::substance() const
+{
+    QCryptographicHash hash(QCryptographicHash::Sha1);
+    addSubstance(m_scheme->document().documentElement(), hash);
+    return hash.result();
+}
+
+void ChangeWatch::clearMark()
+{
+    const document::Node root = m_scheme->document().documentElement();
+    root.removeChild(root.child(Changed));
+}
+
+void ChangeWatch::settle()
+{
+    clearMark();
+    m_settled = substance();
+    m_changed = false;
+}
+
+bool ChangeWatch::isChanged()
+{
+    if (m_changed || !m_scheme->isChanged())
+        return m_changed;
+    m_changed = substance() != m_settled;
+    if (!m_changed)
+        clearMark();
+    return m_changed;
+}
+
+} // namespace zan::host

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "trellis/SchemeFile.h"
+
+#include <QByteArray>
+
+namespace zan::host {
+
+/// Tells changes that a user would miss from what a panel writes by itself while it is loaded and runs: keys and
+/// defaults filled in at loading, the mark that has a check box skip a scan. All of them set the scheme's CHANGED;
+/// only the former are worth a question before they are lost.
+class ChangeWatch
+{
+public:
+    explicit ChangeWatch(values::Ref<trellis::SchemeFile> scheme);
+
+    /// The tree as it is now counts as unchanged: just opened, just saved, or a panel has just been loaded from it.
+    void settle();
+    /// Whether the tree differs in substance from what it was when it settled. Cheap unless CHANGED has been set
+    /// since the last call.
+    bool isChanged();
+
+private:
+    void clearMark();
+    QByteArray substance() const;
+
+    values::Ref<trellis::SchemeFile> m_scheme;
+    QByteArray m_settled;
+    bool m_changed = false;
+};
+
+} // namespace zan::host

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QPoint>
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+
+namespace zan::host {
+
+/// Mouse and keyboard of a run without a screen: events as the window system would send them, to whatever lies at
+/// the place. The panel may go at any of them.
+class SimulatedInput
+{
+public:
+    explicit SimulatedInput(QWidget& panel)
+        : m_panel(&panel)
+    {}
+
+    /// Presses and releases a button (1 left, 2 right, 4 middle) at a place of the panel in pixels.
+    void click(QPoint place, int button = 1);
+    void doubleClick(QPoint place);
+    void drag(QPoint from, QPoint to);
+    /// Types each character of the text; a line feed is the Enter key, a tab the Tab key.
+    void type(const QString& text);
+
+private:
+    void mouse(QEvent::Type type, QPoint place, Qt::MouseButton button, Qt::MouseButtons held);
+
+    QPointer<QWidget> m_panel;
+    QPointer<QWidget> m_pressed; // takes every event until its button is released
+};
+
+} // namespace zan::host

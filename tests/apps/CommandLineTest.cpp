@@ -1,0 +1,125 @@
+#include "zanbench/CommandLine.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+using namespace zan::host;
+
+namespace {
+
+QStringList words(const char* line)
+{
+    return QString::fromUtf8(line).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+struct Row
+{
+    const char* line;
+    const char* message; ///< part of what is said
+};
+
+void PrintTo(const Row& row, std::ostream* stream)
+{
+    *stream << '"' << row.line << '"';
+}
+
+class OpenMisuse : public testing::TestWithParam<Row>
+{};
+class ShotMisuse : public testing::TestWithParam<Row>
+{};
+
+} // namespace
+
+TEST(CommandLine, OpenTakesASchemeAndItsOptionsInAnyOrder)
+{
+    const auto parsed = parseOpen(words("--window Pumps a.scheme --unlock --logger sim:?seed=3"));
+    ASSERT_TRUE(parsed.options);
+    EXPECT_EQ(parsed.options->scheme, "a.scheme");
+    EXPECT_EQ(parsed.options->window, "Pumps");
+    EXPECT_EQ(parsed.options->logger, "sim:?seed=3");
+    EXPECT_TRUE(parsed.options->unlock);
+    EXPECT_FALSE(parsed.options->kiosk);
+    EXPECT_FALSE(parsed.options->offline);
+}
+
+TEST(CommandLine, OpenWithoutWordsStartsWithoutAScheme)
+{
+    const auto parsed = parseOpen({});
+    ASSERT_TRUE(parsed.options);
+    EXPECT_TRUE(parsed.options->scheme.isEmpty());
+}
+
+TEST(CommandLine, ShotTakesSizeScaleAndWait)
+{
+    const auto parsed =
+        parseShot(words("s.scheme --window W --out o.png --size 800x600 --after 250 --scale 2 --print"));
+    ASSERT_TRUE(parsed.options);
+    EXPECT_EQ(parsed.options->size, QSize(800, 600));
+    EXPECT_EQ(parsed.options->after, 250);
+    EXPECT_EQ(parsed.options->scale, 2);
+    EXPECT_TRUE(parsed.options->print);
+    EXPECT_EQ(parsed.options->out, "o.png");
+}
+
+TEST(CommandLine, ShotThatOnlyPrintsNeedsNoPicture)
+{
+    EXPECT_TRUE(parseShot(words("s.scheme --print")).options);
+}
+
+TEST(CommandLine, HelpIsATextAndNoError)
+{
+    for (const auto& parsed : {parseShot(words("--help")), parseShot(words("s.scheme --help"))}) {
+        EXPECT_FALSE(parsed.options);
+        EXPECT_EQ(parsed.code, Success);
+        EXPECT_TRUE(parsed.text.contains("--after"));
+        EXPECT_TRUE(parsed.text.startsWith("Usage: zanbench shot"));
+    }
+    EXPECT_TRUE(parseOpen(words("--help")).text.contains("shot"));
+}
+
+TEST_P(OpenMisuse, IsToldInPlainWordsWithCodeTwo)
+{
+    const auto parsed = parseOpen(words(GetParam().line));
+    EXPECT_FALSE(parsed.options);
+    EXPECT_EQ(parsed.code, Misuse);
+    EXPECT_TRUE(parsed.text.contains(GetParam().message)) << parsed.text.toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, OpenMisuse,
+                         testing::Values(Row{"a.scheme b.scheme", "'b.scheme' is one argument too many"},
+                                         Row{"a.scheme --wndow X", "wndow"}, Row{"a.scheme --window", "window"},
+                                         Row{"--window X", "scheme file is missing"},
+                                         Row{"--kiosk", "scheme file is missing"},
+                                         Row{"a.scheme --kiosk --unlock", "cannot be unlocked"},
+                                         Row{"a.scheme --unlock=3", "unlock"}));
+
+TEST_P(ShotMisuse, IsToldInPlainWordsWithCodeTwo)
+{
+    const auto parsed = parseShot(words(GetParam().line));
+    EXPECT_FALSE(parsed.options);
+    EXPECT_EQ(parsed.code, Misuse);
+    EXPECT_TRUE(parsed.text.contains(GetParam().message)) << parsed.text.toStdString();
+    EXPECT_TRUE(parsed.text.contains("zanbench shot --help"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, ShotMisuse,
+                         testing::Values(Row{"--out o.png", "scheme file is missing"}, Row{"s.scheme", "--out"},
+                                         Row{"s.scheme --out o.png --size 800", "'800' is not WIDTHxHEIGHT"},
+                                         Row{"s.scheme --out o.png --size 0x600", "'0x600'"},
+                                         Row{"s.scheme --out o.png --size 800x-1", "'800x-1'"},
+                                         Row{"s.scheme --out o.png --size 99999x99999", "1 to 16384"},
+                                         Row{"s.scheme --out o.png --size 8x8x8", "'8x8x8'"},
+                                         Row{"s.scheme --out o.png --after soon", "'soon' is no time"},
+                                         Row{"s.scheme --out o.png --after -1", "no time"},
+                                         Row{"s.scheme --out o.png --after 99999999999", "no time"},
+                                         Row{"s.scheme --out o.png --scale nan", "'nan' is no scale"},
+                                         Row{"s.scheme --out o.png --scale 100", "'100' is no scale"},
+                                         Row{"s.scheme --out o.png --kiosk", "kiosk"},
+                                         Row{"s.scheme extra --out o.png", "'extra'"}));
+
+TEST(CommandLine, TheVersionIsOneLine)
+{
+    EXPECT_TRUE(versionText().startsWith("zanbench "));
+    EXPECT_EQ(versionText().count('\n'), 1);
+}
