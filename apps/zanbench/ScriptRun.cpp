@@ -43,7 +43,7 @@ FileText readScript(const QString& path)
 
 ScriptRun::ScriptRun(ScriptOptions options)
     : m_options(std::move(options))
-    , m_control(std::make_unique<script::ScriptControl>(this))
+    , m_control(std::make_unique<script::ScriptControl>(static_cast<script::ScriptHost*>(this)))
 {
     m_hostItem = values::make<HostItem>(*this);
     m_clock.start();

@@ -14,6 +14,9 @@ namespace zan::surface {
 
 namespace {
 
+/// A script may run this long before a box says so.
+constexpr std::chrono::milliseconds BusyBoxAfter{1000};
+
 struct ButtonRow
 {
     QMessageBox::StandardButton button;
@@ -109,6 +112,30 @@ std::optional<QString> DesktopForms::inputBox(QWidget* owner, const QString& pro
     const std::optional<QString> entered = accepted && box ? std::optional(box->textValue()) : std::nullopt;
     delete box.data();
     return entered;
+}
+
+bool HostForms::busy(QWidget*, std::chrono::milliseconds)
+{
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    return true;
+}
+
+bool DesktopForms::busy(QWidget* owner, std::chrono::milliseconds elapsed)
+{
+    if (!m_busyBox && elapsed >= BusyBoxAfter) {
+        m_busyBox = new QProgressDialog(QCoreApplication::translate("HostForms", "A script is running."),
+                                        QCoreApplication::translate("HostForms", "Stop it"), 0, 0, owner);
+        m_busyBox->setWindowModality(Qt::ApplicationModal); // nothing else can be clicked meanwhile
+        m_busyBox->setMinimumDuration(0);
+        m_busyBox->show();
+    }
+    QCoreApplication::processEvents();
+    return !m_busyBox || !m_busyBox->wasCanceled();
+}
+
+void DesktopForms::busyEnded()
+{
+    delete m_busyBox.data();
 }
 
 void DesktopForms::showModal(QDialog& form)

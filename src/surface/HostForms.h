@@ -1,7 +1,10 @@
 #pragma once
 
+#include <QPointer>
+#include <QProgressDialog>
 #include <QString>
 
+#include <chrono>
 #include <optional>
 
 class QDialog;
@@ -36,6 +39,10 @@ public:
     /// Asks for a line of text; nothing when it was cancelled.
     virtual std::optional<QString> inputBox(QWidget* owner, const QString& prompt, const QString& title,
                                             const QString& text) = 0;
+    /// Called now and then while a script has been running for long: shows that the program is busy, lets the user
+    /// interface breathe, and returns false when the user wants the script stopped. busyEnded() follows once.
+    virtual bool busy(QWidget* owner, std::chrono::milliseconds elapsed);
+    virtual void busyEnded() {}
     /// Shows a form modally and returns when it is hidden. The form's own fields say what came of it.
     virtual void showModal(QDialog& form) = 0;
 };
@@ -47,7 +54,12 @@ public:
     int messageBox(QWidget* owner, const QString& text, int style, const QString& title) override;
     std::optional<QString> inputBox(QWidget* owner, const QString& prompt, const QString& title,
                                     const QString& text) override;
+    bool busy(QWidget* owner, std::chrono::milliseconds elapsed) override;
+    void busyEnded() override;
     void showModal(QDialog& form) override;
+
+private:
+    QPointer<QProgressDialog> m_busyBox;
 };
 
 } // namespace zan::surface

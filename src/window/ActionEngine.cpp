@@ -185,9 +185,9 @@ void ActionEngine::vesper(const Node& action, const QString& function)
         status = QStringLiteral("Waiting for prompt...");
     } else if (function == QLatin1String("UNLOAD")) {
         const Ref<site::Logger> target = logger();
-        m_window.forms().messageBox(
-            &m_window, QStringLiteral("NB: Unload functionality not yet complete - get onto it Robin"),
-            HostForms::Information, QString());
+        m_window.forms().messageBox(&m_window,
+                                    QStringLiteral("NB: Unload functionality not yet complete - get onto it Robin"),
+                                    HostForms::Information, QString());
         target->AddAction(site::UnloadAction);
         title = QStringLiteral("Unloading Data");
         status = QStringLiteral("Waiting for prompt...");

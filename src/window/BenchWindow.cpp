@@ -1,10 +1,10 @@
 #include "window/BenchWindow.h"
 
 #include "controls/ValueText.h"
+#include "display/frmProgress.h"
 #include "document/Elements.h"
 #include "document/XMLOps.h"
 #include "livedata/Scan.h"
-#include "display/frmProgress.h"
 #include "window/ActionEngine.h"
 #include "window/Background.h"
 #include "window/BenchWindowObject.h"

@@ -1,21 +1,113 @@
 #include "window/ScriptActions.h"
 
-#include "values/RuntimeError.h"
+#include "script/ScriptControl.h"
 #include "window/BenchWindow.h"
+#include "window/BenchWindowObject.h"
+
+#include <QPointer>
 
 namespace zan::window {
 
-struct ScriptActions::Engine
-{};
+using values::Ref;
 
-ScriptActions::ScriptActions(BenchWindow& window) : m_window(window) {}
+/// Shows a script's boxes with the panel's forms; answers for it when the panel has gone.
+class ScriptActions::PanelHost : public script::ScriptHost
+{
+public:
+    explicit PanelHost(BenchWindow& window)
+        : m_window(&window)
+    {}
+    ~PanelHost() override { endBusy(); }
+
+    int messageBox(const QString& text, int buttons, const QString& title) override
+    {
+        return m_window ? m_window->forms().messageBox(m_window, text, buttons, title)
+                        : int(surface::HostForms::Cancel);
+    }
+    std::optional<QString> inputBox(const QString& prompt, const QString& title, const QString& text) override
+    {
+        return m_window ? m_window->forms().inputBox(m_window, prompt, title, text) : std::nullopt;
+    }
+    bool busy(std::chrono::milliseconds elapsed) override
+    {
+        m_isBusy = true;
+        return m_window && m_window->forms().busy(m_window, elapsed) && m_window;
+    }
+    void endBusy()
+    {
+        if (m_isBusy && m_window)
+            m_window->forms().busyEnded();
+        m_isBusy = false;
+    }
+
+private:
+    QPointer<BenchWindow> m_window;
+    bool m_isBusy = false;
+};
+
+struct ScriptActions::Engine
+{
+    explicit Engine(BenchWindow& window)
+        : host(window)
+        , control(&host)
+    {}
+    PanelHost host;
+    script::ScriptControl control;
+};
+
+namespace {
+
+/// A script that the run-time system or its text has stopped: everything that its author needs to find the place.
+QString failureText(const script::ScriptError& error)
+{
+    // COMPAT: "Pos: " is followed by the error's number, not by its column.
+    return QStringLiteral("Scripting error: %1\n\nLine: %2\nPos: %3\nText: %4")
+        .arg(error.Description(), QString::number(error.Line()), QString::number(error.Number()), error.Text());
+}
+
+/// Scripts are stored in one line.
+QString scriptText(const QString& storedText)
+{
+    QString text = storedText;
+    text.replace(QLatin1String("\\n"), QLatin1String("\r\n"));
+    text.replace(QLatin1String("\\t"), QLatin1String("\t"));
+    return text;
+}
+
+} // namespace
+
+ScriptActions::ScriptActions(BenchWindow& window)
+    : m_window(window)
+{}
 
 ScriptActions::~ScriptActions() = default;
 
-void ScriptActions::run(const QString&, const values::Ref<binding::Object>&)
+std::shared_ptr<ScriptActions::Engine> ScriptActions::idleEngine()
 {
-    (void)m_window;
-    values::raise(values::ErrorNumber::CannotCreateObject);
+    // A script that shows a box may be interrupted by the script behind another button: that one runs in an engine
+    // of its own, so that neither sees the other's variables.
+    if (!m_engine)
+        m_engine = std::make_shared<Engine>(m_window);
+    return m_engine->control.isRunning() ? std::make_shared<Engine>(m_window) : m_engine;
+}
+
+void ScriptActions::run(const QString& storedText, const Ref<binding::Object>& control)
+{
+    const QPointer<BenchWindow> window(&m_window);
+    const std::shared_ptr<Engine> engine = idleEngine(); // outlives the panel, should the script close it
+    script::ScriptControl& scripts = engine->control;
+    const Ref<site::Logger> logger = m_window.Logger();
+    const Ref<site::Scheme> scheme = logger ? logger->Scheme() : nullptr;
+    scripts.Reset();
+    const bool succeeded = scripts.AddObject(QStringLiteral("Window"), m_window.object()) &&
+                           scripts.AddObject(QStringLiteral("Logger"), logger) &&
+                           scripts.AddObject(QStringLiteral("Control"), control) &&
+                           scripts.AddObject(QStringLiteral("Scheme"), scheme) &&
+                           scripts.AddCode(scriptText(storedText)) &&
+                           scripts.Run(QStringLiteral("Main")).has_value();
+    engine->host.endBusy();
+    if (!succeeded && window)
+        window->forms().messageBox(window, failureText(scripts.Error()), surface::HostForms::OkOnly, QString());
 }
 
 } // namespace zan::window

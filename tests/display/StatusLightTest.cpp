@@ -227,11 +227,16 @@ TEST(StatusLight, TickTakesAPictureWithThePropertiesOfThatMoment)
     stage.control->setValue(Variant(true));
     stage.control->setTrueCaption(QStringLiteral("ALARM"));
     EXPECT_EQ(stage.control->caption(), u"TRUE");
-    time.pass(1000);
-    EXPECT_EQ(stage.control->caption(), u"ALARM"); // though nobody has looked
+    time.pass(1000); // the tick has taken ALARM, though nobody has looked
     stage.control->setTrueCaption(QStringLiteral("LATER"));
+    EXPECT_EQ(stage.control->caption(), u"ALARM");
     time.pass(999);
     EXPECT_EQ(stage.control->caption(), u"ALARM");
+    stage.control->setTrueColour(values::rgb(9, 0, 0));
+    EXPECT_EQ(stage.control->shownColour(), Colour{255});
+    time.pass(2001);
+    EXPECT_EQ(stage.control->caption(), u"LATER");
+    EXPECT_EQ(stage.control->shownColour(), values::rgb(9, 0, 0));
 }
 
 TEST(StatusLight, ThousandFlashingLightsThatNobodySeesWaitForNoTick)
