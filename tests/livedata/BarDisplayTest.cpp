@@ -139,11 +139,11 @@ TEST_F(CheckDisplay, ActionIsMadeWhereTheNodeHasNone)
 TEST_F(CheckDisplay, EmptyChannelIsZero)
 {
     bind(Variant());
-    EXPECT_EQ(scan()[1], "Value=0");
+    EXPECT_EQ(scan().at(1), "Value=0");
     set(action(), "UNCHECKEDVALUE", "1");
-    EXPECT_EQ(scan()[1], "Value=1");
+    EXPECT_EQ(scan().at(1), "Value=1");
     set(action(), "UNCHECKEDVALUE", "none");
-    EXPECT_EQ(scan()[1], "Value=0");
+    EXPECT_EQ(scan().at(1), "Value=0");
 }
 
 TEST_F(CheckDisplay, OneScanIsLeftOutAfterAClick)
@@ -152,7 +152,7 @@ TEST_F(CheckDisplay, OneScanIsLeftOutAfterAClick)
     set("IGNORESCAN", "-1");
     EXPECT_TRUE(scan().empty());
     EXPECT_EQ(attribute("IGNORESCAN"), u"");
-    EXPECT_EQ(scan()[1], "Value=1");
+    EXPECT_EQ(scan().at(1), "Value=1");
 }
 
 TEST_F(CheckDisplay, BoxWithoutChannelDoesNotAskWhetherToIgnoreTheScan)
@@ -227,7 +227,7 @@ TEST_F(BarDisplay, ShowsTheValueAndNamesItInTheTip)
 TEST_F(BarDisplay, TipWithoutUnitsHasNoBracketsAndNoBlankAtItsEnd)
 {
     bind(Variant(2));
-    EXPECT_EQ(scan()[1], "TOOLTIPTEXT=Stage 2.0");
+    EXPECT_EQ(scan().at(1), "TOOLTIPTEXT=Stage 2.0");
 }
 
 TEST_F(BarDisplay, WithoutChannelItStaysAsItIs)
