@@ -119,12 +119,12 @@ void DisplayControl::WriteProperties(binding::PropertyBag& bag, const Ref<FontOb
 
 void DisplayControl::copyDesign(const LiveControl& source)
 {
+    const auto& other = static_cast<const DisplayControl&>(source);
     m_loading = true;
+    m_backStyle = other.m_backStyle;
+    m_borderStyle = other.m_borderStyle; // before the measures: the inner size depends on it
     StyledControl::copyDesign(source);
     m_loading = false;
-    const auto& other = static_cast<const DisplayControl&>(source);
-    m_backStyle = other.m_backStyle;
-    m_borderStyle = other.m_borderStyle;
 }
 
 } // namespace zan::display

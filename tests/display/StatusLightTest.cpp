@@ -234,7 +234,7 @@ TEST(StatusLight, TickTakesAPictureWithThePropertiesOfThatMoment)
     EXPECT_EQ(stage.control->caption(), u"ALARM");
     stage.control->setTrueColour(values::rgb(9, 0, 0));
     EXPECT_EQ(stage.control->shownColour(), Colour{255});
-    time.pass(2001);
+    time.pass(1001);
     EXPECT_EQ(stage.control->caption(), u"LATER");
     EXPECT_EQ(stage.control->shownColour(), values::rgb(9, 0, 0));
 }
@@ -438,6 +438,7 @@ TEST(StatusLight, NewElementOfAnArrayIsACopyOfTheDesign)
             light.setTrueColour(values::rgb(0, 255, 0));
             light.setTrueCaption(QStringLiteral("RUN"));
             light.setValue(Variant(true));
+            light.setBorderStyle(1);
             light.move(0, 0, 975, 255);
         });
     const Ref<surface::LiveControl> second = array.load(2);
@@ -445,6 +446,9 @@ TEST(StatusLight, NewElementOfAnArrayIsACopyOfTheDesign)
     EXPECT_EQ(light.caption(), u"RUN");
     EXPECT_EQ(light.shownColour(), values::rgb(0, 255, 0));
     EXPECT_EQ(light.width(), 975.0F);
+    light.setCaption(QStringLiteral("mine"));
+    light.setLeft(300); // no change of size, so no new picture
+    EXPECT_EQ(light.caption(), u"mine");
     EXPECT_NE(light.font(), static_cast<StatusLightControl&>(array.design()).font()); // a copy, not shared
 }
 
