@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QScreen>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace zan::host {
@@ -266,10 +267,10 @@ void MainWindow::fitToPanel()
     const window::BenchWindow* panel = currentPanel();
     if (!panel || m_kiosk || !m_settings.geometry().isEmpty())
         return;
-    m_stack->setMinimumSize(panel->minimumSize());
-    const QSize wanted = sizeHint();
-    m_stack->setMinimumSize(0, 0);
-    resize(wanted.boundedTo(screen()->availableSize()));
+    const int width = ListWidth + style()->pixelMetric(QStyle::PM_DockWidgetSeparatorExtent);
+    const int height =
+        menuBar()->sizeHint().height() + m_toolBar->sizeHint().height() + m_status->sizeHint().height();
+    resize((panel->minimumSize() + QSize(width, height)).boundedTo(screen()->availableSize()));
 }
 
 window::BenchWindow* MainWindow::currentPanel() const
