@@ -10,6 +10,9 @@ namespace {
 using values::Array;
 using values::ErrorNumber;
 
+/// What a short text takes besides its characters.
+constexpr std::size_t BytesPerPiece = 64;
+
 const Array& arrayOf(const Variant& value)
 {
     if (!value.isArray())
@@ -63,8 +66,7 @@ Variant split(Engine& engine, Arguments arguments)
             break;
         pieces.emplace_back(text.mid(place, found - place));
         place = found + delimiter.size();
-        if (pieces.size() % 4096 == 0)
-            engine.vm().chargeBytes(pieces.size() * sizeof(Variant));
+        engine.vm().chargeBytes(BytesPerPiece + std::size_t(pieces.back().text().size()) * sizeof(QChar));
     }
     pieces.emplace_back(text.mid(place));
     return Variant(Array::fromValues(std::move(pieces)));
@@ -84,7 +86,8 @@ Variant join(Engine& engine, Arguments arguments)
     bool first = true;
     for (const Variant& element : alive.array().elements()) {
         const QString text = elementText(element);
-        engine.vm().charge(result.size() + text.size() + delimiter.size());
+        engine.vm().checkLength(result.size() + text.size() + delimiter.size());
+        engine.vm().chargeBytes(std::size_t(text.size() + delimiter.size()) * sizeof(QChar));
         if (!first)
             result += delimiter;
         result += text;

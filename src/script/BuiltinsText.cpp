@@ -239,7 +239,8 @@ Variant replace(Engine& engine, Arguments arguments)
         found = text.indexOf(wanted, place, sensitivity);
         if (found < 0)
             break;
-        engine.vm().charge(result.size() + (found - place) + with.size());
+        engine.vm().checkLength(result.size() + (found - place) + with.size());
+        engine.vm().chargeBytes(std::size_t(found - place + with.size()) * sizeof(QChar));
         result += QStringView(text).sliced(place, found - place);
         result += with;
         place = found + wanted.size();

@@ -21,9 +21,11 @@ Engine::Engine(std::shared_ptr<EngineSettings> settings)
 
 Engine::~Engine()
 {
-    // 1. Variables go, and with them everything that is no cycle.
-    for (std::uint32_t number = 0; number < m_symbols.count(); ++number)
-        m_symbols.value(number) = Variant();
+    // 1. Variables go, and with them everything that is no cycle. The host's items stay for last words.
+    for (std::uint32_t number = 0; number < m_symbols.count(); ++number) {
+        if (m_symbols.at(number).kind != Symbol::Kind::HostItem)
+            m_symbols.value(number) = Variant();
+    }
     m_vm.clearStack();
     // 2. What is left refers to itself: first all of it says goodbye, while it is whole ...
     constexpr int MostRounds = 1000; // a goodbye may make new objects, but not for ever

@@ -1,5 +1,7 @@
 #include "script/RegExpObject.h"
 
+#include "script/Engine.h"
+
 #include "binding/MemberTable.h"
 #include "values/Convert.h"
 
@@ -152,13 +154,23 @@ const QRegularExpression& RegExpObject::compiled()
     return m_expression;
 }
 
+/// A pattern may match at every character of a long text: each match counts against the limits.
+void RegExpObject::chargeMatch(qsizetype characters)
+{
+    constexpr std::size_t BytesPerMatch = 512;
+    if (engine())
+        engine()->vm().chargeBytes(BytesPerMatch + std::size_t(characters) * sizeof(QChar));
+}
+
 values::Ref<binding::Object> RegExpObject::execute(const QString& text)
 {
     std::vector<Variant> matches;
     if (m_global) {
         QRegularExpressionMatchIterator found = compiled().globalMatch(text);
-        while (found.hasNext())
+        while (found.hasNext()) {
             matches.emplace_back(values::make<Match>(found.next()));
+            chargeMatch(found.hasNext() ? 0 : text.size());
+        }
     } else {
         const QRegularExpressionMatch found = compiled().match(text);
         if (found.hasMatch())
@@ -182,6 +194,9 @@ QString RegExpObject::replace(const QString& text, const Variant& replacement)
         const QRegularExpressionMatch match = found.next();
         result += QStringView(text).sliced(place, match.capturedStart(0) - place);
         appendReplacement(result, with, match, text);
+        chargeMatch(0);
+        if (engine())
+            engine()->vm().checkLength(result.size());
         place = match.capturedEnd(0);
         if (!m_global)
             break;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "script/Tracked.h"
+
 #include "binding/Object.h"
 
 #include <QRegularExpression>
@@ -7,13 +9,17 @@
 
 namespace zan::script {
 
-class Engine;
-
 /// The RegExp class of the language, over the toolkit's regular expressions.
-class RegExpObject final : public binding::Object
+class RegExpObject final : public binding::Object, public Tracked
 {
 public:
-    explicit RegExpObject(Engine&) {}
+    explicit RegExpObject(Engine& engine)
+        : Tracked(engine)
+    {}
+
+    void letGo() override {}
+    void hold() const override { retain(); }
+    void drop() const override { release(); }
 
     const binding::MemberTable& members() const override;
 
@@ -34,6 +40,7 @@ public:
 private:
     /// Raises 5017 to 5021 for a pattern that is none.
     const QRegularExpression& compiled();
+    void chargeMatch(qsizetype characters);
 
     QString m_pattern;
     bool m_global = false;

@@ -4,8 +4,8 @@
 #include "script/SlotArena.h"
 #include "values/Name.h"
 
-#include <deque>
 #include <unordered_map>
+#include <vector>
 
 namespace zan::script {
 
@@ -37,7 +37,7 @@ public:
 
     /// The number of a name; added when it is new. Raises error 7 when there are too many.
     std::uint32_t intern(values::Name name);
-    /// The symbol of a name, null when it was never mentioned.
+    /// The symbol of a name, null when it was never mentioned. Good until the next intern.
     Symbol* find(values::Name name) noexcept;
     Symbol& at(std::uint32_t number) noexcept { return m_symbols[number]; }
     const Symbol& at(std::uint32_t number) const noexcept { return m_symbols[number]; }
@@ -49,7 +49,7 @@ public:
     values::Variant* values() noexcept { return m_values.begin(); }
 
 private:
-    std::deque<Symbol> m_symbols;
+    std::vector<Symbol> m_symbols;
     std::unordered_map<values::Name, std::uint32_t> m_numbers; ///< by folded name
     SlotArena m_values;
 };

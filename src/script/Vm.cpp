@@ -140,8 +140,10 @@ void Vm::dispatch(std::size_t stopDepth)
     } while (false)
 #define JUMP(target) (next = procedure->code.data() + (target))
 #define PASS                                                                                                       \
-    if (--m_credit < 0)                                                                                            \
-    tick()
+    do {                                                                                                           \
+        if (--m_credit < 0)                                                                                        \
+            tick();                                                                                                \
+    } while (false)
 // After something that may have pushed a frame.
 #define CALLED(pushed)                                                                                             \
     if (pushed)                                                                                                    \
@@ -257,7 +259,7 @@ void Vm::dispatch(std::size_t stopDepth)
                 m_paths.resize(m_frames.back().paths);
                 NEXT;
             }
-            ARITHMETIC(Add, +, values::add)
+            ARITHMETIC(Add, +, generalAdd)
             ARITHMETIC(Subtract, -, values::subtract)
             ARITHMETIC(Multiply, *, values::multiply)
             OP(Divide)
@@ -336,8 +338,8 @@ void Vm::dispatch(std::size_t stopDepth)
             }
             OP(Loop)
             {
-                JUMP(code->a);
                 PASS;
+                JUMP(code->a);
                 NEXT;
             }
             OP(JumpIf)
@@ -387,8 +389,8 @@ void Vm::dispatch(std::size_t stopDepth)
                     again = nextFor(R(code->a), state);
                 }
                 if (again) {
-                    JUMP(code->c);
                     PASS;
+                    JUMP(code->c);
                 }
                 NEXT;
             }
@@ -506,7 +508,7 @@ void Vm::dispatch(std::size_t stopDepth)
                     const std::int64_t place = simplePlace(target.array(), READ(code->b));
                     if (place >= 0) {
                         const Variant copy = source; // the array may be the value
-                        target.arrayForWriting().elements()[std::size_t(place)] = copy;
+                        writable(target).elements()[std::size_t(place)] = copy;
                         NEXT;
                     }
                 }
@@ -568,7 +570,7 @@ void Vm::dispatch(std::size_t stopDepth)
             {
                 Variant& target = follow(R(code->a));
                 if (!target.isArray())
-                    target = newArray(procedure->bounds[code->c]);
+                    target = declaredArray(procedure->bounds[code->c]);
                 NEXT;
             }
             OP(DimAgain)

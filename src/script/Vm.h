@@ -40,6 +40,8 @@ private:
 
 /// An array as Dim declares it: of these upper bounds, or without dimensions when there are none.
 values::Variant newArray(const std::vector<std::int32_t>& upperBounds);
+/// Bytes that such an array takes.
+std::size_t bytesOfArray(const std::vector<std::int32_t>& upperBounds) noexcept;
 
 /// The machine that runs bytecode. Calls between procedures of scripts take no native stack; code of the host that
 /// calls back into a script does, and is counted.
@@ -67,11 +69,16 @@ public:
     Position errorPosition() const noexcept { return m_errorPosition; }
     /// Time that does not count: a box is open.
     class Pause;
-    /// Counts work that one instruction does besides itself, so that limits are looked at in time. Raises 14 for
-    /// a text longer than the host allows.
+    /// Counts the memory and the work of a text that is about to be made; raises 14 when it is longer than the host
+    /// allows.
     void charge(qsizetype characters);
-    /// Raises 7 before an allocation that would go beyond the host's limit.
+    /// Raises 14 for a text longer than the host allows.
+    void checkLength(qsizetype characters) const;
+    /// Counts memory that is about to be taken, so that one instruction's work is seen in time by the limits.
+    /// Raises 7 when it would go beyond the host's limit.
     void chargeBytes(std::size_t bytes);
+    /// Counts what a value takes that code outside the machine has made.
+    void chargeValue(const values::Variant& value);
 
 private:
     struct ElementPath
@@ -98,6 +105,7 @@ private:
     // Vm.cpp
     void dispatch(std::size_t stopDepth);
     // VmText.cpp
+    values::Variant generalAdd(const values::Variant& left, const values::Variant& right);
     values::Variant join(const values::Variant* pieces, std::size_t count);
     void append(values::Variant& slot, values::Variant* pieces, std::size_t count);
     // VmFrames.cpp
@@ -113,15 +121,15 @@ private:
     void tick();
     void checkMemory(std::size_t more);
     // VmArrays.cpp
-    static values::Variant& follow(values::Variant& slot)
+    values::Variant& follow(values::Variant& slot)
     {
         return slot.isReference() ? followReference(slot, true) : slot;
     }
-    static const values::Variant& read(values::Variant& slot)
+    const values::Variant& read(values::Variant& slot)
     {
         return slot.isReference() ? followReference(slot, false) : slot;
     }
-    static values::Variant& followReference(const values::Variant& slot, bool forWriting);
+    values::Variant& followReference(const values::Variant& slot, bool forWriting);
     static void plainIndices(values::Variant* indices, std::size_t count);
     static std::size_t elementPlace(const values::Variant& holder, const values::Variant* indices,
                                     std::size_t count);
@@ -130,7 +138,9 @@ private:
     bool indexInto(values::Variant& slot, values::Variant* arguments, std::size_t count, Operand result);
     bool putIndex(values::Variant& slot, values::Variant* arguments, std::size_t count, bool set);
     void redim(values::Variant& slot, const values::Variant* bounds, std::size_t count, bool preserve);
-    static void erase(values::Variant& slot);
+    void erase(values::Variant& slot);
+    values::Array& writable(values::Variant& slot);
+    values::Variant declaredArray(const std::vector<std::int32_t>& upperBounds);
     values::Variant startEach(const values::Variant& collection);
     bool nextEach(values::Variant& state, values::Variant& slot);
     bool startFor(values::Variant& slot, values::Variant* state);
@@ -148,7 +158,7 @@ private:
                      bool set);
     bool isInsideClass(const ClassInfo& info) const noexcept;
     values::Variant* onStack(values::Variant* arguments, std::size_t count);
-    static void settle(values::Variant* arguments, std::size_t count);
+    void settle(values::Variant* arguments, std::size_t count);
     static void clear(values::Variant* slots, std::size_t count) noexcept;
     bool create(values::Name name, Operand result);
     bool runText(const values::Variant& text, RunMode mode, Operand result);
@@ -182,7 +192,8 @@ private:
     std::vector<std::shared_ptr<const Unit>> m_units; ///< texts that Eval and Execute are running
     values::Variant m_result;                         ///< of the last procedure that returned to outside
     int m_nativeDepth = 0;
-    int m_credit = 0; ///< loop passes and calls until the limits are looked at
+    std::size_t m_unchecked = 0; ///< bytes counted since memory was last looked at
+    int m_credit = 0;            ///< loop passes and calls until the limits are looked at
     std::chrono::nanoseconds m_started{0};
     std::chrono::nanoseconds m_nextBusy{0};
     std::size_t m_memoryAtStart = 0;

@@ -69,6 +69,28 @@ Variant newArray(const std::vector<std::int32_t>& upperBounds)
     return Variant(values::make<Array>(std::move(bounds), true));
 }
 
+std::size_t bytesOfArray(const std::vector<std::int32_t>& upperBounds) noexcept
+{
+    std::int64_t total = upperBounds.empty() ? 0 : 1;
+    for (const std::int32_t upper : upperBounds)
+        total = std::min(total * (std::int64_t(upper) + 1), Array::MaximumElements);
+    return std::size_t(std::max<std::int64_t>(total, 0)) * sizeof(Variant);
+}
+
+Variant Vm::declaredArray(const std::vector<std::int32_t>& upperBounds)
+{
+    chargeBytes(bytesOfArray(upperBounds));
+    return newArray(upperBounds);
+}
+
+/// The array in a slot, made the slot's own copy first when others share it.
+Array& Vm::writable(Variant& slot)
+{
+    if (slot.array().references() > 1)
+        chargeBytes(slot.array().elements().size() * sizeof(Variant));
+    return slot.arrayForWriting();
+}
+
 /// The variable or array element that a slot refers to. An element is looked up at every use, since the array may
 /// change while it is passed around; raises 9 when it is gone.
 Variant& Vm::followReference(const Variant& slot, bool forWriting)
@@ -80,7 +102,7 @@ Variant& Vm::followReference(const Variant& slot, bool forWriting)
     for (const std::size_t offset : path.offsets) {
         if (!value->isArray() || offset >= value->array().elements().size())
             values::raise(ErrorNumber::SubscriptOutOfRange);
-        value = forWriting ? &value->arrayForWriting().elements()[offset]
+        value = forWriting ? &writable(*value).elements()[offset]
                            : const_cast<Variant*>(&value->array().elements()[offset]);
     }
     return *value;
@@ -179,7 +201,7 @@ bool Vm::putIndex(Variant& slot, Variant* arguments, std::size_t count, bool set
         Variant& target = follow(slot);
         const std::size_t place = elementPlace(target, arguments, count);
         clear(arguments, count + 1);
-        target.arrayForWriting().elements()[place] = std::move(stored);
+        writable(target).elements()[place] = std::move(stored);
         return false;
     }
     if (!read(slot).isObject())
@@ -223,10 +245,12 @@ void Vm::erase(Variant& slot)
 {
     if (!slot.isArray())
         values::raise(ErrorNumber::TypeMismatch);
-    if (slot.array().isFixedSize())
+    if (slot.array().isFixedSize()) {
+        chargeBytes(slot.array().elements().size() * sizeof(Variant));
         slot = Variant(values::make<Array>(slot.array().bounds(), true));
-    else
+    } else {
         slot = Variant(values::make<Array>());
+    }
 }
 
 Variant Vm::startEach(const Variant& collection)

@@ -87,6 +87,7 @@ bool Vm::getMember(const Variant& target, Site& site, Variant* arguments, std::s
         throw;
     }
     clear(arguments, count);
+    chargeValue(value);
     deliver(result, std::move(value));
     return false;
 }
@@ -201,7 +202,10 @@ bool Vm::create(values::Name name, Operand result)
     const Symbol* symbol = m_engine.symbols().find(name);
     if (symbol && symbol->kind == Symbol::Kind::Class) {
         const ClassInfo& info = *symbol->classInfo;
-        chargeBytes(info.fields.size() * sizeof(Variant) + sizeof(Instance));
+        std::size_t bytes = sizeof(Instance) + info.fields.size() * sizeof(Variant);
+        for (const ClassInfo::Field& field : info.fields)
+            bytes += bytesOfArray(field.upperBounds);
+        chargeBytes(bytes);
         const auto object = values::make<Instance>(m_engine, info);
         deliver(result, Variant(object));
         if (!info.initialize)

@@ -271,7 +271,7 @@ bool Vm::resume(std::size_t stopDepth, int number, const QString& description, c
 /// Looks at the host's limits.
 void Vm::tick()
 {
-    m_credit = CreditPerTick;
+    m_credit = 0; // a run that is to stop stops at the next look, too, should an object's last words be cut short
     EngineSettings& settings = m_engine.settings();
     const std::chrono::nanoseconds now = settings.clock();
     const std::chrono::nanoseconds elapsed = now - m_started;
@@ -292,32 +292,49 @@ void Vm::tick()
         if (!goOn)
             throw StopError(UserInterrupt, QStringLiteral("The script was cancelled"));
     }
+    m_credit = CreditPerTick;
 }
 
 void Vm::checkMemory(std::size_t more)
 {
     const std::size_t used = m_engine.settings().memoryInUse();
     const std::size_t grown = used > m_memoryAtStart ? used - m_memoryAtStart : 0;
-    if (grown + more > m_engine.settings().limits.memory)
+    if (grown > m_engine.settings().limits.memory)
         throw StopError(ErrorNumber::OutOfMemory);
+    if (grown + more > m_engine.settings().limits.memory) // not taken yet, so the script may go on without it
+        values::raise(ErrorNumber::OutOfMemory);
+}
+
+void Vm::checkLength(qsizetype characters) const
+{
+    if (std::size_t(characters) > m_engine.settings().limits.stringLength)
+        values::raise(ErrorNumber::OutOfStringSpace);
 }
 
 void Vm::charge(qsizetype characters)
 {
-    if (std::size_t(characters) > m_engine.settings().limits.stringLength)
-        values::raise(ErrorNumber::OutOfStringSpace);
-    constexpr qsizetype Large = 1 << 19;
-    if (characters >= Large)
-        checkMemory(std::size_t(characters) * sizeof(QChar));
-    m_credit -= int(characters >> 10);
+    checkLength(characters);
+    chargeBytes(std::size_t(characters) * sizeof(QChar));
 }
 
 void Vm::chargeBytes(std::size_t bytes)
 {
-    constexpr std::size_t Large = 1 << 20;
-    if (bytes >= Large)
+    constexpr std::size_t BytesPerLook = 1 << 20;
+    constexpr std::size_t BytesPerPass = 1 << 11; // as much work as one pass of a loop
+    m_unchecked += bytes;
+    if (m_unchecked >= BytesPerLook) {
+        m_unchecked = 0;
         checkMemory(bytes);
-    m_credit -= int(std::min<std::size_t>(bytes >> 11, 1 << 20));
+    }
+    m_credit -= int(std::min(bytes / BytesPerPass, std::size_t(CreditPerTick)));
+}
+
+void Vm::chargeValue(const Variant& value)
+{
+    if (value.isText())
+        charge(value.text().size());
+    else if (value.isArray())
+        chargeBytes(value.array().elements().size() * sizeof(Variant));
 }
 
 Vm::Pause::Pause(Vm& vm)

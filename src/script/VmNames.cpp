@@ -215,6 +215,14 @@ void Vm::bindName(Variant& slot, values::Name name, bool make)
 
 bool Vm::callName(values::Name name, Variant* arguments, std::size_t count, Operand result)
 {
+    const Frame& running = m_frames.back();
+    if (running.procedure->dynamicScope) { // a function's own name with arguments is a call, not its result
+        const Frame& scope = m_frames[running.scope];
+        if (scope.procedure->resultSlot >= 0 && scope.procedure->name.equalsIgnoringCase(name)) {
+            push(*scope.procedure, onStack(arguments, count), count, scope.me, result);
+            return true;
+        }
+    }
     const Found found = find(name);
     if (found.variable) {
         settle(arguments, count);

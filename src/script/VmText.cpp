@@ -3,6 +3,7 @@
 #include "script/Engine.h"
 #include "script/Vm.h"
 
+#include "values/Arithmetic.h"
 #include "values/Convert.h"
 
 namespace zan::script {
@@ -18,6 +19,17 @@ QString pieceText(const Variant& piece)
 }
 
 } // namespace
+
+/// `+` in its general form; two texts are joined, and count as any joined text.
+Variant Vm::generalAdd(const Variant& left, const Variant& right)
+{
+    if (left.isText() && right.isText())
+        charge(left.text().size() + right.text().size());
+    Variant result = values::add(left, right);
+    if (result.isText())
+        charge(result.text().size());
+    return result;
+}
 
 /// `&` over many pieces at once: Null counts as an empty text, unless all of them are Null.
 Variant Vm::join(const Variant* pieces, std::size_t count)
@@ -53,9 +65,10 @@ void Vm::append(Variant& slot, Variant* pieces, std::size_t count)
     }
     Variant& target = follow(slot);
     if (pieces[0].isText() && target.isText() && &pieces[0].text() == &target.text()) {
-        charge(target.text().size() + added);
+        checkLength(target.text().size() + added);
         pieces[0] = Variant();
         if (QString* text = target.uniqueText()) {
+            chargeBytes(std::size_t(added) * sizeof(QChar));
             for (std::size_t place = 1; place < count; ++place) {
                 if (pieces[place].isText())
                     text->append(pieces[place].text());
@@ -75,7 +88,9 @@ Variant Vm::callBuiltin(std::uint32_t number, const Variant* arguments, std::siz
     const Builtin& function = builtinAt(number);
     if (count < function.requiredArguments || count > function.allowedArguments)
         throw NamedError(ErrorNumber::WrongArgumentCount, values::Name(function.name));
-    return function.function(m_engine, {arguments, count});
+    Variant result = function.function(m_engine, {arguments, count});
+    chargeValue(result);
+    return result;
 }
 
 /// Eval, Execute and ExecuteGlobal. Inside a procedure the names of the text mean what they mean there.
