@@ -159,7 +159,8 @@ Figures run(int count, int runs)
         window->window.show();
         paintPending();
     };
-    figures.load = measure(runs, [&] { window.reset(); }, make);
+    figures.load = measure(
+        runs, [&] { window.reset(); }, make);
     int tick = 0;
     figures.all = measure(
         runs * 3, [&] { ++tick; },
@@ -184,8 +185,8 @@ Figures run(int count, int runs)
 
 void report(const char* what, int count, const char* unit, double live, double bare)
 {
-    std::printf("  %-34s %6d  surface %10.3f %s  bare %10.3f %s  ratio %6.3f\n", what, count, live, unit, bare, unit,
-                live / bare);
+    std::printf("  %-34s %6d  surface %10.3f %s  bare %10.3f %s  ratio %6.3f\n", what, count, live, unit, bare,
+                unit, live / bare);
 }
 
 template <class Control, class Widget>

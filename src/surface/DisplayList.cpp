@@ -177,7 +177,8 @@ void DisplayList::collect(const QRegion& region, std::vector<LiveControl*>& foun
     const bool simple = region.rectCount() == 1;
     const auto walkAll = [&] {
         forEach([&](LiveControl& control) {
-            if (control.m_visible && !control.m_hosted && control.bounds().intersects(outline))
+            if (control.m_visible && !control.m_hosted && control.bounds().intersects(outline) &&
+                (simple || region.intersects(control.bounds())))
                 found.push_back(&control);
         });
     };

@@ -153,6 +153,7 @@ void LiveControl::setToolTipText(const QString& text)
     if (m_toolTipText == text)
         return;
     m_toolTipText = text;
+    countChange();
     if (hosting() == Hosting::Widget) // painted controls are asked when the tip is due
         changed(Look);
 }
@@ -196,6 +197,7 @@ void LiveControl::copyDesign(const LiveControl& source)
 
 void LiveControl::changed(Change what)
 {
+    countChange();
     if (m_array)
         m_array->surface()->controlChanged(*this, what);
 }

@@ -94,6 +94,9 @@ public:
     /// Gives the control the keyboard. Raises 5 when it cannot have it (hidden, disabled or of a painted kind).
     virtual void setFocus();
 
+    /// Counts everything that changes a property which is shown, whoever changes it; 0 once it was unloaded.
+    std::uint32_t revision() const override { return isLoaded() ? m_revision : 0; }
+
     /// False once the control was unloaded or its surface has gone.
     bool isLoaded() const noexcept { return m_array != nullptr; }
     ControlArray* array() const noexcept { return m_array; }
@@ -120,6 +123,8 @@ protected:
     static const binding::MemberTable& baseMembers();
     /// Asks for the control to be shown anew at the next flush. Cheap: marks, and queues at most once.
     void changed(Change what);
+    /// Counts a change that asks for nothing to be shown anew.
+    void countChange() noexcept { m_revision += m_revision == UINT32_MAX ? 2 : 1; }
     /// Called after the measures have changed.
     virtual void boundsChanged() {}
     /// Tells the surface's owner of a click on this control.
@@ -150,6 +155,7 @@ private:
     std::uint32_t m_slot = 0;  // place in the display list or the widget stack
     std::uint32_t m_stamp = 0; // last query of the display list that met this control
     std::int32_t m_handle = 0;
+    std::uint32_t m_revision = 1; // passes over 0
     QString m_tag;
     QString m_toolTipText;
 };

@@ -74,7 +74,7 @@ Surface::~Surface()
     m_font->removeListener(*this);
     Handles::release(m_handle);
     m_changed.clear();
-    m_widgets->abandon();
+    m_widgets->abandon(m_telling > 0);
     for (const Ref<ControlArray>& array : m_arrays)
         array->detach();
 }

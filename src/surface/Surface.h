@@ -148,6 +148,7 @@ private:
     bool m_flushPosted = false;
     bool m_everything = true; // so much has changed that one full repaint is cheaper
     int m_busy = 0;           // above 0 no event may reach the owner now: it could take away what is being walked
+    int m_telling = 0;        // handlers of the owner that are running
     std::int32_t m_frontRank = 0;
     std::int32_t m_backRank = 0;
 };
@@ -158,13 +159,17 @@ bool Surface::tell(Call&& call)
     if (!m_events)
         return true;
     const QPointer<Surface> self(this);
+    ++m_telling;
     try {
         call(*m_events);
     } catch (const values::RuntimeError& error) {
         if (self)
             Q_EMIT self->runtimeError(error.number(), error.description());
     }
-    return !self.isNull();
+    if (!self)
+        return false;
+    --m_telling;
+    return true;
 }
 
 } // namespace zan::surface

@@ -14,7 +14,7 @@ struct MouseInput
 };
 
 /// What the surface tells its owner. `control` is the live control concerned, null for the surface itself.
-/// Every function may unload controls or delete the surface, and may raise a RuntimeError: the surface hands that
+/// Every function may unload controls and may delete the surface (but for the last three), and may raise a RuntimeError: the surface hands that
 /// on through its signal runtimeError.
 class SurfaceEvents
 {
@@ -38,6 +38,8 @@ public:
     /// The text of a text box has changed, by the user or by program.
     virtual void textChanged(LiveControl& /*control*/) {}
 
+    // The surface as a whole. These come in the middle of the toolkit's own work on it: they may do anything but
+    // delete the surface.
     virtual void resized() {}
     virtual void shown() {}
     virtual void hidden() {}

@@ -163,6 +163,7 @@ void TextBox::takeEditedText(const QString& shown)
     if (text == m_text)
         return;
     m_text = text;
+    countChange();
     const Ref<LiveControl> alive(this);
     surface()->tell([&](SurfaceEvents& events) { events.textChanged(*this); });
 }

@@ -94,11 +94,23 @@ void WidgetStack::restyle()
     }
 }
 
-void WidgetStack::abandon()
+void WidgetStack::abandon(bool later)
 {
-    for (WidgetControl* control : m_controls)
+    for (WidgetControl* control : m_controls) {
+        if (later && control->m_widget) {
+            control->m_widget->disconnect();
+            forget(*control->m_widget);
+        }
         control->m_widget = nullptr;
+    }
     m_owners.clear();
+    if (!later)
+        return;
+    for (QWidget* child : m_surface.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        child->hide();
+        child->setParent(nullptr);
+        child->deleteLater();
+    }
 }
 
 void WidgetStack::makeWidget(WidgetControl& control)

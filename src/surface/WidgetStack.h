@@ -49,8 +49,8 @@ public:
     void surfaceResized() noexcept { m_shapesChanged = true; }
     /// Colours or style of the surface have changed.
     void restyle();
-    /// The surface goes, and takes all widgets with it.
-    void abandon();
+    /// The surface goes, and takes all widgets with it; later, when one of them may be in the middle of an event.
+    void abandon(bool later);
     /// A widget goes: events of it concern nobody any more.
     void forget(QWidget& widget);
     /// The control that a widget, or the viewport inside it, belongs to; null for others.

@@ -1,6 +1,7 @@
 #include "surface/FontObject.h"
 
 #include "binding/MemberTable.h"
+#include "surface/Errors.h"
 #include "surface/FontFace.h"
 
 #include <QFontInfo>
@@ -25,16 +26,6 @@ struct CountingListener final : FontListener
 Ref<FontObject> font()
 {
     return values::make<FontObject>();
-}
-
-int errorOf(const std::function<void()>& call)
-{
-    try {
-        call();
-    } catch (const RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
 }
 
 } // namespace
@@ -126,9 +117,14 @@ TEST(FontObject, ACopyIsEqualAndChangesAlone)
 TEST(FontObject, EqualityLooksAtEachOfTheEightValues)
 {
     const std::pair<const char*, Variant> rows[]{
-        {"Name", Variant(u"ms sans serif")}, {"Bold", Variant(true)},      {"Charset", Variant(std::int16_t(2))},
-        {"Italic", Variant(true)},           {"Size", Variant(8.2501)},    {"Strikethrough", Variant(true)},
-        {"Underline", Variant(true)},        {"Weight", Variant(std::int16_t(401))},
+        {"Name", Variant(u"ms sans serif")},
+        {"Bold", Variant(true)},
+        {"Charset", Variant(std::int16_t(2))},
+        {"Italic", Variant(true)},
+        {"Size", Variant(8.2501)},
+        {"Strikethrough", Variant(true)},
+        {"Underline", Variant(true)},
+        {"Weight", Variant(std::int16_t(401))},
     };
     for (const auto& [name, value] : rows) {
         const auto other = font();

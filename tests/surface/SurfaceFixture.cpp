@@ -36,7 +36,8 @@ void fixAppearance()
     QApplication::setFont(font);
 }
 
-SurfaceTest::SurfaceTest() : surface(std::make_unique<Surface>())
+SurfaceTest::SurfaceTest()
+    : surface(std::make_unique<Surface>())
 {
     surface->addArray<Label>(QStringLiteral("Label"));
     surface->addArray<TextBox>(QStringLiteral("Text"));
@@ -68,7 +69,8 @@ void SurfaceTest::settle()
 void SurfaceTest::log(const QString& what, LiveControl* control, const QString& details)
 {
     QString line = what + QLatin1Char(' ');
-    line += control ? QStringLiteral("%1(%2)").arg(control->name()).arg(control->index()) : QStringLiteral("surface");
+    line +=
+        control ? QStringLiteral("%1(%2)").arg(control->name()).arg(control->index()) : QStringLiteral("surface");
     events.append(details.isEmpty() ? line : line + QLatin1Char(' ') + details);
 }
 

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "values/RuntimeError.h"
+
+namespace zan::surface::tests {
+
+/// Number of the run-time error that the call raises, 0 when it raises none.
+template <class Call>
+int errorOf(Call&& call)
+{
+    try {
+        call();
+    } catch (const values::RuntimeError& error) {
+        return error.number();
+    }
+    return 0;
+}
+
+} // namespace zan::surface::tests
