@@ -108,6 +108,22 @@ inline std::int64_t simplePlace(const values::Array& array, const Variant& index
 
 } // namespace
 
+/// slot(index) := source
+inline bool Vm::putElement(Variant& slot, const Variant& index, const Variant& source)
+{
+    Variant& target = follow(slot);
+    if (target.isArray() && !source.isObject()) {
+        const std::int64_t place = simplePlace(target.array(), index);
+        if (place >= 0) {
+            const Variant copy = source; // the array may be the value
+            writable(target).elements()[std::size_t(place)] = copy;
+            return false;
+        }
+    }
+    Variant arguments[2] = {index, source};
+    return putIndex(slot, arguments, 1, false);
+}
+
 void Vm::dispatch(std::size_t stopDepth)
 {
     static const void* const Labels[] = {
@@ -148,6 +164,7 @@ void Vm::dispatch(std::size_t stopDepth)
 #define CALLED(pushed)                                                                                             \
     if (pushed)                                                                                                    \
     load()
+// NEXT stands outside the braces of an operation: a jump through a table runs no destructors on its way.
 // Before something that may push a frame.
 #define SAVE (m_frames.back().next = next)
 
@@ -166,8 +183,8 @@ void Vm::dispatch(std::size_t stopDepth)
             put(R(code->a), p);                                                                                    \
         else                                                                                                       \
             R(code->a) = general(READ(code->b), READ(code->c));                                                    \
-        NEXT;                                                                                                      \
-    }
+    }                                                                                                              \
+    NEXT;
 
 #define UNLESS(name, sign, op)                                                                                     \
     OP(name)                                                                                                       \
@@ -189,8 +206,8 @@ void Vm::dispatch(std::size_t stopDepth)
         }                                                                                                          \
         if (!holds)                                                                                                \
             JUMP(code->c);                                                                                         \
-        NEXT;                                                                                                      \
-    }
+    }                                                                                                              \
+    NEXT;
 
     while (true) {
         try {
@@ -203,25 +220,25 @@ void Vm::dispatch(std::size_t stopDepth)
                     R(code->a) = std::move(source);
                 else
                     R(code->a) = read(source);
-                NEXT;
             }
+            NEXT;
             OP(Let)
             {
                 Variant& source = R(code->b);
                 if (source.isObject() || source.isReference()) {
                     Variant value = plainValue(read(source)); // may run code: the target is looked up after it
                     follow(R(code->a)) = std::move(value);
-                    NEXT;
+                } else {
+                    Variant& target = follow(R(code->a));
+                    if (!source.isCounted() && !target.isCounted())
+                        new (&target) Variant(source);
+                    else if (code->n)
+                        target = std::move(source);
+                    else
+                        target = source;
                 }
-                Variant& target = follow(R(code->a));
-                if (!source.isCounted() && !target.isCounted())
-                    new (&target) Variant(source);
-                else if (code->n)
-                    target = std::move(source);
-                else
-                    target = source;
-                NEXT;
             }
+            NEXT;
             OP(Set)
             {
                 Variant& source = R(code->b);
@@ -232,13 +249,13 @@ void Vm::dispatch(std::size_t stopDepth)
                     target = std::move(source);
                 else
                     target = read(source);
-                NEXT;
             }
+            NEXT;
             OP(Clear)
             {
                 clear(&R(code->a), code->n);
-                NEXT;
             }
+            NEXT;
             OP(MakeReference)
             {
                 Variant& source = R(code->b);
@@ -246,19 +263,19 @@ void Vm::dispatch(std::size_t stopDepth)
                     R(code->a) = source;
                 else
                     R(code->a) = Variant::reference(reinterpret_cast<std::uintptr_t>(&source));
-                NEXT;
             }
+            NEXT;
             OP(ElementReference)
             {
                 SAVE;
                 CALLED(elementReference(*code, banks));
-                NEXT;
             }
+            NEXT;
             OP(DropPaths)
             {
                 m_paths.resize(m_frames.back().paths);
-                NEXT;
             }
+            NEXT;
             ARITHMETIC(Add, +, generalAdd)
             ARITHMETIC(Subtract, -, values::subtract)
             ARITHMETIC(Multiply, *, values::multiply)
@@ -270,13 +287,13 @@ void Vm::dispatch(std::size_t stopDepth)
                     put(R(code->a), p);
                 else
                     R(code->a) = values::divide(READ(code->b), READ(code->c));
-                NEXT;
             }
+            NEXT;
             OP(Binary)
             {
                 R(code->a) = applyBinary(static_cast<Operator>(code->n), READ(code->b), READ(code->c));
-                NEXT;
             }
+            NEXT;
             OP(Unary)
             {
                 const Variant& source = R(code->b);
@@ -284,8 +301,8 @@ void Vm::dispatch(std::size_t stopDepth)
                     put(R(code->a), !source.boolean());
                 else
                     R(code->a) = applyUnary(static_cast<Operator>(code->n), READ(code->b));
-                NEXT;
             }
+            NEXT;
             OP(Concat2)
             {
                 const Variant& left = READ(code->b);
@@ -298,21 +315,21 @@ void Vm::dispatch(std::size_t stopDepth)
                     charge(result.isText() ? result.text().size() : 0);
                     R(code->a) = std::move(result);
                 }
-                NEXT;
             }
+            NEXT;
             OP(Concat)
             {
                 Variant* const pieces = &R(code->b);
                 Variant result = join(pieces, code->n);
                 clear(pieces, code->n);
                 R(code->a) = std::move(result);
-                NEXT;
             }
+            NEXT;
             OP(Append)
             {
                 append(R(code->a), &R(code->b), code->n);
-                NEXT;
             }
+            NEXT;
             OP(Compare)
             {
                 const auto op = static_cast<Operator>(code->n & 0xff);
@@ -324,24 +341,24 @@ void Vm::dispatch(std::size_t stopDepth)
                                                               : Ordering::Equal);
                 else
                     R(code->a) = comparisonResult(op, generalCompare(READ(code->b), READ(code->c), code->n));
-                NEXT;
             }
+            NEXT;
             OP(Is)
             {
                 put(R(code->a), isSameObject(READ(code->b), READ(code->c)));
-                NEXT;
             }
+            NEXT;
             OP(Jump)
             {
                 JUMP(code->a);
-                NEXT;
             }
+            NEXT;
             OP(Loop)
             {
                 PASS;
                 JUMP(code->a);
-                NEXT;
             }
+            NEXT;
             OP(JumpIf)
             {
                 const bool taken = isTrue(READ(code->a));
@@ -349,8 +366,8 @@ void Vm::dispatch(std::size_t stopDepth)
                     clear(&R(code->a), 1);
                 if (taken)
                     JUMP(code->b);
-                NEXT;
             }
+            NEXT;
             OP(JumpUnless)
             {
                 const bool taken = !isTrue(READ(code->a));
@@ -358,8 +375,8 @@ void Vm::dispatch(std::size_t stopDepth)
                     clear(&R(code->a), 1);
                 if (taken)
                     JUMP(code->b);
-                NEXT;
             }
+            NEXT;
             UNLESS(UnlessEqual, ==, Operator::Equal)
             UNLESS(UnlessNotEqual, !=, Operator::NotEqual)
             UNLESS(UnlessLess, <, Operator::Less)
@@ -370,8 +387,8 @@ void Vm::dispatch(std::size_t stopDepth)
             {
                 if (!startFor(R(code->a), &R(code->b)))
                     JUMP(code->c);
-                NEXT;
             }
+            NEXT;
             OP(ForNext)
             {
                 Variant& variable = follow(R(code->a));
@@ -392,19 +409,19 @@ void Vm::dispatch(std::size_t stopDepth)
                     PASS;
                     JUMP(code->c);
                 }
-                NEXT;
             }
+            NEXT;
             OP(EachStart)
             {
                 R(code->a) = startEach(READ(code->b));
-                NEXT;
             }
+            NEXT;
             OP(EachNext)
             {
                 if (!nextEach(R(code->b), R(code->a)))
                     JUMP(code->c);
-                NEXT;
             }
+            NEXT;
             OP(Call)
             {
                 PASS;
@@ -414,70 +431,70 @@ void Vm::dispatch(std::size_t stopDepth)
                 SAVE;
                 push(*symbol.procedure, &R(code->b), code->n, nullptr, code->a);
                 load();
-                NEXT;
             }
+            NEXT;
             OP(CallOwn)
             {
                 PASS;
                 SAVE;
                 push(*procedure->callees[code->c], &R(code->b), code->n, m_frames.back().me, code->a);
                 load();
-                NEXT;
             }
+            NEXT;
             OP(CallBuiltin)
             {
                 Variant* const arguments = &R(code->b);
                 Variant result = callBuiltin(code->c, arguments, code->n);
                 clear(arguments, code->n);
                 R(code->a) = std::move(result);
-                NEXT;
             }
+            NEXT;
             OP(CallBuiltin1)
             {
                 R(code->a) = callBuiltin(code->c, &READ(code->b), 1);
-                NEXT;
             }
+            NEXT;
             OP(RunText)
             {
                 SAVE;
                 CALLED(runText(READ(code->b), static_cast<RunMode>(code->n), code->a));
-                NEXT;
             }
+            NEXT;
             OP(Member)
             {
                 SAVE;
                 CALLED(getMember(READ(code->b), procedure->sites[code->c], nullptr, 0, code->a));
-                NEXT;
             }
+            NEXT;
             OP(CallMember)
             {
                 SAVE;
                 Variant* const slot = &R(code->b);
                 const Variant object = std::move(*slot); // must not live on in the temporary
                 CALLED(getMember(object, procedure->sites[code->c], slot + 1, code->n, code->a));
-                NEXT;
             }
+            NEXT;
             OP(PutMember)
             {
                 SAVE;
                 Variant value = READ(code->b);
                 CALLED(putMember(READ(code->a), procedure->sites[code->c], &value, 1, code->n != 0));
-                NEXT;
             }
+            NEXT;
             OP(PutMemberIndexed)
             {
                 SAVE;
                 Variant* const slot = &R(code->a);
                 const Variant object = std::move(*slot);
                 CALLED(putMember(object, procedure->sites[code->c], slot + 1, code->n + 1u, code->b != 0));
-                NEXT;
             }
+            NEXT;
             OP(Index)
             {
                 SAVE;
                 CALLED(indexInto(R(code->b), &R(code->c), code->n, code->a));
-                NEXT;
             }
+            NEXT;
             OP(Index1)
             {
                 const Variant& target = READ(code->b);
@@ -492,129 +509,118 @@ void Vm::dispatch(std::size_t stopDepth)
                 SAVE;
                 Variant argument = index;
                 CALLED(indexInto(R(code->b), &argument, 1, code->a));
-                NEXT;
             }
+            NEXT;
             OP(PutIndex)
             {
                 SAVE;
                 CALLED(putIndex(R(code->a), &R(code->b), code->n, code->c != 0));
-                NEXT;
             }
+            NEXT;
             OP(PutIndex1)
             {
-                Variant& target = follow(R(code->a));
-                const Variant& source = READ(code->c);
-                if (target.isArray() && !source.isObject()) {
-                    const std::int64_t place = simplePlace(target.array(), READ(code->b));
-                    if (place >= 0) {
-                        const Variant copy = source; // the array may be the value
-                        writable(target).elements()[std::size_t(place)] = copy;
-                        NEXT;
-                    }
-                }
                 SAVE;
-                Variant arguments[2] = {READ(code->b), source};
-                CALLED(putIndex(R(code->a), arguments, 1, false));
-                NEXT;
+                CALLED(putElement(R(code->a), READ(code->b), READ(code->c)));
             }
+            NEXT;
             OP(CallValue)
             {
                 SAVE;
                 CALLED(callDefault(READ(code->b), &R(code->c), code->n, code->a));
-                NEXT;
             }
+            NEXT;
             OP(New)
             {
                 SAVE;
                 CALLED(create(procedure->names[code->c], code->a));
-                NEXT;
             }
+            NEXT;
             OP(LoadName)
             {
                 SAVE;
                 CALLED(loadName(procedure->names[code->c], code->a, code->n != 0));
-                NEXT;
             }
+            NEXT;
             OP(RefName)
             {
                 SAVE;
                 CALLED(refName(procedure->names[code->c], code->a));
-                NEXT;
             }
+            NEXT;
             OP(StoreName)
             {
                 SAVE;
                 CALLED(storeName(procedure->names[code->c], READ(code->b), code->n != 0));
-                NEXT;
             }
+            NEXT;
             OP(BindName)
             {
                 bindName(R(code->a), procedure->names[code->c], code->n != 0);
-                NEXT;
             }
+            NEXT;
             OP(CallName)
             {
                 SAVE;
                 CALLED(callName(procedure->names[code->c], &R(code->b), code->n, code->a));
-                NEXT;
             }
+            NEXT;
             OP(LoadMe)
             {
                 Instance* const me = m_frames.back().me;
                 if (!me)
                     values::raise(ErrorNumber::ObjectRequired);
                 R(code->a) = Variant(values::Ref<Instance>(me));
-                NEXT;
             }
+            NEXT;
             OP(DimArray)
             {
                 Variant& target = follow(R(code->a));
                 if (!target.isArray())
                     target = declaredArray(procedure->bounds[code->c]);
-                NEXT;
             }
+            NEXT;
             OP(DimAgain)
             {
                 if (R(code->a).isArray())
                     throw NamedError(ErrorNumber::TypeMismatch, procedure->names[code->c]);
-                NEXT;
             }
+            NEXT;
             OP(ReDim)
             {
                 redim(follow(R(code->a)), &R(code->b), code->n, code->c != 0);
-                NEXT;
             }
+            NEXT;
             OP(Erase)
             {
                 erase(follow(R(code->a)));
-                NEXT;
             }
+            NEXT;
             OP(ByValue)
             {
                 Variant& slot = R(code->a);
                 if (slot.isReference())
                     slot = Variant(read(slot));
-                NEXT;
             }
+            NEXT;
             OP(Return)
             {
                 if (finish(stopDepth))
                     return;
                 load();
-                NEXT;
             }
+            NEXT;
             OP(ResumeNext)
             {
                 m_frames.back().resumeNext = true;
                 m_engine.err().clear();
-                NEXT;
             }
+            NEXT;
             OP(GoToZero)
             {
                 m_frames.back().resumeNext = false;
                 m_engine.err().clear();
-                NEXT;
             }
+            NEXT;
             OP(Raise)
             {
                 throw NamedError(int(code->a), code->c ? procedure->names[code->c - 1] : values::Name());

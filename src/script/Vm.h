@@ -136,6 +136,7 @@ private:
     static values::Variant plainValue(const values::Variant& value);
     bool elementReference(const Instruction& code, values::Variant* const* banks);
     bool indexInto(values::Variant& slot, values::Variant* arguments, std::size_t count, Operand result);
+    bool putElement(values::Variant& slot, const values::Variant& index, const values::Variant& source);
     bool putIndex(values::Variant& slot, values::Variant* arguments, std::size_t count, bool set);
     void redim(values::Variant& slot, const values::Variant* bounds, std::size_t count, bool preserve);
     void erase(values::Variant& slot);

@@ -378,8 +378,8 @@ TEST(Endings, CyclesHearClassTerminateWhenTheProgramEnds)
         EXPECT_EQ(recorder->lines, QStringList(QStringLiteral("last")));
     }
     EXPECT_EQ(recorder->lines.size(), 3);
-    EXPECT_TRUE(recorder->lines.contains(QStringLiteral("end aN")));
-    EXPECT_TRUE(recorder->lines.contains(QStringLiteral("end bN")));
+    EXPECT_TRUE(recorder->lines.contains(QStringLiteral("end aNode")));
+    EXPECT_TRUE(recorder->lines.contains(QStringLiteral("end bNode")));
     EXPECT_EQ(recorder->references(), 1u) << "nothing of the program is left";
 }
 
