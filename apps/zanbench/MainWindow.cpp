@@ -15,6 +15,7 @@ namespace {
 
 constexpr QSize EmptySize(900, 600);
 constexpr int ListWidth = 170;
+constexpr int FrameSlack = 8; // what styles add around bars and docks
 constexpr int ChangesMilliseconds = 500;
 
 QString numbered(int number, const QString& description)
@@ -270,7 +271,8 @@ void MainWindow::fitToPanel()
     const int width = ListWidth + style()->pixelMetric(QStyle::PM_DockWidgetSeparatorExtent);
     const int height =
         menuBar()->sizeHint().height() + m_toolBar->sizeHint().height() + m_status->sizeHint().height();
-    resize((panel->minimumSize() + QSize(width, height)).boundedTo(screen()->availableSize()));
+    resize((panel->minimumSize() + QSize(width + FrameSlack, height + FrameSlack))
+               .boundedTo(screen()->availableSize()));
 }
 
 window::BenchWindow* MainWindow::currentPanel() const

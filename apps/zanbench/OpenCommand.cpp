@@ -74,9 +74,10 @@ ExitCode runOpen(const QStringList& arguments, ProcessArguments process)
     }
     if (options.kiosk)
         window.enterKiosk();
-    window.show();
+    // Opened before it is shown: it comes up at its size, with its panel in it.
     if (!window.openScheme(options))
         return Failure;
+    window.show();
     return static_cast<ExitCode>(QApplication::exec());
 }
 

@@ -208,8 +208,9 @@ TEST_F(MainWindowTest, TheFirstWindowIsLargeEnoughForItsPanel)
     window.show();
     const QSize panel = window.currentPanel()->minimumSize();
     const QWidget* shown = window.currentPanel()->parentWidget();
-    EXPECT_GE(shown->width(), panel.width());
-    EXPECT_GE(shown->height(), panel.height());
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return shown->width() >= panel.width() && shown->height() >= panel.height(); }, DeadlineMilliseconds))
+        << shown->width() << " x " << shown->height();
     EXPECT_LE(shown->width(), panel.width() + 40) << "and not much larger";
     EXPECT_LE(shown->height(), panel.height() + 40);
 }
