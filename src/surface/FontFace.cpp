@@ -84,8 +84,6 @@ FontFace::FontFace(const FaceKey& key)
     m_ascent = metrics.ascent();
     m_height = metrics.height();
     m_run.setRawFont(m_raw);
-    m_run.setUnderline(key.underline);
-    m_run.setStrikeOut(key.strikethrough);
 }
 
 FontFace::~FontFace()

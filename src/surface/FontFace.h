@@ -58,7 +58,7 @@ public:
     {
         return character < m_glyphs.size() && m_known[character] ? m_glyphs[character] : lookUp(character);
     }
-    /// A run with this face's font and decorations, to be filled by the caller and drawn at once.
+    /// A run with this face's font, to be filled by the caller and drawn at once.
     QGlyphRun& scratchRun() noexcept { return m_run; }
 
 private:

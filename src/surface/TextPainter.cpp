@@ -233,7 +233,7 @@ void TextPainter::drawLine(QPainter& painter, const Line& line, QPointF start, F
     int drawn = 0;
     for (int place = 0; place < line.count; ++place) {
         const FontFace::Glyph& glyph = m_measures[std::size_t(line.first + place)];
-        if (glyph.right > glyph.left || face.font().underline() || face.font().strikeOut()) {
+        if (glyph.right > glyph.left) {
             m_glyphs[std::size_t(drawn)] = glyph.index;
             m_positions[std::size_t(drawn)] = QPointF(x, 0);
             ++drawn;
@@ -242,6 +242,15 @@ void TextPainter::drawLine(QPainter& painter, const Line& line, QPointF start, F
             painter.fillRect(QRectF(start.x() + x, start.y() + 1, double(glyph.advance), 1), colour);
         x += double(glyph.advance);
     }
+    // The toolkit leaves these lines out of glyph runs on a scaled screen.
+    const QRawFont& raw = face.rawFont();
+    const double thickness = std::max(1.0, std::round(raw.lineThickness()));
+    if (face.font().underline())
+        painter.fillRect(
+            QRectF(start.x(), start.y() + std::max(1.0, std::round(raw.underlinePosition())), x, thickness),
+            colour);
+    if (face.font().strikeOut())
+        painter.fillRect(QRectF(start.x(), start.y() - std::round(raw.xHeight() / 2), x, thickness), colour);
     if (drawn == 0)
         return;
     QGlyphRun& run = face.scratchRun();

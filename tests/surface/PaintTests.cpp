@@ -231,6 +231,35 @@ TEST_F(Painting, DosCharactersAreShownAndKeptAsTheyWere)
     EXPECT_NE(inkIn(picture(), {0, 0, 120, 20}, Qt::white), ink);
 }
 
+TEST_F(Painting, UnderlinedAndStruckTextHasItsLinesAtEveryScale)
+{
+    surface->resize(200, 60);
+    const auto made = label({10, 10, 180, 30}, QStringLiteral("n    n")); // nothing but the lines in the middle
+    made->font()->setSize({180000});
+    made->setForeColor(Red);
+    const int middle = 10 + qRound(made->font()->face().glyph('n').advance * 1.6F);
+    const auto lines = [&](int scale) {
+        QImage image(200 * scale, 60 * scale, QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(scale);
+        surface->render(&image);
+        int count = 0;
+        for (int y = 1; y < image.height(); ++y) {
+            count += image.pixelColor(middle * scale, y) == QColor(Qt::red) &&
+                     image.pixelColor(middle * scale, y - 1) != QColor(Qt::red);
+        }
+        return count;
+    };
+    for (const int scale : {1, 2}) {
+        made->font()->setUnderline(false);
+        made->font()->setStrikethrough(false);
+        EXPECT_EQ(lines(scale), 0);
+        made->font()->setUnderline(true);
+        EXPECT_EQ(lines(scale), 1);
+        made->font()->setStrikethrough(true);
+        EXPECT_EQ(lines(scale), 2);
+    }
+}
+
 TEST_F(Painting, AFontSharedByTwoLabelsChangesBoth)
 {
     const auto first = label({0, 0, 200, 40}, QStringLiteral("HHHH"));
