@@ -36,6 +36,27 @@ inline QString textOr(Arguments arguments, std::size_t place, const QString& oth
     return given(arguments, place) ? values::toText(arguments[place]) : otherwise;
 }
 
+/// The argument as a text, without a copy when it is one.
+class TextArgument
+{
+public:
+    explicit TextArgument(const Variant& value)
+    {
+        if (value.isText())
+            m_text = &value.text();
+        else
+            m_made = values::toText(value);
+    }
+    TextArgument(const TextArgument&) = delete;
+    TextArgument& operator=(const TextArgument&) = delete;
+    const QString& operator*() const noexcept { return m_text ? *m_text : m_made; }
+    const QString* operator->() const noexcept { return &**this; }
+
+private:
+    const QString* m_text = nullptr;
+    QString m_made;
+};
+
 /// Error 5 unless the argument is as the function needs it.
 inline void require(bool condition)
 {

@@ -51,7 +51,8 @@ Variant uBound(Engine&, Arguments arguments)
 
 Variant split(Engine& engine, Arguments arguments)
 {
-    const QString text = values::toText(arguments[0]);
+    const TextArgument textArgument(arguments[0]);
+    const QString& text = *textArgument;
     const QString delimiter = textOr(arguments, 1, QStringLiteral(" "));
     const std::int32_t most = longOr(arguments, 2, -1);
     const Qt::CaseSensitivity sensitivity = comparison(arguments, 3);
@@ -59,6 +60,7 @@ Variant split(Engine& engine, Arguments arguments)
     std::vector<Variant> pieces;
     if (text.isEmpty() || most == 0)
         return Variant(Array::fromValues({}));
+    pieces.reserve(8);
     qsizetype place = 0;
     while (!delimiter.isEmpty() && (most < 0 || std::int64_t(pieces.size()) + 1 < most)) {
         const qsizetype found = text.indexOf(delimiter, place, sensitivity);

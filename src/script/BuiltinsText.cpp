@@ -65,8 +65,10 @@ Variant findText(Arguments arguments, qsizetype unit)
     if (where.isNull() || what.isNull())
         return Variant::null();
     const Qt::CaseSensitivity sensitivity = comparison(arguments, 3);
-    const QString text = values::toText(where);
-    const QString wanted = values::toText(what);
+    const TextArgument whereText(where);
+    const TextArgument whatText(what);
+    const QString& text = *whereText;
+    const QString& wanted = *whatText;
     const qsizetype first = (start - 1) / unit;
     if (text.isEmpty() || first >= text.size())
         return Variant(std::int32_t(0));
@@ -107,12 +109,12 @@ Variant inStrRev(Engine&, Arguments arguments)
 
 Variant lCase(Engine&, Arguments arguments)
 {
-    return arguments[0].isNull() ? Variant::null() : Variant(values::toText(arguments[0]).toLower());
+    return arguments[0].isNull() ? Variant::null() : Variant(TextArgument(arguments[0])->toLower());
 }
 
 Variant uCase(Engine&, Arguments arguments)
 {
-    return arguments[0].isNull() ? Variant::null() : Variant(values::toText(arguments[0]).toUpper());
+    return arguments[0].isNull() ? Variant::null() : Variant(TextArgument(arguments[0])->toUpper());
 }
 
 Variant leftPart(Arguments arguments, qsizetype unit)
@@ -120,8 +122,8 @@ Variant leftPart(Arguments arguments, qsizetype unit)
     const qsizetype length = lengthOf(arguments[1]) / unit;
     if (arguments[0].isNull())
         return Variant::null();
-    const QString text = values::toText(arguments[0]);
-    return length >= text.size() ? Variant(text) : Variant(text.left(length));
+    const TextArgument text(arguments[0]);
+    return length >= text->size() ? Variant(*text) : Variant(text->left(length));
 }
 
 Variant rightPart(Arguments arguments, qsizetype unit)
@@ -129,8 +131,8 @@ Variant rightPart(Arguments arguments, qsizetype unit)
     const qsizetype length = lengthOf(arguments[1]) / unit;
     if (arguments[0].isNull())
         return Variant::null();
-    const QString text = values::toText(arguments[0]);
-    return length >= text.size() ? Variant(text) : Variant(text.right(length));
+    const TextArgument text(arguments[0]);
+    return length >= text->size() ? Variant(*text) : Variant(text->right(length));
 }
 
 Variant middlePart(Arguments arguments, qsizetype unit)
@@ -140,9 +142,9 @@ Variant middlePart(Arguments arguments, qsizetype unit)
     const std::int32_t length = given(arguments, 2) ? lengthOf(arguments[2]) : 0x7fffffff;
     if (arguments[0].isNull())
         return Variant::null();
-    const QString text = values::toText(arguments[0]);
+    const TextArgument text(arguments[0]);
     const qsizetype first = (start - 1) / unit;
-    return first >= text.size() ? Variant(QString()) : Variant(text.mid(first, length / unit));
+    return first >= text->size() ? Variant(QString()) : Variant(text->mid(first, length / unit));
 }
 
 Variant left(Engine&, Arguments arguments)
@@ -196,7 +198,8 @@ Variant trimmed(const Variant& value, bool atStart, bool atEnd)
 {
     if (value.isNull())
         return Variant::null();
-    const QString text = values::toText(value);
+    const TextArgument argument(value);
+    const QString& text = *argument;
     qsizetype first = 0;
     qsizetype last = text.size();
     while (atStart && first < last && text[first] == QLatin1Char(' '))
@@ -223,9 +226,12 @@ Variant trim(Engine&, Arguments arguments)
 
 Variant replace(Engine& engine, Arguments arguments)
 {
-    const QString text = values::toText(arguments[0]);
-    const QString wanted = values::toText(arguments[1]);
-    const QString with = values::toText(arguments[2]);
+    const TextArgument textArgument(arguments[0]);
+    const TextArgument wantedArgument(arguments[1]);
+    const TextArgument withArgument(arguments[2]);
+    const QString& text = *textArgument;
+    const QString& wanted = *wantedArgument;
+    const QString& with = *withArgument;
     const std::int32_t start = longOr(arguments, 3, 1);
     const std::int32_t most = longOr(arguments, 4, -1);
     const Qt::CaseSensitivity sensitivity = comparison(arguments, 5);
@@ -233,6 +239,7 @@ Variant replace(Engine& engine, Arguments arguments)
     if (start > text.size())
         return Variant(QString());
     QString result;
+    result.reserve(text.size() + 2 * with.size());
     qsizetype place = start - 1; // COMPAT: what lies before the start is left out of the result
     qsizetype found = place;
     for (std::int32_t count = 0; !wanted.isEmpty() && (most < 0 || count < most); ++count) {

@@ -1,15 +1,16 @@
 #include "script/EngineSettings.h"
 
-#if defined(__has_feature)
+#if defined(__SANITIZE_ADDRESS__)
+#define ZAN_ADDRESS_SANITIZER
+#elif defined(__has_feature)
 #if __has_feature(address_sanitizer)
 #define ZAN_ADDRESS_SANITIZER
 #endif
-#elif defined(__SANITIZE_ADDRESS__)
-#define ZAN_ADDRESS_SANITIZER
 #endif
 
 #if defined(ZAN_ADDRESS_SANITIZER)
-#include <sanitizer/allocator_interface.h>
+// The sanitizer keeps a heap of its own and counts it. Its header is not installed everywhere.
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
 #elif defined(__GLIBC__)
 #include <malloc.h>
 #endif

@@ -5,6 +5,7 @@
 #include "script/ErrObject.h"
 #include "script/Instance.h"
 #include "script/Operators.h"
+#include "script/VmPush.h"
 
 #include "values/Arithmetic.h"
 #include "values/Convert.h"
@@ -108,6 +109,30 @@ inline std::int64_t simplePlace(const values::Array& array, const Variant& index
 
 } // namespace
 
+/// Returns from the running procedure; true when that was the last one above the depth.
+inline bool Vm::finish(std::size_t stopDepth)
+{
+    const Frame& frame = m_frames.back();
+    const Operand result = frame.result;
+    Variant value;
+    if (frame.procedure->resultSlot >= 0)
+        value = std::move(frame.base[frame.procedure->resultSlot]);
+    if (value.isReference()) [[unlikely]]
+        value = Variant(read(value));
+    pop();
+    if (m_frames.size() == stopDepth) [[unlikely]] {
+        m_result = std::move(value);
+        return true;
+    }
+    if (result == NoOperand)
+        return false;
+    if (bankOf(result) == Bank::Local)
+        m_frames.back().base[placeOf(result)] = std::move(value);
+    else
+        deliver(result, std::move(value));
+    return false;
+}
+
 /// slot(index) := source
 inline bool Vm::putElement(Variant& slot, const Variant& index, const Variant& source)
 {
@@ -135,16 +160,18 @@ void Vm::dispatch(std::size_t stopDepth)
     const Procedure* procedure = nullptr;
     const Instruction* next = nullptr;
     const Instruction* code = nullptr;
-    const auto load = [&] {
-        const Frame& frame = m_frames.back();
-        procedure = frame.procedure;
-        next = frame.next;
-        banks[0] = frame.base;
-        banks[1] = procedure->constants.data();
-        banks[2] = m_engine.symbols().values();
-        banks[3] = frame.me ? frame.me->fields() : nullptr;
-    };
-    load();
+// The state of the running frame, taken apart. Neither a function nor a lambda: `next` must stay in a register.
+#define LOAD                                                                                                       \
+    do {                                                                                                           \
+        const Frame& running = m_frames.back();                                                                    \
+        procedure = running.procedure;                                                                             \
+        next = running.next;                                                                                       \
+        banks[0] = running.base;                                                                                   \
+        banks[1] = procedure->constants.data();                                                                    \
+        banks[3] = running.me ? running.me->fields() : nullptr;                                                    \
+    } while (false)
+    banks[2] = m_engine.symbols().values();
+    LOAD;
 
 #define R(op) (banks[(op) >> 30][(op)&0x3fffffff])
 #define READ(op) (read(R(op)))
@@ -163,7 +190,7 @@ void Vm::dispatch(std::size_t stopDepth)
 // After something that may have pushed a frame.
 #define CALLED(pushed)                                                                                             \
     if (pushed)                                                                                                    \
-    load()
+    LOAD
 // NEXT stands outside the braces of an operation: a jump through a table runs no destructors on its way.
 // Before something that may push a frame.
 #define SAVE (m_frames.back().next = next)
@@ -430,7 +457,7 @@ void Vm::dispatch(std::size_t stopDepth)
                     throw NamedError(ErrorNumber::TypeMismatch, symbol.name);
                 SAVE;
                 push(*symbol.procedure, &R(code->b), code->n, nullptr, code->a);
-                load();
+                LOAD;
             }
             NEXT;
             OP(CallOwn)
@@ -438,7 +465,7 @@ void Vm::dispatch(std::size_t stopDepth)
                 PASS;
                 SAVE;
                 push(*procedure->callees[code->c], &R(code->b), code->n, m_frames.back().me, code->a);
-                load();
+                LOAD;
             }
             NEXT;
             OP(CallBuiltin)
@@ -604,9 +631,9 @@ void Vm::dispatch(std::size_t stopDepth)
             NEXT;
             OP(Return)
             {
-                if (finish(stopDepth))
+                if (finish(stopDepth)) [[unlikely]]
                     return;
-                load();
+                LOAD;
             }
             NEXT;
             OP(ResumeNext)
@@ -628,7 +655,7 @@ void Vm::dispatch(std::size_t stopDepth)
         } catch (...) {
             m_frames.back().next = next;
             recover(stopDepth);
-            load();
+            LOAD;
         }
     }
 }

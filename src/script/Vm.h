@@ -112,6 +112,8 @@ private:
     values::Variant* top() const noexcept;
     void push(const Procedure& procedure, values::Variant* base, std::size_t count, Instance* me, Operand result);
     void pop() noexcept;
+    void popRest() noexcept;
+    [[noreturn]] void refusePush(const Procedure& procedure, std::size_t count) const;
     bool finish(std::size_t stopDepth);
     void reserve(const values::Variant* first, std::size_t count) const;
     void deliver(Operand result, values::Variant&& value);
@@ -192,6 +194,7 @@ private:
     std::vector<std::unique_ptr<ElementPath>> m_paths;
     std::vector<std::shared_ptr<const Unit>> m_units; ///< texts that Eval and Execute are running
     values::Variant m_result;                         ///< of the last procedure that returned to outside
+    std::size_t m_depthLimit = 0;
     int m_nativeDepth = 0;
     std::size_t m_unchecked = 0; ///< bytes counted since memory was last looked at
     int m_credit = 0;            ///< loop passes and calls until the limits are looked at

@@ -2,7 +2,7 @@
 #include "script/Instance.h"
 #include "script/ProcedureRef.h"
 #include "script/RegExpObject.h"
-#include "script/Vm.h"
+#include "script/VmPush.h"
 
 #include "binding/MemberTable.h"
 
@@ -82,7 +82,8 @@ bool Vm::getMember(const Variant& target, Site& site, Variant* arguments, std::s
     } catch (const StopError&) {
         throw;
     } catch (const values::RuntimeError& error) {
-        if (error.is(ErrorNumber::NoSuchMember) && error.source().isEmpty())
+        const bool isUnknown = !static_cast<binding::Object&>(*alive).members().find(site.name);
+        if (isUnknown && error.is(ErrorNumber::NoSuchMember) && error.source().isEmpty())
             throw NamedError(ErrorNumber::NoSuchMember, site.name);
         throw;
     }

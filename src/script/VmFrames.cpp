@@ -3,6 +3,7 @@
 #include "script/Engine.h"
 #include "script/ErrObject.h"
 #include "script/Instance.h"
+#include "script/VmPush.h"
 
 #include <algorithm>
 
@@ -59,33 +60,11 @@ void Vm::reserve(const Variant* first, std::size_t count) const
         values::raise(ErrorNumber::OutOfStack);
 }
 
-/// Starts a procedure whose arguments lie at the base.
-void Vm::push(const Procedure& procedure, Variant* base, std::size_t count, Instance* me, Operand result)
+void Vm::refusePush(const Procedure& procedure, std::size_t count) const
 {
     if (count != procedure.parameterCount)
         throw NamedError(ErrorNumber::WrongArgumentCount, procedure.name);
-    if (m_frames.size() >= m_engine.settings().limits.callDepth)
-        values::raise(ErrorNumber::OutOfStack);
-    reserve(base, procedure.frameSize + 8);
-    m_stack.noteUse(std::size_t(base - m_stack.begin()) + procedure.frameSize + 8);
-    for (std::size_t slot = count; slot < procedure.localCount; ++slot) {
-        if (base[slot].isCounted())
-            base[slot] = Variant();
-        else
-            new (&base[slot]) Variant();
-    }
-    m_frames.push_back({.procedure = &procedure,
-                        .next = procedure.code.data(),
-                        .base = base,
-                        .me = me,
-                        .dynamic = nullptr,
-                        .paths = m_paths.size(),
-                        .units = m_units.size(),
-                        .scope = 0,
-                        .result = result,
-                        .resumeNext = false});
-    if (me)
-        me->retain();
+    values::raise(ErrorNumber::OutOfStack);
 }
 
 void Vm::clear(Variant* slots, std::size_t count) noexcept
@@ -98,44 +77,15 @@ void Vm::clear(Variant* slots, std::size_t count) noexcept
     }
 }
 
-/// Ends the running procedure. Its variables go first, while the frame still keeps their place.
-void Vm::pop() noexcept
+/// What few frames have: variables of text run inside them, element paths, texts under way.
+void Vm::popRest() noexcept
 {
-    Variant* const base = m_frames.back().base;
-    const std::size_t size = m_frames.back().procedure->frameSize;
-    for (std::size_t slot = 0; slot < size; ++slot) {
-        if (base[slot].isCounted())
-            base[slot] = Variant();
-    }
-    if (m_frames.back().dynamic)
-        delete std::exchange(m_frames.back().dynamic, nullptr);
+    Frame& frame = m_frames.back();
+    delete std::exchange(frame.dynamic, nullptr);
     if (m_paths.size() > m_frames.back().paths)
         m_paths.resize(m_frames.back().paths);
-    Instance* const me = m_frames.back().me;
     if (m_units.size() > m_frames.back().units)
         m_units.resize(m_frames.back().units);
-    m_frames.pop_back();
-    if (me)
-        me->release();
-}
-
-/// Returns from the running procedure; true when that was the last one above the depth.
-bool Vm::finish(std::size_t stopDepth)
-{
-    const Frame& frame = m_frames.back();
-    const Operand result = frame.result;
-    Variant value;
-    if (frame.procedure->resultSlot >= 0)
-        value = std::move(frame.base[frame.procedure->resultSlot]);
-    if (value.isReference())
-        value = Variant(read(value));
-    pop();
-    if (m_frames.size() == stopDepth) {
-        m_result = std::move(value);
-        return true;
-    }
-    deliver(result, std::move(value));
-    return false;
 }
 
 /// Puts a result where the running procedure wants it.
@@ -184,6 +134,7 @@ Variant Vm::run(const Procedure& procedure, Instance* me, binding::Arguments arg
         ~Depth() { --depth; }
         int& depth;
     } const depth(m_nativeDepth);
+    m_depthLimit = m_engine.settings().limits.callDepth;
     const std::size_t stopDepth = m_frames.size();
     try {
         push(procedure, base, arguments.size(), me, NoOperand);

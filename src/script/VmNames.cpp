@@ -1,7 +1,7 @@
 #include "script/Builtins.h"
 #include "script/Engine.h"
 #include "script/Instance.h"
-#include "script/Vm.h"
+#include "script/VmPush.h"
 
 namespace zan::script {
 

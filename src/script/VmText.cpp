@@ -1,7 +1,7 @@
 #include "script/Builtins.h"
 #include "script/CompileError.h"
 #include "script/Engine.h"
-#include "script/Vm.h"
+#include "script/VmPush.h"
 
 #include "values/Arithmetic.h"
 #include "values/Convert.h"

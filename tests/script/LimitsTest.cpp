@@ -55,7 +55,9 @@ TEST(Limits, NoOnErrorCatchesTheEndOfTime)
         FakeHost host;
         ScriptControl control(&host);
         useSteppingClock(control, host);
-        control.setLimits(quickLimits());
+        ScriptLimits limits = quickLimits();
+        limits.runTime = 3 * Step;
+        control.setLimits(limits);
         EXPECT_FALSE(control.AddCode(QString::fromLatin1(source))) << source;
         EXPECT_EQ(control.Error().Number(), 18) << source;
         EXPECT_TRUE(control.AddCode(QStringLiteral("x = 1"))) << "the control goes on";
