@@ -40,11 +40,12 @@ QString lineOf(const QString& text, int line)
 
 ScriptControl::ScriptControl(ScriptHost* host)
     : m_settings(std::make_shared<EngineSettings>())
+    , m_state(std::make_shared<State>())
 {
     m_settings->host = host;
     m_settings->clock = steadyTime;
     m_settings->memoryInUse = heapInUse;
-    m_engine = std::make_shared<Engine>(m_settings);
+    m_state->engine = std::make_shared<Engine>(m_settings);
 }
 
 ScriptControl::~ScriptControl() = default;
@@ -52,49 +53,51 @@ ScriptControl::~ScriptControl() = default;
 void ScriptControl::Reset()
 {
     // A program that is under way keeps its engine until it returns.
-    std::shared_ptr<Engine> old = std::exchange(m_engine, std::make_shared<Engine>(m_settings));
-    m_error.Clear();
+    const std::shared_ptr<State> state = m_state;
+    const std::shared_ptr<Engine> old = std::exchange(state->engine, std::make_shared<Engine>(m_settings));
+    state->error.Clear();
 }
 
 /// Runs a call into the engine; false when it failed, with the error noted.
 template <class Call>
 bool ScriptControl::guarded(const QString& text, Call&& call)
 {
-    const std::shared_ptr<Engine> engine = m_engine; // outlives a Reset by the script
-    ++m_running;
+    const std::shared_ptr<State> state = m_state; // outlives the control, and the engine a Reset by the script
+    const std::shared_ptr<Engine> engine = state->engine;
+    ++state->running;
     bool succeeded = false;
     try {
         call(*engine);
         succeeded = true;
     } catch (const CompileError& error) {
-        m_error = ScriptError(error.number(), compileErrorText(error.number()),
-                              QStringLiteral("VBScript compilation error"), error.position().line,
-                              error.position().column, lineOf(text, error.position().line));
+        state->error = ScriptError(error.number(), compileErrorText(error.number()),
+                                   QStringLiteral("VBScript compilation error"), error.position().line,
+                                   error.position().column, lineOf(text, error.position().line));
     } catch (const NamedError& error) {
         QString description = error.description();
         if (!error.about().isEmpty())
             description += QStringLiteral(": '%1'").arg(error.about().text());
         const Position position = engine->vm().errorPosition();
-        m_error = ScriptError(error.number(), description, QStringLiteral("VBScript runtime error"), position.line,
-                              position.column, {});
+        state->error = ScriptError(error.number(), description, QStringLiteral("VBScript runtime error"),
+                                   position.line, position.column, {});
     } catch (const RuntimeError& error) {
         const Position position = engine->vm().errorPosition();
         const QString source = error.source().isEmpty() ? QStringLiteral("VBScript runtime error") : error.source();
-        m_error = ScriptError(error.number(), error.description(), source, position.line, position.column, {});
+        state->error = ScriptError(error.number(), error.description(), source, position.line, position.column, {});
     } catch (const std::bad_alloc&) {
-        m_error = ScriptError(int(ErrorNumber::OutOfMemory), values::errorText(ErrorNumber::OutOfMemory),
-                              QStringLiteral("VBScript runtime error"), 0, 0, {});
+        state->error = ScriptError(int(ErrorNumber::OutOfMemory), values::errorText(ErrorNumber::OutOfMemory),
+                                   QStringLiteral("VBScript runtime error"), 0, 0, {});
     }
-    --m_running;
+    --state->running;
     return succeeded;
 }
 
 bool ScriptControl::AddObject(const QString& name, const binding::Ref<binding::Object>& object, bool addMembers)
 {
-    const bool added = m_engine->addObject(values::Name(name), object, addMembers);
+    const bool added = m_state->engine->addObject(values::Name(name), object, addMembers);
     if (!added)
-        m_error = ScriptError(int(ErrorNumber::InvalidCall), values::errorText(ErrorNumber::InvalidCall),
-                              QStringLiteral("ScriptControl"), 0, 0, {});
+        m_state->error = ScriptError(int(ErrorNumber::InvalidCall), values::errorText(ErrorNumber::InvalidCall),
+                                     QStringLiteral("ScriptControl"), 0, 0, {});
     return added;
 }
 

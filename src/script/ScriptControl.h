@@ -22,7 +22,7 @@ struct EngineSettings;
 ///
 /// Nothing is ever thrown: a call that fails says so in its result, and Error tells why. A script may call back into
 /// the control that runs it, Reset included: the program under way then goes on with its own variables until it
-/// returns. One control belongs to one thread.
+/// returns. The same holds when the host deletes the control under a script. One control belongs to one thread.
 class ScriptControl
 {
 public:
@@ -48,11 +48,11 @@ public:
     std::optional<values::Variant> Eval(const QString& expression);
 
     /// What went wrong in the last call that failed. A call that succeeds leaves it as it is.
-    ScriptError& Error() noexcept { return m_error; }
-    const ScriptError& Error() const noexcept { return m_error; }
+    ScriptError& Error() noexcept { return m_state->error; }
+    const ScriptError& Error() const noexcept { return m_state->error; }
 
     /// True inside a call of Run, AddCode or Eval.
-    bool isRunning() const noexcept { return m_running > 0; }
+    bool isRunning() const noexcept { return m_state->running > 0; }
     void setHost(ScriptHost* host) noexcept;
     const ScriptLimits& limits() const noexcept;
     /// Takes effect with the next look at the limits.
@@ -65,13 +65,18 @@ public:
     void setMemoryMeter(std::function<std::size_t()> meter);
 
 private:
+    /// What a call needs to its end, even if the script makes the host delete the control meanwhile.
+    struct State
+    {
+        std::shared_ptr<Engine> engine;
+        ScriptError error;
+        int running = 0;
+    };
     template <class Call>
     bool guarded(const QString& text, Call&& call);
 
     std::shared_ptr<EngineSettings> m_settings;
-    std::shared_ptr<Engine> m_engine;
-    ScriptError m_error;
-    int m_running = 0;
+    std::shared_ptr<State> m_state;
 };
 
 } // namespace zan::script

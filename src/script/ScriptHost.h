@@ -41,7 +41,7 @@ struct ScriptLimits
     /// Characters of one text; a longer one is error 14.
     std::size_t stringLength = 32u * 1024 * 1024;
     /// Characters of a script's text; a longer one does not compile (1001).
-    std::size_t codeLength = 4u * 1024 * 1024;
+    std::size_t codeLength = 1u * 1024 * 1024;
 };
 
 } // namespace zan::script

@@ -298,6 +298,18 @@ TEST(HostObjects, AScriptMayResetItsOwnControl)
     EXPECT_FALSE(control.Run(QStringLiteral("Main"))) << "the new program has no Main";
 }
 
+TEST(HostObjects, AScriptMayMakeTheHostDeleteItsControl)
+{
+    const auto recorder = make<Recorder>();
+    recorder->owned = std::make_unique<ScriptControl>();
+    recorder->owned->AddObject(QStringLiteral("R"), recorder);
+    ASSERT_TRUE(recorder->owned->AddCode(
+        QStringLiteral("Sub Main\nR.DestroyControl\nR.Echo \"still here\"\nx = 1 / 0\nEnd Sub")));
+    EXPECT_FALSE(recorder->owned->Run(QStringLiteral("Main")));
+    EXPECT_EQ(recorder->lines, QStringList(QStringLiteral("still here")));
+    EXPECT_EQ(recorder->references(), 1u);
+}
+
 TEST(HostObjects, AScriptsProcedureAndObjectCanBeKeptAndCalled)
 {
     ScriptControl control;

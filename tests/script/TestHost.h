@@ -66,6 +66,7 @@ public:
                 zan::binding::method<&Recorder::callBack>("CallBack"),
                 zan::binding::method<&Recorder::resetControl>("ResetControl"),
                 zan::binding::method<&Recorder::throwForeign>("ThrowForeign"),
+                zan::binding::method<&Recorder::destroyControl>("DestroyControl"),
                 zan::binding::method<&Recorder::keep>("Keep"),
                 zan::binding::method<&Recorder::callKept>("CallKept"),
                 zan::binding::property<&Recorder::level, &Recorder::setLevel>("Level"),
@@ -100,6 +101,7 @@ public:
         return *result;
     }
     void resetControl() { control->Reset(); }
+    void destroyControl() { owned.reset(); }
     void throwForeign() { throw std::runtime_error("not ours"); }
     void keep(const Variant& value) { kept = value; }
     Variant callKept(std::optional<Variant> argument)
@@ -122,6 +124,7 @@ public:
     void setChild(const Variant& child) { m_child = child; }
 
     ScriptControl* control = nullptr;
+    std::unique_ptr<ScriptControl> owned;
     QStringList lines;
     Variant kept;
 
