@@ -119,6 +119,9 @@ static_assert(sizeof(Instruction) == 16);
 inline constexpr int LeftLiteralShift = 8;
 inline constexpr int RightLiteralShift = 10;
 
+/// Flag of a Member operation: empty parentheses stand behind the name.
+inline constexpr std::uint16_t MemberWithParentheses = 2;
+
 enum class RunMode : std::uint16_t { Eval, Execute, ExecuteGlobal };
 
 struct ClassInfo;

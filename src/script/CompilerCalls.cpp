@@ -180,7 +180,10 @@ Operand Compiler::indexValue(const Expression& node, Operand wanted, bool statem
     if (left.kind == ExpressionKind::Member) {
         if (const ClassMember* own = ownMember(left); own && own->field < 0 && !own->isConstant)
             return callOwn(*own, node.arguments, statement ? NoOperand : destination(NoOperand, mark));
-        return callMember(*left.left, left.name, node.arguments, wanted, statement);
+        const Operand result = callMember(*left.left, left.name, node.arguments, wanted, statement);
+        if (node.arguments.empty() && m_body->procedure->code.back().op == Op::Member)
+            m_body->procedure->code.back().n |= MemberWithParentheses;
+        return result;
     }
     if (left.kind == ExpressionKind::WithMember) {
         const Operand object = withObject();

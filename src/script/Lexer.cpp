@@ -137,6 +137,8 @@ bool hasDateShape(QStringView text) noexcept
 
 std::vector<Token> Lexer::run()
 {
+    if (here() == u'\ufeff') // a byte order mark that a file brought along
+        m_lineStart = ++m_place;
     while (true) {
         skipBlanks();
         const char16_t c = here();

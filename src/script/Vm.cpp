@@ -490,7 +490,8 @@ void Vm::dispatch(std::size_t stopDepth)
             OP(Member)
             {
                 SAVE;
-                CALLED(getMember(READ(code->b), procedure->sites[code->c], nullptr, 0, code->a));
+                CALLED(getMember(READ(code->b), procedure->sites[code->c], nullptr, 0, code->a,
+                                 (code->n & MemberWithParentheses) != 0));
             }
             NEXT;
             OP(CallMember)

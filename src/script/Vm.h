@@ -150,13 +150,13 @@ private:
     bool nextFor(values::Variant& slot, const values::Variant* state);
     // VmCalls.cpp: true when a frame was pushed, so that the result comes later
     bool getMember(const values::Variant& object, Site& site, values::Variant* arguments, std::size_t count,
-                   Operand result);
+                   Operand result, bool parentheses = false);
     bool putMember(const values::Variant& object, Site& site, values::Variant* arguments, std::size_t count,
                    bool set);
     bool callDefault(const values::Variant& value, values::Variant* arguments, std::size_t count, Operand result);
     values::Variant callBuiltin(std::uint32_t number, const values::Variant* arguments, std::size_t count);
     bool callInstance(Instance& object, const ClassMember* member, values::Variant* arguments, std::size_t count,
-                      Operand result);
+                      Operand result, bool parentheses = false);
     bool putInstance(Instance& object, const ClassMember* member, values::Variant* arguments, std::size_t count,
                      bool set);
     bool isInsideClass(const ClassInfo& info) const noexcept;

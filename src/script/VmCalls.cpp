@@ -59,7 +59,8 @@ Variant* Vm::onStack(Variant* arguments, std::size_t count)
     return base;
 }
 
-bool Vm::getMember(const Variant& target, Site& site, Variant* arguments, std::size_t count, Operand result)
+bool Vm::getMember(const Variant& target, Site& site, Variant* arguments, std::size_t count, Operand result,
+                   bool parentheses)
 {
     if (Instance* object = ownObject<Instance>(target, m_engine)) {
         if (site.classSerial != object->info().serial) {
@@ -68,7 +69,7 @@ bool Vm::getMember(const Variant& target, Site& site, Variant* arguments, std::s
         }
         if (!site.member)
             throw NamedError(ErrorNumber::NoSuchMember, site.name);
-        return callInstance(*object, site.member, arguments, count, result);
+        return callInstance(*object, site.member, arguments, count, result, parentheses);
     }
     if (!target.isObject())
         throw NamedError(ErrorNumber::ObjectRequired, site.name);
@@ -94,7 +95,7 @@ bool Vm::getMember(const Variant& target, Site& site, Variant* arguments, std::s
 }
 
 bool Vm::callInstance(Instance& object, const ClassMember* member, Variant* arguments, std::size_t count,
-                      Operand result)
+                      Operand result, bool parentheses)
 {
     const bool inside = isInsideClass(object.info());
     const auto refuse = [member] { throw NamedError(ErrorNumber::NoSuchMember, member->name); };
@@ -103,6 +104,9 @@ bool Vm::callInstance(Instance& object, const ClassMember* member, Variant* argu
             refuse();
         Variant value = member->isConstant ? member->constant : object.fields()[member->field];
         if (count == 0) {
+            // COMPAT: a field that is no array cannot be read with empty parentheses, though it can be assigned so.
+            if (parentheses && !value.isArray() && !value.isObject())
+                values::raise(ErrorNumber::InvalidCall);
             deliver(result, std::move(value));
             return false;
         }

@@ -108,6 +108,14 @@ TEST(ScriptControl, ArgumentsFromOutsideMayBeChangedWithoutHarm)
     EXPECT_EQ(argument.text(), "x");
 }
 
+TEST(ScriptControl, AByteOrderMarkIsPassedOver)
+{
+    ScriptControl control;
+    EXPECT_FALSE(control.AddCode(QChar(0xfeff) + QStringLiteral("x = 1 / 0")));
+    EXPECT_EQ(control.Error().Number(), 11);
+    EXPECT_EQ(control.Error().Column(), 0);
+}
+
 TEST(ScriptControl, TextsAddUp)
 {
     ScriptControl control;

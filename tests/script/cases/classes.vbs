@@ -135,6 +135,10 @@ Fails 438, "x = o.Missing"
 Fails 438, "o.Missing = 1"
 Fails 438, "o.Missing 1"
 Fails 438, "x = o.Scalar(1)"
+o.Scalar = 6
+Fails 5, "x = o.Scalar()"
+o.Scalar() = 7
+Same o.Scalar, 7, "a field assigned with empty parentheses"
 Fails 450, "x = o.F"
 Fails 450, "o.F 1, 2"
 Fails 450, "x = o.At"
