@@ -26,12 +26,12 @@ void MemberTable::buildIndex()
     std::size_t size = 8;
     while (size < m_members.size() * 2)
         size *= 2;
-    m_slots.assign(size, nullptr);
+    m_slots.assign(size, {});
     for (const Member& member : m_members) {
         std::size_t slot = std::hash<Name>()(member.name.folded()) & (size - 1);
-        while (m_slots[slot])
+        while (m_slots[slot].member)
             slot = (slot + 1) & (size - 1);
-        m_slots[slot] = &member;
+        m_slots[slot] = {member.name.folded(), &member};
         if (member.isDefault)
             m_default = &member;
     }
@@ -41,9 +41,9 @@ const Member* MemberTable::find(Name name) const noexcept
 {
     const Name folded = name.folded();
     const std::size_t mask = m_slots.size() - 1;
-    for (std::size_t slot = std::hash<Name>()(folded) & mask; m_slots[slot]; slot = (slot + 1) & mask) {
-        if (m_slots[slot]->name.folded() == folded)
-            return m_slots[slot];
+    for (std::size_t slot = std::hash<Name>()(folded) & mask; m_slots[slot].member; slot = (slot + 1) & mask) {
+        if (m_slots[slot].folded == folded)
+            return m_slots[slot].member;
     }
     return nullptr;
 }

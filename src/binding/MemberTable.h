@@ -55,7 +55,13 @@ private:
 
     QString m_className;
     std::vector<Member> m_members;
-    std::vector<const Member*> m_slots; // open addressing by the folded name's address; size a power of two
+    /// A slot holds the folded name itself: a search that passes it over does not look at the member.
+    struct Slot
+    {
+        Name folded;
+        const Member* member = nullptr;
+    };
+    std::vector<Slot> m_slots; // open addressing by the folded name's address; size a power of two
     const Member* m_default = nullptr;
 };
 

@@ -32,6 +32,26 @@ std::optional<Variant> wholeNumber(double number)
     return Variant(static_cast<T>(rounded));
 }
 
+/// A text that is a whole number of a few digits and nothing else, as most numbers of a document are: its value
+/// needs no general parser.
+std::optional<std::int32_t> plainWholeNumber(const QString& text) noexcept
+{
+    constexpr qsizetype MostDigits = 9;
+    const auto* at = text.utf16();
+    const auto* const end = at + text.size();
+    const bool isNegative = at != end && *at == u'-';
+    at += isNegative;
+    if (at == end || end - at > MostDigits || (isNegative && *at == u'0')) // "-0" has a sign that counts
+        return std::nullopt;
+    std::int32_t number = 0;
+    for (; at != end; ++at) {
+        if (*at < u'0' || *at > u'9')
+            return std::nullopt;
+        number = number * 10 + (*at - u'0');
+    }
+    return isNegative ? -number : number;
+}
+
 /// The value that an element's text stands for, for a property of this type; nothing when it has no place there.
 std::optional<Variant> valueFromText(ValueType type, const QString& text)
 {
@@ -39,7 +59,8 @@ std::optional<Variant> valueFromText(ValueType type, const QString& text)
         return Variant(text);
     if (type == ValueType::Object || type == ValueType::None)
         return std::nullopt;
-    const double number = values::val(text);
+    const std::optional<std::int32_t> whole = plainWholeNumber(text);
+    const double number = whole ? double(*whole) : values::val(text);
     if (!std::isfinite(number)) // more digits than any number has room for
         return std::nullopt;
     switch (type) {
@@ -54,6 +75,19 @@ std::optional<Variant> valueFromText(ValueType type, const QString& text)
         return wholeNumber<std::int32_t>(number);
     default:
         return Variant(number);
+    }
+}
+
+AccessStatus assign(Object& object, const Member& member, const Variant& value) noexcept
+{
+    if (member.requiredArguments > 0)
+        return AccessStatus::Refused;
+    try {
+        const Ref<Object> alive(&object);
+        member.put(object, {}, value);
+        return AccessStatus::Ok;
+    } catch (const RuntimeError&) {
+        return AccessStatus::Refused;
     }
 }
 
@@ -120,17 +154,7 @@ AccessStatus Object::tryPut(Name name, const Variant& value) noexcept
     const Member* member = members().find(name);
     if (!member)
         return AccessStatus::UnknownName;
-    if (!member->put)
-        return AccessStatus::ReadOnly;
-    if (member->requiredArguments > 0)
-        return AccessStatus::Refused;
-    try {
-        const Ref<Object> alive(this);
-        member->put(*this, {}, value);
-        return AccessStatus::Ok;
-    } catch (const RuntimeError&) {
-        return AccessStatus::Refused;
-    }
+    return member->put ? assign(*this, *member, value) : AccessStatus::ReadOnly;
 }
 
 AccessStatus Object::tryPutText(Name name, const QString& text) noexcept
@@ -141,7 +165,7 @@ AccessStatus Object::tryPutText(Name name, const QString& text) noexcept
     if (!member->put)
         return AccessStatus::ReadOnly;
     const std::optional<Variant> value = valueFromText(member->type, text);
-    return value ? tryPut(name, *value) : AccessStatus::Refused;
+    return value ? assign(*this, *member, *value) : AccessStatus::Refused;
 }
 
 Object& objectOf(const Variant& value)

@@ -6,6 +6,7 @@
 
 #include <QString>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <span>
@@ -67,6 +68,10 @@ public:
     /// the default member. Arguments given to a property that takes none go to the default member of its value,
     /// so that `Scheme.Windows("A")` reads an item. Classes whose members are not in a table (those of a script, say) override it.
     virtual Variant invoke(Name name, Access access, Arguments arguments);
+
+    /// How often what the object shows or stands for has changed, so that whoever has looked at it at an equal count
+    /// need not look again. 0 for an object that does not count: nothing follows from it then.
+    virtual std::uint32_t revision() const { return 0; }
 
     /// Items for For Each; nothing for an object that is no collection.
     virtual std::unique_ptr<Enumerator> enumerate();

@@ -11,6 +11,7 @@ struct Name::Record
 {
     QString text;
     const Record* folded; // itself when the text has no upper case
+    const Record* local;  // itself when the text has no colon; null when nothing follows the colon
 };
 
 struct Name::Table
@@ -25,9 +26,13 @@ struct Name::Table
             return *found;
         const QString foldedText = text.toCaseFolded();
         const Record* folded = foldedText == text ? nullptr : intern(foldedText);
-        Record& record = records.emplace_back(Record{text, folded});
+        const qsizetype colon = text.lastIndexOf(u':');
+        const Record* local = colon < 0 || colon + 1 == text.size() ? nullptr : intern(text.mid(colon + 1));
+        Record& record = records.emplace_back(Record{text, folded, local});
         if (!record.folded)
             record.folded = &record;
+        if (colon < 0)
+            record.local = &record;
         byText.insert(text, &record);
         return &record;
     }
@@ -62,6 +67,11 @@ const QString& Name::text() const noexcept
 Name Name::folded() const noexcept
 {
     return m_record ? Name(m_record->folded) : Name();
+}
+
+Name Name::localPart() const noexcept
+{
+    return m_record ? Name(m_record->local) : Name();
 }
 
 } // namespace zan::values

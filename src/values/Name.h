@@ -26,6 +26,8 @@ public:
     bool isEmpty() const noexcept { return m_record == nullptr; }
     /// The same name without regard to case. Folding is the simple Unicode one, never the user's locale.
     Name folded() const noexcept;
+    /// The part after the last colon: a name of a document without its prefix. The name itself when it has none.
+    Name localPart() const noexcept;
     bool equalsIgnoringCase(Name other) const noexcept { return folded() == other.folded(); }
 
     /// Address of the record, for hashing; stable for the life of the process.
@@ -35,7 +37,9 @@ public:
 private:
     struct Record;
     struct Table;
-    explicit Name(const Record* record) noexcept : m_record(record) {}
+    explicit Name(const Record* record) noexcept
+        : m_record(record)
+    {}
     const Record* m_record = nullptr;
 };
 
