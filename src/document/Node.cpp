@@ -322,15 +322,15 @@ Node Node::newDocument()
     return Node(new Record(NodeType::Document));
 }
 
-void Node::watch() const noexcept
+void Node::watch(Watch watcher) const noexcept
 {
     if (m_record)
-        m_record->watched = true;
+        m_record->watchers |= std::uint8_t(watcher);
 }
 
-std::uint64_t Node::watchedChanges() noexcept
+std::uint64_t Node::watchedChanges(Watch watcher) noexcept
 {
-    return Record::watchedChanges;
+    return Record::changesSeenBy(watcher);
 }
 
 } // namespace zan::document

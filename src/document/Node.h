@@ -100,12 +100,19 @@ public:
 
     static Node newDocument();
 
-    /// Marks the node for readers that keep something they derived from it: from now on a change of its text, of its
+    /// Who keeps something that was derived from nodes. Each has a count of its own, so that the changes which one
+    /// waits for do not make the other start over.
+    enum class Watch : unsigned char {
+        Keys = 1,    ///< indices by key
+        Display = 2, ///< what controls show
+    };
+    /// Marks the node for a reader that keeps something derived from it: from now on a change of its text, of its
     /// list of children or of its place in its parent counts as a watched change. What happens deeper down does not.
     /// Nothing on a null handle; there is no way back, and a mark costs nothing.
-    void watch() const noexcept;
-    /// How often watched nodes of this thread have changed. What was derived at an equal count still holds.
-    static std::uint64_t watchedChanges() noexcept;
+    void watch(Watch watcher = Watch::Keys) const noexcept;
+    /// How often nodes of this thread which this reader watches have changed. What was derived at an equal count
+    /// still holds.
+    static std::uint64_t watchedChanges(Watch watcher = Watch::Keys) noexcept;
 
     /// For the parser and the writer: they build and read records.
     Record* record() const noexcept { return m_record; }

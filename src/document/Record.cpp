@@ -1,8 +1,31 @@
 #include "document/Record.h"
 
+#include "document/RecordPool.h"
+
 namespace zan::document {
 
-thread_local std::uint64_t Node::Record::watchedChanges = 0;
+namespace {
+
+struct ChangeCounts
+{
+    std::uint64_t keys = 0;
+    std::uint64_t display = 0;
+};
+thread_local ChangeCounts changeCounts;
+
+} // namespace
+
+void Node::Record::countChange(unsigned watchers) noexcept
+{
+    ChangeCounts& counts = changeCounts;
+    counts.keys += (watchers & unsigned(Watch::Keys)) != 0;
+    counts.display += (watchers & unsigned(Watch::Display)) != 0;
+}
+
+std::uint64_t Node::Record::changesSeenBy(Watch watcher) noexcept
+{
+    return watcher == Watch::Keys ? changeCounts.keys : changeCounts.display;
+}
 
 void Node::Record::retain() noexcept
 {
@@ -29,8 +52,7 @@ void Node::Record::link(Record* child) noexcept
     child->previous = last;
     (last ? last->next : first) = child;
     last = child;
-    if (watched || child->watched)
-        ++watchedChanges;
+    noteChange(watchers | child->watchers);
 }
 
 void Node::Record::unlink(Record* child) noexcept
@@ -39,8 +61,7 @@ void Node::Record::unlink(Record* child) noexcept
     (child->next ? child->next->previous : last) = child->previous;
     child->next = child->previous = nullptr;
     child->attached = false;
-    if (watched || child->watched)
-        ++watchedChanges;
+    noteChange(watchers | child->watchers);
 }
 
 Node::Record* Node::Record::add(NodeType childType, Name childName)
@@ -77,7 +98,7 @@ void Node::Record::destroy() noexcept
         Record* const sibling = record->next;
         Record* const above = record->up;
         const bool done = record == this;
-        delete record;
+        RecordPool::destroy(record);
         if (done)
             return;
         above->first = sibling;

@@ -25,10 +25,11 @@ struct Node::Record
 
     std::uint32_t references = 0;
     NodeType type;
-    bool attached = false; ///< `up` is the parent; otherwise `up` is the document the node belongs to
-    bool watched = false;  ///< somebody keeps something derived from the record: changes are counted
-    Name name;             ///< of an element or an instruction
-    Record* up = nullptr;  ///< null for a document only
+    bool attached = false;     ///< `up` is the parent; otherwise `up` is the document the node belongs to
+    std::uint8_t watchers = 0; ///< bits of Node::Watch: who keeps something derived from the record
+    std::uint8_t slot = 0;     ///< place in its slab, from 1; 0 for a record that was made alone
+    Name name;                 ///< of an element or an instruction
+    Record* up = nullptr;      ///< null for a document only
     Record* first = nullptr;
     Record* last = nullptr;
     Record* next = nullptr;
@@ -59,13 +60,21 @@ struct Node::Record
     /// Counts a change of the text, if anybody watches.
     void noteChange() const noexcept
     {
-        if (watched || (type == NodeType::Text && attached && up->watched))
-            ++watchedChanges;
+        noteChange(watchers | (type == NodeType::Text && attached ? up->watchers : 0));
     }
-    static thread_local std::uint64_t watchedChanges;
+    /// Counts a change for these watchers.
+    static void noteChange(unsigned watchers) noexcept
+    {
+        if (watchers != 0)
+            countChange(watchers);
+    }
+    static std::uint64_t changesSeenBy(Watch watcher) noexcept;
 
     /// Frees this record and everything below it, whatever its depth.
     void destroy() noexcept;
+
+private:
+    static void countChange(unsigned watchers) noexcept;
 };
 
 static_assert(sizeof(void*) != 8 || sizeof(Node::Record) == 88);

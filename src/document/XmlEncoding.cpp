@@ -67,16 +67,22 @@ QByteArray singleBytesToUtf8(const QByteArray& bytes, bool isWindows)
     return text.toUtf8();
 }
 
-/// Whether eight bytes are printing ASCII characters other than `<`.
-bool isPlain(const unsigned char* at)
+constexpr qsizetype BlockSize = 64;
+
+/// Counts the `<` of a block of ASCII characters that XML allows; -1 for any other block. Without branches, so that
+/// the compiler takes many bytes at a time.
+int countTagsOfPlainBlock(const unsigned char* at)
 {
-    constexpr std::uint64_t Ones = 0x0101010101010101u;
-    constexpr std::uint64_t Highs = 0x80 * Ones;
-    std::uint64_t bytes;
-    std::memcpy(&bytes, at, sizeof bytes);
-    const std::uint64_t below = bytes - 0x20 * Ones;        // borrows where a byte is a control character
-    const std::uint64_t tags = (bytes ^ '<' * Ones) - Ones; // and where it is a `<`
-    return ((bytes | below | tags) & Highs) == 0;
+    std::uint8_t others = 0;
+    std::uint8_t tags = 0;
+    for (qsizetype i = 0; i < BlockSize; ++i) {
+        const unsigned char byte = at[i];
+        const auto isControl = std::uint8_t(byte < 0x20);
+        const auto isBlankControl = std::uint8_t((byte == '\t') | (byte == '\n') | (byte == '\r'));
+        others = std::uint8_t(others | (isControl & (isBlankControl ^ 1)) | (byte >> 7));
+        tags = std::uint8_t(tags + (byte == '<'));
+    }
+    return others != 0 ? -1 : tags;
 }
 
 /// Bytes of the character that starts here; 0 when they are no character that XML allows.
@@ -166,10 +172,16 @@ bool checkCharacters(const QByteArray& utf8, qsizetype mostTags, ParseError& err
 {
     const auto* const begin = reinterpret_cast<const unsigned char*>(utf8.constData());
     const auto* const end = begin + utf8.size();
+    const unsigned char* noBlock = begin; // up to here bytes are looked at one by one
     for (const unsigned char* at = begin; at != end;) {
-        if (end - at >= 8 && isPlain(at)) {
-            at += 8;
-            continue;
+        if (end - at >= BlockSize && at >= noBlock) {
+            const int tags = countTagsOfPlainBlock(at);
+            if (tags >= 0 && tags <= mostTags) {
+                mostTags -= tags;
+                at += BlockSize;
+                continue;
+            }
+            noBlock = at + BlockSize;
         }
         if (*at >= 0x20 && *at < 0x80) {
             if (*at == '<' && --mostTags < 0) {

@@ -19,6 +19,32 @@ namespace {
 constexpr qsizetype LongestName = 1024;
 constexpr std::size_t FewAttributes = 16;
 
+// What a byte of a piece of text needs more than being copied, by what the piece is.
+constexpr std::uint8_t SpecialInText = 1;
+constexpr std::uint8_t SpecialInAttribute = 2;
+constexpr std::uint8_t SpecialInPlain = 4;
+
+constexpr std::array<std::uint8_t, 256> makeSpecialBytes()
+{
+    std::array<std::uint8_t, 256> special{};
+    special['\r'] = SpecialInText | SpecialInAttribute | SpecialInPlain;
+    special['&'] = SpecialInText | SpecialInAttribute;
+    special['>'] = SpecialInText; // where it ends a "]]>"
+    special['<'] = special['\n'] = special['\t'] = SpecialInAttribute;
+    for (std::size_t byte = 0x80; byte < special.size(); ++byte)
+        special[byte] = SpecialInText | SpecialInAttribute | SpecialInPlain; // to be decoded
+    return special;
+}
+constexpr std::array<std::uint8_t, 256> SpecialBytes = makeSpecialBytes();
+
+bool hasSpecialBytes(const char* raw, qsizetype size, std::uint8_t special) noexcept
+{
+    std::uint8_t met = 0;
+    for (qsizetype i = 0; i < size; ++i)
+        met |= SpecialBytes[static_cast<unsigned char>(raw[i])];
+    return (met & special) != 0;
+}
+
 bool isBlank(const char* raw) noexcept
 {
     for (; *raw; ++raw) {
@@ -176,7 +202,8 @@ bool XmlReader::addNode(Level& level, const pugi::xml_node& node)
 
 bool XmlReader::addElement(const Level& level, const pugi::xml_node& node)
 {
-    const char* const place = node.name() - 1;
+    const char* const rawName = node.name();
+    const char* const place = rawName - 1;
     if (!count(place))
         return false;
     if (int(m_levels.size()) > m_limits.depth)
@@ -185,11 +212,13 @@ bool XmlReader::addElement(const Level& level, const pugi::xml_node& node)
     if (parent->type == NodeType::Document && std::exchange(m_hasElement, true))
         return fail(place, "A document has one outermost element; this is a second one.");
     Name name;
-    if (!readName(node.name(), name))
+    if (!readName(rawName, name))
         return false;
-    Node::Record* const element = parent->add(NodeType::Element, name);
-    if (!addAttributes(element, node))
+    Node::Record* const element = add(parent, NodeType::Element, name);
+    if (node.first_attribute() && !addAttributes(element, node))
         return false;
+    if (!node.first_child()) // most elements hold one text, or nothing
+        return readText(node.value(), Where::Text, element->text);
     const Content content(node);
     if (!content.hasMarkup)
         return addLeafText(element, node);
@@ -255,7 +284,7 @@ bool XmlReader::addText(const Level& level, const char* raw, bool isCData)
     }
     if (!count(raw))
         return false;
-    level.record->add(NodeType::Text)->text = text;
+    add(level.record, NodeType::Text)->text = text;
     return true;
 }
 
@@ -281,7 +310,7 @@ bool XmlReader::addComment(const Level& level, const pugi::xml_node& node)
     const std::size_t size = std::strlen(raw);
     if (dashes || (size > 0 && raw[size - 1] == '-'))
         return fail(dashes ? dashes : raw + size - 1, "A comment cannot hold --.");
-    return readText(raw, Where::Plain, level.record->add(NodeType::Comment)->text);
+    return readText(raw, Where::Plain, add(level.record, NodeType::Comment)->text);
 }
 
 bool XmlReader::addInstruction(const Level& level, const pugi::xml_node& node)
@@ -289,7 +318,14 @@ bool XmlReader::addInstruction(const Level& level, const pugi::xml_node& node)
     Name target;
     if (!count(node.name()) || !readName(node.name(), target))
         return false;
-    return readText(node.value(), Where::Plain, level.record->add(NodeType::ProcessingInstruction, target)->text);
+    return readText(node.value(), Where::Plain, add(level.record, NodeType::ProcessingInstruction, target)->text);
+}
+
+Node::Record* XmlReader::add(Node::Record* parent, NodeType type, Name name)
+{
+    Node::Record* const record = m_pool.make(type, name);
+    parent->link(record);
+    return record;
 }
 
 bool XmlReader::count(const char* place)
@@ -299,19 +335,34 @@ bool XmlReader::count(const char* place)
 
 bool XmlReader::readName(const char* raw, Name& name)
 {
-    const QByteArrayView bytes(raw);
+    const std::size_t size = std::strlen(raw);
+    const auto byte = [&](std::size_t place) { return std::size_t(static_cast<unsigned char>(raw[place])); };
+    const std::size_t mixed = size == 0 ? 0 : size + 5 * byte(0) + 19 * byte(size / 2) + 71 * byte(size - 1);
+    KnownName& known = m_knownNames[mixed % m_knownNames.size()];
+    if (known.bytes && known.size == size && std::memcmp(known.bytes, raw, size) == 0) {
+        name = known.name;
+        return true;
+    }
+    if (!readNewName({raw, qsizetype(size)}, name))
+        return false;
+    known = {raw, size, name};
+    return true;
+}
+
+bool XmlReader::readNewName(QByteArrayView bytes, Name& name)
+{
     if (const auto known = m_names.constFind(bytes); known != m_names.constEnd()) {
         name = *known;
         return true;
     }
     const QString text = fromUtf8(bytes);
     if (!isXmlName(text))
-        return fail(raw, "The name is not one that XML allows.");
+        return fail(bytes.data(), "The name is not one that XML allows.");
     if (bytes.size() > LongestName)
-        return fail(raw, "The name is too long.");
+        return fail(bytes.data(), "The name is too long.");
     // Names live as long as the process, so that their number is not the document's to choose.
     if (m_names.size() >= m_limits.names)
-        return fail(raw, "The document has too many different names.");
+        return fail(bytes.data(), "The document has too many different names.");
     name = Name(text);
     m_names.insert(bytes, name);
     return true;
@@ -343,6 +394,13 @@ bool XmlReader::readText(const char* raw, Where where, QString& text)
 
 bool XmlReader::readLongText(const char* raw, qsizetype size, Where where, QString& text)
 {
+    const std::uint8_t special = where == Where::Text        ? SpecialInText
+                                 : where == Where::Attribute ? SpecialInAttribute
+                                                             : SpecialInPlain;
+    if (!hasSpecialBytes(raw, size, special)) {
+        text = QString::fromLatin1(raw, size);
+        return true;
+    }
     const char* const end = raw + size;
     const char* plain = raw; // start of what is taken as it stands
     text = QString();

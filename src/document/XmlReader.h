@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/RecordPool.h"
 #include "document/XmlText.h"
 
 #include <QByteArray>
@@ -44,9 +45,11 @@ private:
     bool addComment(const Level& level, const pugi::xml_node& node);
     bool addInstruction(const Level& level, const pugi::xml_node& node);
     bool addLeafText(Node::Record* element, const pugi::xml_node& node);
+    Node::Record* add(Node::Record* parent, NodeType type, Name name = {});
 
     bool count(const char* place);
     bool readName(const char* raw, Name& name);
+    bool readNewName(QByteArrayView bytes, Name& name);
     bool readText(const char* raw, Where where, QString& text);
     bool readLongText(const char* raw, qsizetype size, Where where, QString& text);
     bool readReference(const char*& at, QString& text);
@@ -62,7 +65,17 @@ private:
     std::int64_t m_nodes = 0;
     bool m_hasElement = false; ///< the outermost element has been met
     std::vector<Level> m_levels;
-    QHash<QByteArrayView, Name> m_names;
+    RecordPool m_pool;
+    QHash<QByteArrayView, Name> m_names; ///< every name met, by its bytes in the buffer
+
+    /// Names met lately, found without hashing all of their bytes: a document has few, over and over.
+    struct KnownName
+    {
+        const char* bytes = nullptr;
+        std::size_t size = 0;
+        Name name;
+    };
+    std::array<KnownName, 256> m_knownNames;
 
     /// Texts read lately, so that the "-1" of ten thousand elements is one.
     struct ShortText
