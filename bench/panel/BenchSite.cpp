@@ -27,11 +27,10 @@ void writeScheme(const QString& path, int labels)
             << (i % Columns) * LabelWidth * 15 << "</LEFT><TOP>" << (i / Columns) * LabelHeight * 15
             << "</TOP><WIDTH>" << LabelWidth * 15 << "</WIDTH><HEIGHT>" << LabelHeight * 15
             << "</HEIGHT><BACKCOLOR>-2147483633</BACKCOLOR><FORECOLOR>-2147483630</FORECOLOR>"
-               "<TOOLTIPTEXT>Label</TOOLTIPTEXT><VISIBLE>-1</VISIBLE><USEWINDOWSETTINGS>-1</USEWINDOWSETTINGS>"
+               "<VISIBLE>-1</VISIBLE><USEWINDOWSETTINGS>-1</USEWINDOWSETTINGS>"
                "<BINDTO>RTD|C"
             << i
-            << "</BINDTO><CAPTION>0.00</CAPTION><SHOWLABELS>0</SHOWLABELS><ADDLABELSEPERATORS>0</"
-               "ADDLABELSEPERATORS>"
+            << "</BINDTO><SHOWLABELS>0</SHOWLABELS><ADDLABELSEPERATORS>0</ADDLABELSEPERATORS>"
                "<FONT><NAME>DejaVu Sans</NAME><SIZE>8.25</SIZE><WEIGHT>400</WEIGHT></FONT></CONTROL>\n";
     out << "</WINDOW></SCHEME>\n";
 }

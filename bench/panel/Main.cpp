@@ -71,7 +71,6 @@ struct Bare
             auto* label = new QLabel(QStringLiteral("0.00"), &window);
             label->setGeometry((i % bench::Columns) * bench::LabelWidth, (i / bench::Columns) * bench::LabelHeight,
                                bench::LabelWidth, bench::LabelHeight);
-            label->setToolTip(QStringLiteral("Label"));
             labels.push_back(label);
         }
         window.resize(gridSize(count));
@@ -114,7 +113,6 @@ struct Panel
     std::unique_ptr<window::BenchWindow> window;
     std::vector<Ref<site::Channel>> channels;
 };
-
 
 void report(const char* what, int count, const char* unit, double panel, double bare)
 {
@@ -230,6 +228,16 @@ void measureMemory(const QString& file, int count)
            double(withBare - middle) / count);
 }
 
+/// Milliseconds of a load.
+double measureAll(const QString& file, int count)
+{
+    const int runs = count > 1000 ? 5 : 11;
+    const double load = measureLoad(file, count, runs);
+    measureScan(file, count, runs * 3);
+    measureMemory(file, count);
+    return load;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -248,14 +256,19 @@ int main(int argc, char** argv)
         paintPending();
         return 0;
     }
+    if (argc == 2) {
+        // One number of labels only.
+        const int count = QByteArray(argv[1]).toInt();
+        const QString file = folder.filePath(QStringLiteral("one.scheme"));
+        bench::writeScheme(file, count);
+        measureAll(file, count);
+        return 0;
+    }
     std::vector<double> loads;
     for (const int count : {100, 1000, 10000}) {
         const QString file = folder.filePath(QStringLiteral("%1.scheme").arg(count));
         bench::writeScheme(file, count);
-        const int runs = count > 1000 ? 5 : 11;
-        loads.push_back(measureLoad(file, count, runs));
-        measureScan(file, count, runs * 3);
-        measureMemory(file, count);
+        loads.push_back(measureAll(file, count));
     }
     std::printf("load of 10,000 over load of 1,000: %.2f\n", loads[2] / loads[1]);
     const QString file = folder.filePath(QStringLiteral("many.scheme"));
