@@ -1,14 +1,19 @@
 #include "halyard/ResultQueue.h"
 
 #include <QCoreApplication>
+#include <QEvent>
 
 namespace zan::halyard {
 
-QEvent::Type ResultQueue::eventType()
+namespace {
+
+QEvent::Type eventType()
 {
     static const auto type = static_cast<QEvent::Type>(QEvent::registerEventType());
     return type;
 }
+
+} // namespace
 
 void ResultQueue::post(Result result)
 {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QEvent>
 #include <QObject>
 
 #include <deque>
@@ -21,9 +20,7 @@ public:
         : m_receiver(&receiver)
     {}
 
-    /// Kind of the event that the receiver gets, by customEvent().
-    static QEvent::Type eventType();
-    /// Hands a result over; dropped when the receiver is gone. Any thread.
+    /// Hands a result over and sends the receiver a custom event; dropped when the receiver is gone. Any thread.
     void post(Result result);
     /// The oldest result, or nothing. User-interface thread.
     Result take();

@@ -155,9 +155,8 @@ TEST_F(Link, ABreakIsFoundWithoutPollingToo)
 {
     start();
     connectLogger();
-    settle();
-    script->setResult("check", {DriverStatus::Broken, QStringLiteral("Line dead.")});
     ASSERT_TRUE(spinUntil([&] { return clock->hasTimer(); }));
+    script->setResult("check", {DriverStatus::Broken, QStringLiteral("Line dead.")});
     clock->advance(1000);
     ASSERT_TRUE(waitForEvent("State 4"));
 }

@@ -103,12 +103,15 @@ TEST(LoggerUri, LaterDriversAreFoundByTheirScheme)
             error = QStringLiteral("no such unit");
         return std::make_unique<SimulatedDriver>(SimulatedOptions(), request.clock);
     };
-    EXPECT_TRUE(registerDriver(QStringLiteral("test-bus"), factory));
-    EXPECT_FALSE(registerDriver(QStringLiteral("TEST-BUS"), factory));
+    static int run = 0; // a scheme stays known for the life of the process
+    const QString name = QStringLiteral("test-bus%1").arg(++run);
+    EXPECT_TRUE(registerDriver(name, factory));
+    EXPECT_FALSE(registerDriver(name.toUpper(), factory));
     EXPECT_FALSE(registerDriver(QStringLiteral("sim"), factory));
-    EXPECT_EQ(driverSchemes(), (QStringList{QStringLiteral("sim"), QStringLiteral("test-bus")}));
-    EXPECT_EQ(errorOfUri(QStringLiteral("test-bus://host:5?unit=3&endian=little")), "");
-    EXPECT_EQ(errorOfUri(QStringLiteral("test-bus://host:5?unit=4&endian=little")), "no such unit");
+    EXPECT_TRUE(driverSchemes().contains(name));
+    EXPECT_TRUE(driverSchemes().contains(QStringLiteral("sim")));
+    EXPECT_EQ(errorOfUri(name + QStringLiteral("://host:5?unit=3&endian=little")), "");
+    EXPECT_EQ(errorOfUri(name + QStringLiteral("://host:5?unit=4&endian=little")), "no such unit");
     EXPECT_EQ(made, 2);
 }
 
