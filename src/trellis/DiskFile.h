@@ -15,7 +15,9 @@ namespace zan::trellis {
 struct FileStamp
 {
     std::int64_t size = -1; ///< -1 when there was no file
-    QByteArray hash;
+    /// 128 bits of a hash that is fast, for it is taken at every opening; it need not resist anybody, for who can
+    /// write the file can overwrite it without our help.
+    std::uint64_t hash[2] = {};
     static FileStamp of(const QByteArray& content);
     friend bool operator==(const FileStamp&, const FileStamp&) = default;
 };

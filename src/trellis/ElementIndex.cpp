@@ -3,11 +3,52 @@
 #include "trellis/Elements.h"
 #include "values/Convert.h"
 
+#include <algorithm>
 #include <unordered_map>
 
 namespace zan::trellis {
 
 using document::Node;
+
+namespace {
+
+// Keys are compared without regard to case. Nearly all are ASCII: they are kept and looked up as they stand, so that
+// resolving ten thousand bindings makes no folded copies. Any other key is folded first; what folding leaves may be
+// ASCII again, so that both kinds lie in one table.
+
+bool isAscii(QStringView text) noexcept
+{
+    char16_t all = 0;
+    for (const QChar unit : text)
+        all |= unit.unicode();
+    return all < 0x80;
+}
+
+QString comparable(const QString& key)
+{
+    return isAscii(key) ? key : key.toCaseFolded();
+}
+
+constexpr char16_t lower(char16_t unit) noexcept
+{
+    return unit >= u'A' && unit <= u'Z' ? char16_t(unit | 0x20) : unit;
+}
+
+std::size_t hashOf(QStringView key) noexcept
+{
+    std::uint64_t hash = 0xCBF29CE484222325u;
+    for (const QChar unit : key)
+        hash = (hash ^ lower(unit.unicode())) * 0x100000001B3u;
+    return std::size_t(hash ^ (hash >> 29));
+}
+
+bool isSameKey(QStringView a, QStringView b) noexcept
+{
+    return a.size() == b.size() && std::equal(a.utf16(), a.utf16() + a.size(), b.utf16(),
+                                              [](char16_t x, char16_t y) { return lower(x) == lower(y); });
+}
+
+} // namespace
 
 ElementIndex::ElementIndex(Node parent, document::Name elementName)
     : m_parent(std::move(parent))
@@ -29,8 +70,30 @@ ElementIndex::Entry* ElementIndex::at(std::size_t place)
 ElementIndex::Entry* ElementIndex::find(const QString& key)
 {
     bringUpToDate();
-    const auto found = m_places.constFind(key.toCaseFolded());
-    return found == m_places.constEnd() ? nullptr : &m_entries[*found];
+    if (m_slots.empty())
+        return nullptr;
+    const std::uint32_t found = m_slots[slotOf(comparable(key))];
+    return found == 0 ? nullptr : &m_entries[found - 1];
+}
+
+/// The slot of a key that is comparable, or the free one where it would stand.
+std::size_t ElementIndex::slotOf(const QString& key) const
+{
+    const std::size_t mask = m_slots.size() - 1;
+    std::size_t slot = hashOf(key) & mask;
+    while (m_slots[slot] != 0 && !isSameKey(m_entries[m_slots[slot] - 1].key, key))
+        slot = (slot + 1) & mask;
+    return slot;
+}
+
+void ElementIndex::resizeSlots()
+{
+    const std::vector<std::uint32_t> former = std::move(m_slots);
+    m_slots.assign(std::max<std::size_t>(16, former.size() * 2), 0);
+    for (const std::uint32_t taken : former) {
+        if (taken != 0)
+            m_slots[slotOf(m_entries[taken - 1].key)] = taken;
+    }
 }
 
 ElementIndex::Entry* ElementIndex::item(const binding::Variant& indexOrKey)
@@ -66,7 +129,8 @@ void ElementIndex::rebuild()
         if (entry.object)
             objects.emplace(entry.node.record(), std::move(entry.object));
     m_entries.clear();
-    m_places.clear();
+    m_slots.assign(m_slots.size(), 0);
+    m_slotsTaken = 0;
     m_parent.watch();
     for (const Node& node : m_parent.children(m_elementName)) {
         const auto known = objects.find(node.record());
@@ -79,10 +143,14 @@ void ElementIndex::enter(const Node& node, values::Ref<binding::Object> object)
 {
     const Node key = node.child(element::Key);
     (key ? key : node).watch(); // without a KEY, the element that may get one
-    const QString folded = key.text().toCaseFolded();
-    if (!m_places.contains(folded))
-        m_places.insert(folded, m_entries.size());
-    m_entries.push_back({node, std::move(object)});
+    if (2 * (m_slotsTaken + 1) > m_slots.size())
+        resizeSlots();
+    m_entries.push_back({node, std::move(object), comparable(key.text())});
+    std::uint32_t& slot = m_slots[slotOf(m_entries.back().key)];
+    if (slot == 0) { // the first one of a key is the one that is found
+        slot = std::uint32_t(m_entries.size());
+        ++m_slotsTaken;
+    }
 }
 
 } // namespace zan::trellis

@@ -3,7 +3,6 @@
 #include "binding/Object.h"
 #include "document/Node.h"
 
-#include <QHash>
 #include <QString>
 
 #include <cstdint>
@@ -25,6 +24,7 @@ public:
     {
         document::Node node;
         values::Ref<binding::Object> object; ///< empty until somebody asked for it
+        QString key;                         ///< as it stands when it is ASCII, folded otherwise
     };
 
     ElementIndex(document::Node parent, document::Name elementName);
@@ -44,11 +44,14 @@ private:
     void bringUpToDate();
     void rebuild();
     void enter(const document::Node& node, values::Ref<binding::Object> object);
+    std::size_t slotOf(const QString& key) const;
+    void resizeSlots();
 
     document::Node m_parent;
     document::Name m_elementName;
     std::vector<Entry> m_entries;
-    QHash<QString, std::size_t> m_places; // by the folded key
+    std::vector<std::uint32_t> m_slots; // open addressing by key: place + 1 of its first entry; size a power of two
+    std::size_t m_slotsTaken = 0;
     std::optional<std::uint64_t> m_builtAt;
 };
 

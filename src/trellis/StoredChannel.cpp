@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <limits>
 
@@ -45,6 +46,44 @@ std::int16_t sizeOf(std::int32_t dataType)
 {
     constexpr std::array<std::int16_t, site::DataTypeCount> Sizes{1, 1, 2, 2, 4, 4, 0, 4, 8};
     return Sizes[std::size_t(dataType)];
+}
+
+bool sameBits(double a, double b)
+{
+    return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+}
+
+/// Whether two values cannot be told apart. May say no of values that are equal.
+bool isSame(const Variant& a, const Variant& b)
+{
+    using values::Kind;
+    if (a.kind() != b.kind())
+        return false;
+    switch (a.kind()) {
+    case Kind::Empty:
+    case Kind::Null:
+        return true;
+    case Kind::Boolean:
+        return a.boolean() == b.boolean();
+    case Kind::Byte:
+        return a.byte() == b.byte();
+    case Kind::Integer:
+        return a.integer() == b.integer();
+    case Kind::Long:
+        return a.longInteger() == b.longInteger();
+    case Kind::Single:
+        return sameBits(double(a.single()), double(b.single()));
+    case Kind::Double:
+        return sameBits(a.real(), b.real());
+    case Kind::Date:
+        return sameBits(a.date().serial, b.date().serial);
+    case Kind::Currency:
+        return a.currency() == b.currency();
+    case Kind::String:
+        return a.text() == b.text();
+    default:
+        return false; // an object or an array may have changed inside
+    }
 }
 
 } // namespace
@@ -182,6 +221,35 @@ bool StoredChannel::Visible() const
 void StoredChannel::setVisible(bool visible)
 {
     writeText(m_node, element::Visible, booleanText(visible), QStringLiteral("0"));
+}
+
+void StoredChannel::setValue(const Variant& value)
+{
+    // A logger writes every channel at every poll; most read as before, and are not to be shown anew.
+    if (isSame(m_value, value))
+        return;
+    m_value = value;
+    m_revision += m_revision == std::numeric_limits<std::uint32_t>::max() ? 2 : 1;
+}
+
+std::uint32_t StoredChannel::revision() const
+{
+    // After any change of what is shown there may be other elements to watch.
+    if (m_watchedAt != Node::watchedChanges(Node::Watch::Display))
+        watch();
+    return m_isPlain ? m_revision : 0;
+}
+
+void StoredChannel::watch() const
+{
+    m_node.watch(Node::Watch::Display);
+    m_isPlain = true;
+    for (const document::Name name : {element::Label, element::Format, element::Units}) {
+        const Node child = m_node.child(name);
+        child.watch(Node::Watch::Display);
+        m_isPlain = m_isPlain && !child.firstChildElement();
+    }
+    m_watchedAt = Node::watchedChanges(Node::Watch::Display);
 }
 
 QString StoredChannel::Key() const

@@ -3,6 +3,8 @@
 #include "site/Channel.h"
 #include "trellis/ObjectRegistry.h"
 
+#include <optional>
+
 namespace zan::trellis {
 
 using binding::Variant;
@@ -47,17 +49,26 @@ public:
     bool Visible() const override;
     void setVisible(bool visible) override;
     const Variant& Value() const override { return m_value; }
-    void setValue(const Variant& value) override { m_value = value; }
+    void setValue(const Variant& value) override;
     QString Key() const override;
     std::int16_t UseCount() const override { return m_useCount; }
     void setUseCount(std::int16_t count) override { m_useCount = count; }
     Node XMLNode() const override { return m_node; }
 
+    /// Counts changes of the value. Those of label, format and units count as changes of the document that are
+    /// watched for display. 0 while one of these three holds elements, whose changes nobody would notice.
+    std::uint32_t revision() const override;
+
 private:
+    void watch() const;
+
     Node m_node;
     Ref<ObjectRegistry> m_registry;
     Variant m_value;
     std::int16_t m_useCount = 0;
+    mutable bool m_isPlain = false;                   ///< label, format and units are texts
+    std::uint32_t m_revision = 1;                     ///< passes over 0
+    mutable std::optional<std::uint64_t> m_watchedAt; ///< document changes by then
 };
 
 } // namespace zan::trellis
