@@ -29,15 +29,19 @@ const Name PictureName("Picture");
 const Name WindowHandleName("hWnd");
 const Name MoveName("Move");
 
+/// Whether a bind string is made of these keys; of a window without one there is none.
+bool isBindString(QStringView text, QStringView windowKey, QStringView channelKey)
+{
+    return !windowKey.isEmpty() && text.size() == windowKey.size() + 1 + channelKey.size() &&
+           text.startsWith(windowKey) && text[windowKey.size()] == u'|' && text.endsWith(channelKey);
+}
+
 } // namespace
 
 BenchControl::BenchControl()
+    : m_isNodeDue(true)
 {
     document::XMLOps::OpenXML();
-    m_node = document::XMLOps::CreateElement(element::Control);
-    m_fontNode = document::XMLOps::CreateElement(element::Font);
-    m_node.appendChild(m_fontNode);
-    SetAttribute(m_node, element::UseWindowSettings, storedText(true));
 }
 
 BenchControl::~BenchControl()
@@ -51,13 +55,55 @@ const binding::MemberTable& BenchControl::members() const
     return table;
 }
 
+// Beginning ----------------------------------------------------------------------------------------------------
+
+const Node& BenchControl::node() const
+{
+    if (m_isNodeDue)
+        makeNode();
+    return m_node;
+}
+
+/// A new wrapper has a node of its own. It is made when somebody asks for it: a document that is loaded brings the
+/// nodes of all its controls along.
+void BenchControl::makeNode() const
+{
+    m_isNodeDue = false;
+    m_node = document::XMLOps::CreateElement(element::Control);
+    m_fontNode = document::XMLOps::CreateElement(element::Font);
+    m_node.appendChild(m_fontNode);
+    if (m_followsWindow)
+        SetAttribute(m_node, element::UseWindowSettings, storedText(true));
+    SetAttribute(m_node, element::Type, m_firstType);
+    if (m_isShownFirst)
+        SetAttribute(m_node, element::Visible, storedText(true));
+}
+
+void BenchControl::begin(const QString& type, const Ref<binding::Object>& control, bool usesWindowSettings)
+{
+    if (!m_isNodeDue) {
+        setControlType(type);
+        setUseWindowSettings(usesWindowSettings);
+        setControl(control);
+        setVisible(true);
+        return;
+    }
+    m_firstType = type;
+    m_followsWindow = usesWindowSettings;
+    setControl(control);
+    putLive(element::Visible, Variant(true));
+    m_isShownFirst = true;
+}
+
 // Loading ------------------------------------------------------------------------------------------------------
 
 void BenchControl::setXMLNode(const Node& node)
 {
     // 1. Store the node, forget the font node.
+    m_isNodeDue = false;
     m_node = node;
     m_fontNode = Node();
+    countChange();
     // 2. Every child by name, failures ignored.
     loadChildren();
     // 3. A node without FONT gets one.
@@ -77,10 +123,10 @@ void BenchControl::loadChildren()
     std::array special{document::SpecialChild{element::Font, {}}, document::SpecialChild{element::PictureFile, {}}};
     const auto& [font, pictureFile] = special;
     if (const Ref<binding::Object> control = m_control) {
-        document::loadByName(m_node, *control, special);
+        document::loadByName(node(), *control, special);
         loadPicture(*control, pictureFile.node);
     }
-    m_fontNode = m_control ? font.node : m_node.child(element::Font);
+    m_fontNode = m_control ? font.node : node().child(element::Font);
 }
 
 void BenchControl::loadPicture(binding::Object& control, const Node& fileNode)
@@ -97,13 +143,16 @@ void BenchControl::loadPicture(binding::Object& control, const Node& fileNode)
 void BenchControl::setControl(const Ref<binding::Object>& control)
 {
     m_control = control;
+    countChange();
+    static const QString none = QStringLiteral("0");
     if (m_control)
-        m_control->put(TagName, GetAttribute(m_node, element::Index, QStringLiteral("0")));
+        m_control->put(TagName, m_isNodeDue ? none : GetAttribute(m_node, element::Index, none));
 }
 
 void BenchControl::setChannel(const Ref<site::Channel>& channel)
 {
     m_channel = channel;
+    countChange();
     if (!m_channel) {
         setBindTo(QString());
         return;
@@ -112,6 +161,8 @@ void BenchControl::setChannel(const Ref<site::Channel>& channel)
     if (!parent)
         return;
     const QString windowKey = GetAttribute(parent, element::Key);
+    if (QString bound; node().childText(element::BindTo, bound) && isBindString(bound, windowKey, m_channel->Key()))
+        return; // as always when a window is loaded
     setBindTo(windowKey.isEmpty() ? QString() : windowKey + QLatin1Char('|') + m_channel->Key());
 }
 
@@ -126,7 +177,7 @@ void BenchControl::putLive(Name name, const Variant& value)
 void BenchControl::putLiveAndNode(Name name, const Variant& value)
 {
     putLive(name, value);
-    SetAttribute(m_node, name, storedText(value));
+    SetAttribute(node(), name, storedText(value));
 }
 
 float BenchControl::measure(Name name) const
@@ -201,7 +252,7 @@ void BenchControl::setForeColour(Colour value)
 
 QString BenchControl::ToolTipText() const
 {
-    return GetAttribute(m_node, element::ToolTipText);
+    return GetAttribute(node(), element::ToolTipText);
 }
 void BenchControl::setToolTipText(const QString& text)
 {
@@ -210,7 +261,7 @@ void BenchControl::setToolTipText(const QString& text)
 
 bool BenchControl::Visible() const
 {
-    return values::val(GetAttribute(m_node, element::Visible, QStringLiteral("0"))) != 0;
+    return values::val(GetAttribute(node(), element::Visible, QStringLiteral("0"))) != 0;
 }
 void BenchControl::setVisible(bool visible)
 {
@@ -241,49 +292,59 @@ void BenchControl::setFont(const Ref<binding::Object>& font)
 
 std::int16_t BenchControl::Index() const
 {
-    return values::toInteger(values::val(GetAttribute(m_node, element::Index, QStringLiteral("0"))));
+    return values::toInteger(values::val(GetAttribute(node(), element::Index, QStringLiteral("0"))));
 }
 void BenchControl::setIndex(std::int16_t index)
 {
     const QString text = QString::number(index);
-    SetAttribute(m_node, element::Index, text);
+    SetAttribute(node(), element::Index, text);
     putLive(TagName, text);
 }
 
 QString BenchControl::Key() const
 {
-    return GetAttribute(m_node, element::Key);
+    return GetAttribute(node(), element::Key);
 }
 void BenchControl::setKey(const QString& key)
 {
-    SetAttribute(m_node, element::Key, key);
+    SetAttribute(node(), element::Key, key);
 }
 QString BenchControl::BindTo() const
 {
-    return GetAttribute(m_node, element::BindTo);
+    return GetAttribute(node(), element::BindTo);
 }
 void BenchControl::setBindTo(const QString& bindString)
 {
-    SetAttribute(m_node, element::BindTo, bindString);
+    SetAttribute(node(), element::BindTo, bindString);
 }
 QString BenchControl::ControlType() const
 {
-    return GetAttribute(m_node, element::Type);
+    return GetAttribute(node(), element::Type);
 }
 void BenchControl::setControlType(const QString& type)
 {
-    SetAttribute(m_node, element::Type, type);
+    SetAttribute(node(), element::Type, type);
 }
 bool BenchControl::UseWindowSettings() const
 {
-    return values::val(GetAttribute(m_node, element::UseWindowSettings, QStringLiteral("0"))) != 0;
+    return values::val(GetAttribute(node(), element::UseWindowSettings, QStringLiteral("0"))) != 0;
 }
 void BenchControl::setUseWindowSettings(bool use)
 {
-    SetAttribute(m_node, element::UseWindowSettings, storedText(use));
+    SetAttribute(node(), element::UseWindowSettings, storedText(use));
 }
 
 // Handles and movement -----------------------------------------------------------------------------------------
+
+display::cGrabHandles* BenchControl::handles() const
+{
+    if (!m_grabHandles && m_handlePlan) {
+        m_grabHandles = std::make_unique<display::cGrabHandles>(m_handlePlan->parent, m_handlePlan->target, false,
+                                                                m_handlePlan->colour, -1);
+        m_grabHandles->EndResize = [self = const_cast<BenchControl*>(this)] { self->endResize(); };
+    }
+    return m_grabHandles.get();
+}
 
 bool BenchControl::ShowGrabHandles() const
 {
@@ -291,18 +352,18 @@ bool BenchControl::ShowGrabHandles() const
 }
 void BenchControl::setShowGrabHandles(bool show)
 {
-    if (m_grabHandles)
-        m_grabHandles->setShowHandles(show);
-    SetAttribute(m_node, element::ShowGrabHandles, storedText(show));
+    if (m_grabHandles || show) {
+        if (display::cGrabHandles* shown = handles())
+            shown->setShowHandles(show);
+    }
+    SetAttribute(node(), element::ShowGrabHandles, storedText(show));
 }
 
 void BenchControl::InitGrabHandles(std::int32_t parent, std::int32_t target, Colour handleColour)
 {
-    if (m_grabHandles)
-        return;
-    m_grabHandles = std::make_unique<display::cGrabHandles>(parent, target, false, handleColour, -1);
-    m_grabHandles->EndResize = [this] { endResize(); };
-    m_parentHandle = parent;
+    // Most panels are never unlocked: the handles are made when they are first to be seen.
+    if (!m_handlePlan)
+        m_handlePlan = HandlePlan{parent, target, handleColour};
 }
 
 void BenchControl::Move(float left, std::optional<float> top, std::optional<float> width,
@@ -314,7 +375,7 @@ void BenchControl::Move(float left, std::optional<float> top, std::optional<floa
     const auto part = [&](Name name, std::optional<float> given) {
         if (!given)
             return measure(name);
-        SetAttribute(m_node, name, storedText(Variant(*given)));
+        SetAttribute(node(), name, storedText(Variant(*given)));
         return *given;
     };
     const float newTop = part(element::Top, top);
@@ -322,7 +383,7 @@ void BenchControl::Move(float left, std::optional<float> top, std::optional<floa
     const float newHeight = part(element::Height, height);
     const Variant arguments[] = {left, newTop, newWidth, newHeight};
     control->get(MoveName, arguments);
-    SetAttribute(m_node, element::Left, storedText(Variant(left)));
+    SetAttribute(node(), element::Left, storedText(Variant(left)));
 }
 
 void BenchControl::Drag()
@@ -348,7 +409,8 @@ void BenchControl::endResize()
     try {
         // 1. and 2. The rectangle in twips. COMPAT: left is the window's own screen left, only top is measured
         // from the parent.
-        const surface::WindowOps::Bounds bounds = surface::WindowOps::GetWindowBounds(hWnd(), m_parentHandle);
+        const surface::WindowOps::Bounds bounds =
+            surface::WindowOps::GetWindowBounds(hWnd(), m_handlePlan ? m_handlePlan->parent : 0);
         const float left = values::pixelsToTwips(bounds.Left);
         const float top = values::pixelsToTwips(bounds.Top);
         const float width = values::pixelsToTwips(bounds.Width);
@@ -382,7 +444,7 @@ void BenchControl::storePosition()
     for (const Name name : {element::Height, element::Top, element::Left, element::Width}) {
         Variant value;
         if (m_control && m_control->tryGet(name, value) == AccessStatus::Ok)
-            SetAttribute(m_node, name, storedText(value), true);
+            SetAttribute(node(), name, storedText(value), true);
     }
 }
 
@@ -390,7 +452,7 @@ void BenchControl::storeLive(Name name)
 {
     Variant value;
     const bool read = m_control->tryGet(name, value) == AccessStatus::Ok;
-    SetAttribute(m_node, name, read ? storedText(value) : QString()); // no such property: no such element
+    SetAttribute(node(), name, read ? storedText(value) : QString()); // no such property: no such element
 }
 
 void BenchControl::UpdateNode()

@@ -24,7 +24,11 @@ public:
     BenchControl();
     ~BenchControl() override;
 
-    document::Node XMLNode() const override { return m_node; }
+    /// What a factory does with a wrapper that it has just made: gives it its type and its live control, which is
+    /// shown, and says whether it follows the window's settings.
+    void begin(const QString& type, const Ref<binding::Object>& control, bool usesWindowSettings);
+
+    document::Node XMLNode() const override { return node(); }
     void setXMLNode(const document::Node& node) override;
     values::Colour BackColour() const override;
     void setBackColour(values::Colour colour) override;
@@ -71,16 +75,31 @@ public:
     void setUpdated(bool updated) override { m_updated = updated; }
 
     const binding::MemberTable& members() const override;
+    /// Counts the exchanges of node, channel and live control.
+    std::uint32_t revision() const override { return m_revision; }
 
     /// How pictures are loaded; without one PICTUREFILE has no effect.
     void setPictureLoader(const PictureLoader* loader) { m_pictureLoader = loader; }
     /// How the user moves a control; without one Drag only stores where the control lies.
     void setWindowMover(const WindowMover* mover) { m_windowMover = mover; }
-    const display::cGrabHandles* grabHandles() const { return m_grabHandles.get(); }
+    /// The resize handles; null before InitGrabHandles.
+    const display::cGrabHandles* grabHandles() const { return handles(); }
     /// Takes over where a resize by a handle has left the live control.
     void endResize();
 
 private:
+    /// What the resize handles are made of, when they are first to be shown.
+    struct HandlePlan
+    {
+        std::int32_t parent = 0;
+        std::int32_t target = 0;
+        values::Colour colour;
+    };
+
+    const document::Node& node() const;
+    void makeNode() const;
+    display::cGrabHandles* handles() const;
+    void countChange() noexcept { m_revision += m_revision == UINT32_MAX ? 2 : 1; }
     float measure(values::Name name) const;
     void putMeasure(values::Name name, float value);
     values::Colour colour(values::Name name) const;
@@ -91,14 +110,19 @@ private:
     void storePosition();
     void storeLive(values::Name name);
 
-    document::Node m_node;
-    document::Node m_fontNode;
+    mutable document::Node m_node;
+    mutable document::Node m_fontNode;
+    QString m_firstType; ///< TYPE of the node of its own
     Ref<binding::Object> m_control;
     Ref<site::Channel> m_channel;
-    std::unique_ptr<display::cGrabHandles> m_grabHandles;
+    mutable std::unique_ptr<display::cGrabHandles> m_grabHandles; ///< made when they are first needed
+    std::optional<HandlePlan> m_handlePlan;
     const PictureLoader* m_pictureLoader = nullptr;
     const WindowMover* m_windowMover = nullptr;
-    std::int32_t m_parentHandle = 0;
+    std::uint32_t m_revision = 1; // passes over 0
+    mutable bool m_isNodeDue;     ///< the node of its own has not been asked for yet
+    bool m_followsWindow = true;  ///< USEWINDOWSETTINGS of that node
+    bool m_isShownFirst = false;  ///< VISIBLE of that node
     bool m_updated = false;
 };
 

@@ -49,6 +49,12 @@ BenchControls::~BenchControls()
     document::XMLOps::CloseXML();
 }
 
+void BenchControls::setLiveData(LiveData* liveData)
+{
+    m_liveData = liveData;
+    m_list.clearMemos(); // they say what the former one would do
+}
+
 PanelWindow& BenchControls::window() const
 {
     if (!m_window)
@@ -68,8 +74,15 @@ void BenchControls::setXMLNode(const Node& node)
     m_node = node;
     m_haveData = false;
     // 4. In document order. The nodes are listed first: a load may add to the tree.
-    for (const Node& control : m_node.children(element::Control))
-        loadControl(control);
+    m_boundWindow.emplace();
+    try {
+        for (const Node& control : m_node.children(element::Control))
+            loadControl(control);
+    } catch (...) {
+        m_boundWindow.reset();
+        throw;
+    }
+    m_boundWindow.reset();
     // 5.
     setHideProtectedControls(m_hideProtectedControls);
 }
@@ -101,16 +114,32 @@ void BenchControls::attach(iBenchControl& control)
     const QString bindString = control.BindTo();
     if (bindString.isEmpty())
         return;
-    Ref<site::SchemeWindows> windows;
-    try {
-        windows = window().schemeWindows();
-    } catch (const values::RuntimeError&) {
-        return; // no logger, no channel
-    }
-    if (const Ref<site::Channel> channel = site::findChannel(windows, bindString)) {
+    if (const Ref<site::Channel> channel = boundChannel(bindString)) {
         const int uses = channel->UseCount() + 1;
         channel->setUseCount(std::int16_t(std::min<int>(uses, std::numeric_limits<std::int16_t>::max())));
         control.setChannel(channel);
+    }
+}
+
+Ref<site::Channel> BenchControls::boundChannel(const QString& bindString)
+{
+    const qsizetype bar = bindString.indexOf(u'|');
+    if (bar < 0)
+        return {};
+    try {
+        Ref<site::SchemeWindow> home;
+        if (m_boundWindow && m_boundWindow->key && *m_boundWindow->key == QStringView(bindString).first(bar)) {
+            home = m_boundWindow->window;
+        } else {
+            const QString key = bindString.left(bar);
+            if (const Ref<site::SchemeWindows> windows = window().schemeWindows())
+                home = windows->Item(Variant(key));
+            if (m_boundWindow)
+                m_boundWindow = BoundWindow{key, home};
+        }
+        return home ? home->Item(Variant(bindString.mid(bar + 1))) : nullptr;
+    } catch (const std::exception&) {
+        return {}; // without a logger, or when a scheme of the host fails in its own ways, there is no channel
     }
 }
 

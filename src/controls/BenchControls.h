@@ -40,7 +40,7 @@ public:
 
     void setWindow(PanelWindow* window) { m_window = window; }
     void setParentHandle(std::int32_t handle) { m_parentHandle = handle; }
-    void setLiveData(LiveData* liveData) { m_liveData = liveData; }
+    void setLiveData(LiveData* liveData);
     /// Subscribes to the logger and to its link. Raises 91 for no logger.
     void AttachLogger(const Ref<site::Logger>& logger);
     const Ref<site::Logger>& logger() const { return m_logger; }
@@ -49,7 +49,8 @@ public:
     bool HideProtectedControls() const { return m_hideProtectedControls; }
     void setHideProtectedControls(bool hide);
     void updateAllNodes();
-    /// Refreshes every control once, in order. A failure of one ends the pass and reaches the caller.
+    /// Refreshes every control once, in order. A failure of one ends the pass and reaches the caller. Controls for
+    /// which it is known that nothing would change are passed over.
     void ScanControls();
     /// Whether the logger has delivered data since the window was loaded; outlives a disconnect.
     bool HaveData() const { return m_haveData; }
@@ -58,10 +59,19 @@ public:
     std::unique_ptr<binding::Enumerator> enumerate() override;
 
 private:
+    /// The window whose channels were asked for last: the controls of a panel show channels of few windows.
+    struct BoundWindow
+    {
+        std::optional<QString> key;
+        Ref<site::SchemeWindow> window;
+    };
+
     void onNewBenchData();
     void onNewENTData();
     void onStateChange(int state);
     void attach(iBenchControl& control);
+    Ref<site::Channel> boundChannel(const QString& bindString);
+    void scanControl(std::int32_t place);
     void loadControl(const document::Node& node);
     void removeAt(std::int32_t place);
     void takeOut(std::int32_t place);
@@ -73,6 +83,7 @@ private:
     PanelWindow* m_window = nullptr;
     LiveData* m_liveData = nullptr;
     document::Node m_node;
+    std::optional<BoundWindow> m_boundWindow; // only while a window is loaded: keys may change afterwards
     Ref<site::Logger> m_logger;
     Ref<site::Link> m_link;
     QObject m_context; // owner of the connections: none outlives the collection

@@ -4,6 +4,7 @@
 
 namespace zan::controls {
 
+using document::Node;
 using values::RuntimeError;
 
 void BenchControls::AttachLogger(const Ref<site::Logger>& logger)
@@ -39,11 +40,35 @@ void BenchControls::onNewBenchData()
 void BenchControls::ScanControls()
 {
     const Ref<BenchControls> alive(this);
+    const auto documentChanges = [] { return Node::watchedChanges(Node::Watch::Display); };
+    std::uint64_t changes = documentChanges();
     // An update may raise an event that changes the list: the count is read anew each time.
     for (std::int32_t place = 1; m_liveData && place <= m_list.count(); ++place) {
-        const Ref<iBenchControl> control = m_list.at(place);
-        m_liveData->update(*control, *this);
+        if (m_list.memoAt(place).holds(*m_list.at(place), changes))
+            continue;
+        scanControl(place);
+        changes = documentChanges();
     }
+}
+
+void BenchControls::scanControl(std::int32_t place)
+{
+    // 1. What the control is like. When it is as it was after the last update, this update may turn out to change
+    //    nothing, and what it reads of the node is watched first. A control that changes at each scan costs no more.
+    const Ref<iBenchControl> control = m_list.at(place);
+    const ScanMemo before(*control);
+    const bool mayRest =
+        before.countsChanges() && before.isLike(m_list.memoAt(place)) && m_liveData->watch(*control);
+    m_list.memoAt(place) = {};
+    // 2. The update. It may fail, and it may raise an event that changes anything, the list too.
+    m_liveData->update(*control, *this);
+    if (place > m_list.count() || m_list.at(place) != control)
+        return;
+    // 3. An update that has changed nothing need not be made again until something else does.
+    ScanMemo after(*control);
+    if (mayRest && after.isUnchangedSince(before))
+        after.settle();
+    m_list.memoAt(place) = after;
 }
 
 void BenchControls::onNewENTData()

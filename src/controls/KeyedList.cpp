@@ -25,6 +25,12 @@ std::int32_t KeyedList::placeOf(const QString& key) const
     return std::int32_t(entry - m_entries.begin()) + 1;
 }
 
+void KeyedList::clearMemos()
+{
+    for (Entry& entry : m_entries)
+        entry.memo = {};
+}
+
 void KeyedList::add(const Ref<iBenchControl>& control, const QString& key)
 {
     const QString folded = key.toCaseFolded();

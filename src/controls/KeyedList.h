@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/iBenchControl.h"
+#include "controls/ScanMemo.h"
 
 #include <QHash>
 
@@ -15,6 +15,10 @@ public:
     std::int32_t count() const noexcept { return std::int32_t(m_entries.size()); }
     /// Raises 9 for a place outside 1 to count.
     const Ref<iBenchControl>& at(std::int32_t place) const;
+    /// What the scan remembers of the control at a place, which exists.
+    ScanMemo& memoAt(std::int32_t place) { return m_entries[std::size_t(place) - 1].memo; }
+    /// Forgets what the scan remembers.
+    void clearMemos();
     /// Place of a list key; raises 5 when there is none.
     std::int32_t placeOf(const QString& key) const;
     /// Raises 457 for a key that exists; an empty key is no key.
@@ -27,6 +31,7 @@ private:
     {
         Ref<iBenchControl> control;
         QString foldedKey;
+        ScanMemo memo = {};
     };
     std::vector<Entry> m_entries;
     QHash<QString, const iBenchControl*> m_byKey;

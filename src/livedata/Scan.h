@@ -9,6 +9,7 @@ class Scan : public controls::LiveData
 {
 public:
     void update(controls::iBenchControl& control, controls::BenchControls& controls) override;
+    bool watch(const controls::iBenchControl& control) override;
     void followLink(controls::iBenchControl& control, int state) override;
     void feedRecords(controls::iBenchControl& control, controls::BenchControls& controls) override;
 };

@@ -1,5 +1,7 @@
 #include "window/ControlFactory.h"
 
+#include "display/StatusLightControl.h"
+#include "display/ValueBarControl.h"
 #include "surface/CheckBox.h"
 #include "surface/CommandButton.h"
 #include "surface/Label.h"
@@ -46,7 +48,7 @@ struct Creator
     Ref<LiveControl> (*create)();
 };
 
-constexpr std::array<Creator, 8> creators{{
+constexpr std::array<Creator, 10> creators{{
     {u"VB.Label", makeControl<surface::Label>},
     {u"VB.TextBox", makeControl<surface::TextBox>},
     {u"VB.CommandButton", makeControl<surface::CommandButton>},
@@ -55,6 +57,8 @@ constexpr std::array<Creator, 8> creators{{
     {u"VB.Shape", makeControl<surface::Shape>},
     {u"MSComctlLib.ProgressBar", makeControl<surface::ProgressBar>},
     {u"VB.OptionButton", makeControl<surface::OptionButton>},
+    {u"ZanBenchWindow.StatusLight", makeControl<display::StatusLightControl>},
+    {u"ZanBenchWindow.ValueBar", makeControl<display::ValueBarControl>},
 }};
 
 /// Outlives every wrapper: a script may hold one when its window is long gone.
@@ -101,11 +105,7 @@ Ref<controls::iBenchControl> ControlFactory::CreateControl(const QString& typeKe
     // 1., 5. and 6.
     const auto wrapper = values::make<controls::BenchControl>();
     wrapper->setPictureLoader(&pictureLoader());
-    wrapper->setControlType(typeKey);
-    if (type->styling & OwnSettings)
-        wrapper->setUseWindowSettings(false);
-    wrapper->setControl(live);
-    wrapper->setVisible(true);
+    wrapper->begin(typeKey, live, (type->styling & OwnSettings) == 0);
     return wrapper;
 }
 
