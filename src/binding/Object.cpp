@@ -32,24 +32,24 @@ std::optional<Variant> wholeNumber(double number)
     return Variant(static_cast<T>(rounded));
 }
 
-/// A text that is a whole number of a few digits and nothing else, as most numbers of a document are: its value
-/// needs no general parser.
-std::optional<std::int32_t> plainWholeNumber(const QString& text) noexcept
+/// A text that is a whole number of so few digits that a Double holds it, and nothing else, as most numbers of a
+/// document are: its value needs no general parser.
+std::optional<double> plainWholeNumber(const QString& text) noexcept
 {
-    constexpr qsizetype MostDigits = 9;
+    constexpr qsizetype MostDigits = 15;
     const auto* at = text.utf16();
     const auto* const end = at + text.size();
     const bool isNegative = at != end && *at == u'-';
     at += isNegative;
     if (at == end || end - at > MostDigits || (isNegative && *at == u'0')) // "-0" has a sign that counts
         return std::nullopt;
-    std::int32_t number = 0;
+    std::int64_t number = 0;
     for (; at != end; ++at) {
         if (*at < u'0' || *at > u'9')
             return std::nullopt;
         number = number * 10 + (*at - u'0');
     }
-    return isNegative ? -number : number;
+    return double(isNegative ? -number : number);
 }
 
 /// The value that an element's text stands for, for a property of this type; nothing when it has no place there.
@@ -59,8 +59,8 @@ std::optional<Variant> valueFromText(ValueType type, const QString& text)
         return Variant(text);
     if (type == ValueType::Object || type == ValueType::None)
         return std::nullopt;
-    const std::optional<std::int32_t> whole = plainWholeNumber(text);
-    const double number = whole ? double(*whole) : values::val(text);
+    const std::optional<double> whole = plainWholeNumber(text);
+    const double number = whole ? *whole : values::val(text);
     if (!std::isfinite(number)) // more digits than any number has room for
         return std::nullopt;
     switch (type) {

@@ -49,15 +49,19 @@ FileStamp FileStamp::of(const QByteArray& content)
     // Two sums run over the text eight bytes at a time, each mixed so that every bit goes on into all later steps.
     FileStamp stamp{content.size(), {0x243F6A8885A308D3u, 0x13198A2E03707344u}};
     auto& [first, second] = stamp.hash;
-    const char* at = content.constData();
-    for (qsizetype left = content.size(); left > 0; left -= 8, at += 8) {
+    const auto take = [&](const char* at, std::size_t size) {
         std::uint64_t bytes = 0;
-        std::memcpy(&bytes, at, std::size_t(std::min<qsizetype>(left, 8)));
+        std::memcpy(&bytes, at, size);
         first = (first ^ bytes) * 0x9E3779B97F4A7C15u;
         first ^= first >> 32;
         second = (std::rotl(second, 27) + bytes) * 0xD6E8FEB86659FD93u;
         second ^= second >> 29;
-    }
+    };
+    const char* at = content.constData();
+    const char* const end = at + content.size();
+    for (; end - at >= 8; at += 8)
+        take(at, 8);
+    take(at, std::size_t(end - at));
     return stamp;
 }
 
