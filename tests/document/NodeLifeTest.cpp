@@ -151,3 +151,41 @@ TEST(NodeLife, ASubtreeThatWouldReachTooDeepIsRefusedAsAWhole)
     EXPECT_EQ(child.parent(), child.ownerDocument()) << "it stays where it was";
     EXPECT_TRUE(root.appendChild(child));
 }
+
+TEST(NodeLife, NodesOfALongTextLiveOnInAnotherDocument)
+{
+    constexpr int Count = 1000;
+    QByteArray text = "<A>";
+    for (int i = 0; i < Count; ++i)
+        text += "<E><N>" + QByteArray::number(i) + "</N></E>";
+    Node first = parsed(text + "</A>");
+    const Node second = parsed("<B/>");
+    Node child = first.documentElement().firstChild();
+    for (int i = 0; i < Count; ++i) {
+        const Node next = child.nextSibling();
+        if (i % 100 == 7)
+            second.documentElement().appendChild(child);
+        child = next;
+    }
+    child = first = Node(); // all others go
+    QByteArray expected = "<B>";
+    for (int i = 7; i < Count; i += 100)
+        expected += "<E><N>" + QByteArray::number(i) + "</N></E>";
+    EXPECT_EQ(textOf(second.documentElement()), (expected + "</B>").toStdString());
+}
+
+TEST(NodeLife, EachWatcherCountsTheChangesOfItsOwnNodes)
+{
+    using Watch = Node::Watch;
+    const Node root = parsed("<A><K>1</K><D>2</D></A>").documentElement();
+    root.child(name("K")).watch(Watch::Keys);
+    root.child(name("D")).watch(Watch::Display);
+    const std::uint64_t keys = Node::watchedChanges(Watch::Keys);
+    const std::uint64_t display = Node::watchedChanges(Watch::Display);
+    root.child(name("D")).setText(QStringLiteral("3"));
+    EXPECT_EQ(Node::watchedChanges(Watch::Keys), keys);
+    EXPECT_EQ(Node::watchedChanges(Watch::Display), display + 1);
+    root.child(name("K")).setText(QStringLiteral("4"));
+    EXPECT_EQ(Node::watchedChanges(Watch::Keys), keys + 1);
+    EXPECT_EQ(Node::watchedChanges(Watch::Display), display + 1);
+}

@@ -299,4 +299,17 @@ TEST_F(StoredWindowTest, WindowsAndChannelsOutliveTheScheme)
     EXPECT_EQ(stage->XMLNode().parent().child(element::Key).text().toStdString(), "RTD");
 }
 
+TEST_F(StoredWindowTest, KeysOfAnyAlphabetAreFoundInAnyCase)
+{
+    rtd->Add(windows->createChannel(), QStringLiteral("K1"));
+    rtd->Add(windows->createChannel(), QStringLiteral(u"\u00C4pfel"));
+    const auto found = [&](const QString& text) { return bool(rtd->Item(Variant(text))); };
+    EXPECT_TRUE(found(QStringLiteral("k1")));
+    EXPECT_TRUE(found(QStringLiteral(u"\u212A1"))) << "the Kelvin sign folds to a k";
+    EXPECT_TRUE(found(QStringLiteral(u"\u00E4PFEL")));
+    EXPECT_FALSE(found(QStringLiteral("apfel")));
+    EXPECT_FALSE(found(QStringLiteral("K1[")));
+    EXPECT_FALSE(found(QStringLiteral("K")));
+}
+
 } // namespace zan::trellis
