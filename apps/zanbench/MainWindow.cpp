@@ -324,19 +324,18 @@ void MainWindow::setLocked(bool locked)
     });
 }
 
+/// Every panel brings its window up to date before anything is stored, so that no file holds half of an edit.
+void MainWindow::updateDocuments()
+{
+    for (const auto& [key, page] : m_pages)
+        page.panel->UpdateDocument();
+}
+
 bool MainWindow::save()
 {
     if (!m_site)
         return false;
-    // Every panel brings its controls up to date before anything is stored, so that no file holds half of an edit. A
-    // panel is silent about a failed save; the scheme, saved last, is not.
-    const bool updated = attempt(QStringLiteral("The panels could not be stored"), [this] {
-        for (const auto& [key, page] : m_pages)
-            if (const auto controls = page.panel->Controls())
-                controls->updateAllNodes();
-        for (const auto& [key, page] : m_pages)
-            page.panel->SaveWindow();
-    });
+    const bool updated = attempt(QStringLiteral("The panels could not be stored"), [this] { updateDocuments(); });
     if (!updated)
         return false;
     bool saved = false;
@@ -374,13 +373,8 @@ bool MainWindow::saveAs()
     if (target.isEmpty())
         return false;
     const bool saved = attempt(QStringLiteral("The scheme was not saved"), [this, &target] {
-        for (const auto& [key, page] : m_pages)
-            if (const auto controls = page.panel->Controls())
-                controls->updateAllNodes();
+        updateDocuments();
         m_site->scheme().saveAs(target);
-        // Bound to its new file, the scheme can take what only SaveWindow writes.
-        for (const auto& [key, page] : m_pages)
-            page.panel->SaveWindow();
     });
     if (saved) {
         m_watch->settle();

@@ -42,6 +42,7 @@ public:
     /// Saves everything; false when it was not saved. The user has been told why, unless it was his choice.
     bool save();
     bool saveAs();
+    void updateDocuments();
     bool hasUnsavedChanges() const;
     /// Fills the screen with the panel alone.
     void enterKiosk();

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "surface/Forward.h"
+#include "surface/LiveControl.h"
 #include "surface/SurfaceEvents.h"
-#include "values/Ref.h"
 
 #include <QPoint>
 #include <QPointF>

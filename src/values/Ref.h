@@ -51,20 +51,27 @@ class Ref
 public:
     Ref() noexcept = default;
     Ref(std::nullptr_t) noexcept {}
-    explicit Ref(T* object) noexcept : m_object(object)
+    explicit Ref(T* object) noexcept
+        : m_object(object)
     {
         if (m_object)
             m_object->retain();
     }
-    Ref(const Ref& other) noexcept : Ref(other.m_object) {}
-    Ref(Ref&& other) noexcept : m_object(std::exchange(other.m_object, nullptr)) {}
-    template <class U>
-        requires std::is_convertible_v<U*, T*>
-    Ref(const Ref<U>& other) noexcept : Ref(static_cast<T*>(other.get()))
+    Ref(const Ref& other) noexcept
+        : Ref(other.m_object)
+    {}
+    Ref(Ref&& other) noexcept
+        : m_object(std::exchange(other.m_object, nullptr))
     {}
     template <class U>
-        requires std::is_convertible_v<U*, T*>
-    Ref(Ref<U>&& other) noexcept : m_object(other.detach())
+    requires std::is_convertible_v<U*, T*> Ref(const Ref<U>& other)
+    noexcept
+        : Ref(static_cast<T*>(other.get()))
+    {}
+    template <class U>
+    requires std::is_convertible_v<U*, T*> Ref(Ref<U>&& other)
+    noexcept
+        : m_object(other.detach())
     {}
     ~Ref()
     {

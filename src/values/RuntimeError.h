@@ -50,7 +50,9 @@ inline QString errorText(ErrorNumber number)
 class RuntimeError : public std::exception
 {
 public:
-    explicit RuntimeError(ErrorNumber number) : RuntimeError(static_cast<int>(number), errorText(number)) {}
+    explicit RuntimeError(ErrorNumber number)
+        : RuntimeError(static_cast<int>(number), errorText(number))
+    {}
     RuntimeError(ErrorNumber number, QString description)
         : RuntimeError(static_cast<int>(number), std::move(description))
     {}

@@ -80,22 +80,64 @@ class Variant
 {
 public:
     Variant() noexcept = default;
-    Variant(bool value) noexcept : m_kind(Kind::Boolean) { m_payload.boolean = value; }
-    Variant(std::uint8_t value) noexcept : m_kind(Kind::Byte) { m_payload.byte = value; }
-    Variant(std::int16_t value) noexcept : m_kind(Kind::Integer) { m_payload.integer = value; }
-    Variant(std::int32_t value) noexcept : m_kind(Kind::Long) { m_payload.longInteger = value; }
-    Variant(float value) noexcept : m_kind(Kind::Single) { m_payload.single = value; }
-    Variant(double value) noexcept : m_kind(Kind::Double) { m_payload.real = value; }
-    Variant(Currency value) noexcept : m_kind(Kind::Currency) { m_payload.currency = value.scaled; }
-    Variant(Date value) noexcept : m_kind(Kind::Date) { m_payload.real = value.serial; }
-    Variant(ErrorValue value) noexcept : m_kind(Kind::Error) { m_payload.longInteger = value.code; }
-    Variant(const QString& text) : Variant(new Text(text)) {}
-    Variant(QString&& text) : Variant(new Text(std::move(text))) {}
-    Variant(const char16_t* text) : Variant(QString::fromUtf16(text)) {}
+    Variant(bool value) noexcept
+        : m_kind(Kind::Boolean)
+    {
+        m_payload.boolean = value;
+    }
+    Variant(std::uint8_t value) noexcept
+        : m_kind(Kind::Byte)
+    {
+        m_payload.byte = value;
+    }
+    Variant(std::int16_t value) noexcept
+        : m_kind(Kind::Integer)
+    {
+        m_payload.integer = value;
+    }
+    Variant(std::int32_t value) noexcept
+        : m_kind(Kind::Long)
+    {
+        m_payload.longInteger = value;
+    }
+    Variant(float value) noexcept
+        : m_kind(Kind::Single)
+    {
+        m_payload.single = value;
+    }
+    Variant(double value) noexcept
+        : m_kind(Kind::Double)
+    {
+        m_payload.real = value;
+    }
+    Variant(Currency value) noexcept
+        : m_kind(Kind::Currency)
+    {
+        m_payload.currency = value.scaled;
+    }
+    Variant(Date value) noexcept
+        : m_kind(Kind::Date)
+    {
+        m_payload.real = value.serial;
+    }
+    Variant(ErrorValue value) noexcept
+        : m_kind(Kind::Error)
+    {
+        m_payload.longInteger = value.code;
+    }
+    Variant(const QString& text)
+        : Variant(new Text(text))
+    {}
+    Variant(QString&& text)
+        : Variant(new Text(std::move(text)))
+    {}
+    Variant(const char16_t* text)
+        : Variant(QString::fromUtf16(text))
+    {}
     /// An object reference; the empty reference is Nothing (kind Object).
     template <class T>
-        requires std::is_convertible_v<T*, AutomationObject*>
-    Variant(const Ref<T>& object) : Variant(static_cast<AutomationObject*>(object.get()), ObjectTag())
+    requires std::is_convertible_v<T*, AutomationObject*> Variant(const Ref<T>& object)
+        : Variant(static_cast<AutomationObject*>(object.get()), ObjectTag())
     {}
     explicit Variant(const Ref<Array>& array) noexcept;
     /// No silent road from other pointers (they would become Booleans) or integer widths.
@@ -114,14 +156,17 @@ public:
     static Variant missing() noexcept { return Variant(ErrorValue{ErrorValue::MissingArgument}); }
 
     Variant(const Variant& other) noexcept
-        : m_kind(other.m_kind), m_counted(other.m_counted), m_payload(other.m_payload)
+        : m_kind(other.m_kind)
+        , m_counted(other.m_counted)
+        , m_payload(other.m_payload)
     {
         if (m_counted)
             retainPayload();
     }
     Variant(Variant&& other) noexcept
-        : m_kind(std::exchange(other.m_kind, Kind::Empty)), m_counted(std::exchange(other.m_counted, 0)),
-          m_payload(other.m_payload)
+        : m_kind(std::exchange(other.m_kind, Kind::Empty))
+        , m_counted(std::exchange(other.m_counted, 0))
+        , m_payload(other.m_payload)
     {}
     ~Variant()
     {
@@ -195,20 +240,27 @@ private:
     static constexpr Kind ReferenceKind = static_cast<Kind>(16384); // the classic by-reference flag, alone
     struct Text
     {
-        explicit Text(const QString& text) : value(text) {}
-        explicit Text(QString&& text) noexcept : value(std::move(text)) {}
+        explicit Text(const QString& text)
+            : value(text)
+        {}
+        explicit Text(QString&& text) noexcept
+            : value(std::move(text))
+        {}
         std::uint32_t references = 0;
         QString value;
     };
     struct ObjectTag
     {};
-    explicit Variant(Text* text) noexcept : m_kind(Kind::String), m_counted(1)
+    explicit Variant(Text* text) noexcept
+        : m_kind(Kind::String)
+        , m_counted(1)
     {
         m_payload.text = text;
         ++text->references;
     }
     Variant(AutomationObject* object, ObjectTag) noexcept
-        : m_kind(Kind::Object), m_counted(object != nullptr)
+        : m_kind(Kind::Object)
+        , m_counted(object != nullptr)
     {
         m_payload.object = object;
         if (object)

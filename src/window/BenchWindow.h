@@ -94,6 +94,8 @@ public:
     void LoadWindow(const QString& key);
     /// Empties the panel; what is placed afterwards belongs to no window of the scheme.
     void Clear();
+    /// Brings the document up to date without saving: for a host that saves several panels of one scheme at once.
+    void UpdateDocument();
     /// Brings the document up to date and has the scheme saved; nothing without a current window.
     void SaveWindow();
 

@@ -116,7 +116,7 @@ void BenchWindow::placeSiteMap(const Node& siteMapNode)
         controls::applyFontNode(special[0].node, *m_siteMap->Font());
 }
 
-void BenchWindow::SaveWindow()
+void BenchWindow::UpdateDocument()
 {
     if (!m_currentWindow)
         return;
@@ -131,6 +131,14 @@ void BenchWindow::SaveWindow()
     SetAttribute(siteMapNode, element::Height, controls::storedText(Variant(m_siteMap->Height())));
     SetAttribute(siteMapNode, element::Width, controls::storedText(Variant(m_siteMap->Width())));
     storeFont(siteMapNode, *m_siteMap->Font());
+}
+
+void BenchWindow::SaveWindow()
+{
+    if (!m_currentWindow)
+        return;
+    // 1. to 3.
+    UpdateDocument();
     // 4. A failed save is silent here: the scheme still says that it has changes.
     try {
         if (m_logger)

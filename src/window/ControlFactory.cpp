@@ -112,8 +112,11 @@ Ref<controls::iBenchControl> ControlFactory::CreateControl(const QString& typeKe
 Ref<LiveControl> ControlFactory::liveControl(ControlArray& array)
 {
     const Ref<LiveControl> last = array.item(array.uBound());
-    if (m_templateInUse.insert(&array).second)
+    if (m_templateInUse.insert(&array).second) {
+        // The templates lie in the order of the design; a control lies over those that were placed before it.
+        last->zOrder(0);
         return last;
+    }
     const Ref<LiveControl> element = array.load(array.uBound() + 1);
     element->move(last->left(), last->top() + last->height() + ElementGap);
     return element;

@@ -2,6 +2,7 @@
 
 #include "binding/MemberTable.h"
 #include "controls/BenchControl.h"
+#include "controls/BenchControls.h"
 #include "document/XMLOps.h"
 #include "values/Convert.h"
 

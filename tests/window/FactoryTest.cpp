@@ -118,3 +118,29 @@ TEST_F(Factory, GraphOfALaterDayIsAnUnknownTypeAndItsNodeStays)
     EXPECT_EQ(panel->Controls()->Count(), 0);
     EXPECT_EQ(nodeOf("A").children(Name("CONTROL")).size(), 1u);
 }
+
+TEST_F(Factory, ControlsLieOverThoseThatWerePlacedBeforeThem)
+{
+    fill("A", "<CONTROL><TYPE>VB.Shape</TYPE><LEFT>0</LEFT><TOP>0</TOP><WIDTH>1500</WIDTH><HEIGHT>1500</HEIGHT>"
+              "<FILLSTYLE>0</FILLSTYLE><FILLCOLOR>255</FILLCOLOR></CONTROL>"
+              "<CONTROL><TYPE>VB.Label</TYPE><LEFT>300</LEFT><TOP>300</TOP><WIDTH>600</WIDTH><HEIGHT>600</HEIGHT>"
+              "<BACKSTYLE>1</BACKSTYLE><BACKCOLOR>65280</BACKCOLOR></CONTROL>");
+    panel->LoadWindow(QStringLiteral("A"));
+    panel->resize(120, 120);
+    const QImage picture = panel->grab().toImage();
+    EXPECT_EQ(picture.pixelColor(40, 40), QColor(0, 255, 0)) << "the first label, the template, over the shape";
+    EXPECT_EQ(picture.pixelColor(10, 10), QColor(255, 0, 0));
+}
+
+TEST_F(Factory, LightsAndBarsArePlacedAndFollowTheirChannels)
+{
+    logger->setValue(QStringLiteral("RTD"), QStringLiteral("LEVEL"), Variant(3));
+    fill("A", "<CONTROL><TYPE>ZanBenchWindow.StatusLight</TYPE><BINDTO>RTD|LEVEL</BINDTO>"
+              "<COMPAREVALUE>3</COMPAREVALUE></CONTROL>"
+              "<CONTROL><TYPE>ZanBenchWindow.ValueBar</TYPE><BINDTO>RTD|LEVEL</BINDTO></CONTROL>");
+    panel->LoadWindow(QStringLiteral("A"));
+    EXPECT_EQ(property(1, "Value"), u"True");
+    EXPECT_EQ(property(2, "Value"), u"3");
+    EXPECT_EQ(live(1)->name(), u"StatusLight1");
+    EXPECT_EQ(live(2)->height(), 5055);
+}

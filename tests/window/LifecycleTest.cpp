@@ -318,3 +318,13 @@ TEST_F(Lifecycle, DataReachesLabelsAndTextBoxesOfTheLoadedPanel)
     EXPECT_EQ(property(2, "Text"), u"1.500");
     EXPECT_EQ(property(3, "Text"), u"No channel");
 }
+
+TEST_F(Lifecycle, DocumentIsBroughtUpToDateWithoutASave)
+{
+    fill("A", Label);
+    panel->LoadWindow(QStringLiteral("A"));
+    live(1)->move(150, 300, 450, 600);
+    panel->UpdateDocument();
+    EXPECT_EQ(nodeOf("A").child(Name("CONTROL")).child(Name("LEFT")).text(), u"150");
+    EXPECT_EQ(logger->scheme->saves, 0);
+}
