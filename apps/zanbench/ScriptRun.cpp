@@ -96,7 +96,7 @@ bool ScriptRun::reportError()
 {
     ++m_failures;
     const script::ScriptError& error = m_control->Error();
-    printError(QStringLiteral("%1: %2: %3\n")
+    printError(QStringLiteral("%1: error %2: %3\n")
                    .arg(place(error.Line(), error.Column()))
                    .arg(error.Number())
                    .arg(error.Description()));
