@@ -48,10 +48,11 @@ FileStamp FileStamp::of(const QByteArray& content)
 {
     // Two sums run over the text eight bytes at a time, each mixed so that every bit goes on into all later steps.
     FileStamp stamp{content.size(), {0x243F6A8885A308D3u, 0x13198A2E03707344u}};
-    auto& [first, second] = stamp.hash;
-    const auto take = [&](const char* at, std::size_t size) {
+    auto& first = stamp.hash[0];
+    auto& second = stamp.hash[1];
+    const auto take = [&](const char* from, std::size_t count) {
         std::uint64_t bytes = 0;
-        std::memcpy(&bytes, at, size);
+        std::memcpy(&bytes, from, count);
         first = (first ^ bytes) * 0x9E3779B97F4A7C15u;
         first ^= first >> 32;
         second = (std::rotl(second, 27) + bytes) * 0xD6E8FEB86659FD93u;
