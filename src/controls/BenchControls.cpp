@@ -5,6 +5,8 @@
 #include "document/XMLOps.h"
 #include "values/Convert.h"
 
+#include <QScopeGuard>
+
 #include <algorithm>
 #include <limits>
 
@@ -74,15 +76,12 @@ void BenchControls::setXMLNode(const Node& node)
     m_node = node;
     m_haveData = false;
     // 4. In document order. The nodes are listed first: a load may add to the tree.
-    m_boundWindow.emplace();
-    try {
+    {
+        m_boundWindow.emplace();
+        const auto forget = qScopeGuard([this] { m_boundWindow.reset(); });
         for (const Node& control : m_node.children(element::Control))
             loadControl(control);
-    } catch (...) {
-        m_boundWindow.reset();
-        throw;
     }
-    m_boundWindow.reset();
     // 5.
     setHideProtectedControls(m_hideProtectedControls);
 }
@@ -98,11 +97,32 @@ void BenchControls::loadControl(const Node& node)
     attach(*control);
     control->setVisible(true);
     // 6.
-    const std::int16_t place = checkedPlace(m_list.count() + 1);
+    const std::int32_t place = m_list.count() + 1;
     const QString key = placeKey(place);
     control->setKey(key);
-    m_list.add(control, key);
-    control->setIndex(place);
+    enlist(control, key);
+}
+
+void BenchControls::enlist(const Ref<iBenchControl>& control, const QString& key)
+{
+    try {
+        const std::int16_t place = checkedPlace(m_list.count() + 1);
+        m_list.add(control, key);
+        control->setIndex(place);
+    } catch (const values::RuntimeError&) {
+        // What is not in the list must not stay on the surface, where its clicks would reach another control.
+        giveUp(*control);
+        throw;
+    }
+}
+
+void BenchControls::giveUp(iBenchControl& control)
+{
+    if (const Ref<site::Channel> channel = control.Channel())
+        channel->setUseCount(std::int16_t(std::max(0, channel->UseCount() - 1)));
+    const Ref<binding::Object> live = control.Control();
+    if (m_window && live)
+        m_window->discardControl(live);
 }
 
 void BenchControls::attach(iBenchControl& control)
@@ -146,7 +166,6 @@ Ref<site::Channel> BenchControls::boundChannel(const QString& bindString)
 Ref<iBenchControl> BenchControls::Add(const QString& controlType, std::optional<QString> key)
 {
     // 1.
-    const std::int16_t place = checkedPlace(m_list.count() + 1);
     const Ref<iBenchControl> control = window().createControl(controlType);
     if (!control)
         return {};
@@ -155,9 +174,8 @@ Ref<iBenchControl> BenchControls::Add(const QString& controlType, std::optional<
     // 3.
     if (key)
         control->setKey(*key);
-    m_list.add(control, key.value_or(QString()));
+    enlist(control, key.value_or(QString()));
     // 4.
-    control->setIndex(place);
     m_node.appendChild(control->XMLNode());
     // 5. and 6.
     ScanControls();
@@ -168,15 +186,13 @@ Ref<iBenchControl> BenchControls::AddFromXML(const QString& xml)
 {
     // 1.
     const Node node = document::XMLOps::LoadDocument(xml);
-    const std::int16_t place = checkedPlace(m_list.count() + 1);
     const Ref<iBenchControl> control = window().createControl(GetAttribute(node, element::Type));
     if (!control)
         return {};
     // 2. The key goes to the list only: the pasted node keeps the KEY of the control that was copied.
     control->setXMLNode(node);
     attach(*control);
-    m_list.add(control, placeKey(place));
-    control->setIndex(place);
+    enlist(control, placeKey(m_list.count() + 1));
     m_node.appendChild(node);
     // 3.
     ScanControls();
@@ -201,15 +217,10 @@ void BenchControls::takeOut(std::int32_t place)
 {
     // 1. Fails for a place that does not exist, before anything changes.
     const Ref<iBenchControl> control = m_list.at(place);
-    if (const Ref<site::Channel> channel = control->Channel())
-        channel->setUseCount(std::int16_t(std::max(0, channel->UseCount() - 1)));
-    // 2. to 4.
+    // 2. to 5.
     m_list.remove(place);
     m_node.removeChild(control->XMLNode());
-    // 5.
-    const Ref<binding::Object> live = control->Control();
-    if (m_window && live)
-        m_window->discardControl(live);
+    giveUp(*control);
 }
 
 void BenchControls::renumber()

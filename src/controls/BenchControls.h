@@ -74,6 +74,10 @@ private:
     void scanControl(std::int32_t place);
     void loadControl(const document::Node& node);
     void removeAt(std::int32_t place);
+    /// Takes a control into the list; one that has no place there is given back before the error goes on.
+    void enlist(const Ref<iBenchControl>& control, const QString& key);
+    /// Gives up a control's hold on its channel and its live control.
+    void giveUp(iBenchControl& control);
     void takeOut(std::int32_t place);
     void renumber();
     std::int32_t placeOf(const Variant& index) const;

@@ -142,6 +142,21 @@ TEST_F(Collection, PasteAfterARemovalFailsWhenItsListKeyExists)
     EXPECT_EQ(controls->Count(), 2);
 }
 
+TEST_F(Collection, ControlWithoutAPlaceInTheListStaysNeitherOnTheSurfaceNorOnItsChannel)
+{
+    const auto logger = make<fake::FakeLogger>();
+    const auto channel = logger->channel(QStringLiteral("RTD"), QStringLiteral("STAGE"));
+    window.windows = logger->scheme->Windows();
+    load("<WINDOW><CONTROL><TYPE>A</TYPE><BINDTO>RTD|STAGE</BINDTO></CONTROL><CONTROL><TYPE>A</TYPE></CONTROL>"
+         "<CONTROL><TYPE>A</TYPE></CONTROL></WINDOW>");
+    controls->Remove(Variant(2));
+    const QString copied = controls->Control(Variant(1))->XMLNode().xml();
+    EXPECT_EQ(errorOf([&] { controls->AddFromXML(copied); }), int(ErrorNumber::DuplicateKey));
+    EXPECT_TRUE(window.made.back()->discarded);
+    EXPECT_EQ(channel->useCount, 1);
+    EXPECT_EQ(node.children(Name("CONTROL")).size(), 2u);
+}
+
 TEST_F(Collection, PasteKeepsTheCopiedKeySoThatASearchFindsTheFirst)
 {
     load(ThreeLabels);
@@ -290,6 +305,7 @@ TEST_F(Collection, MoreControlsThanAnIndexCanNumberFailByOverflowAndKeepThoseMad
     }
     EXPECT_EQ(errorOf([&] { controls->setXMLNode(root); }), int(ErrorNumber::Overflow));
     EXPECT_EQ(controls->Count(), 32767);
+    EXPECT_TRUE(window.made.back()->discarded);
     controls->Clear();
     EXPECT_EQ(controls->Count(), 0);
     window.made.clear();
