@@ -1,11 +1,13 @@
 # One folder under src/ is one object library `zan_<folder>`; the libraries that ship are put together from them.
 
 # zan_folder(<name> [MOC] [DEPENDS <folder>...] [LINK <target>...])
-# Every .cpp of the current folder becomes part of zan_<name>.
+# Every .cpp of the current folder and of its inner rooms becomes part of zan_<name>.
 function(zan_folder name)
   cmake_parse_arguments(FOLDER "MOC" "" "DEPENDS;LINK" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
-  file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp
+       ${CMAKE_CURRENT_SOURCE_DIR}/*/*.cpp)
+  file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h
+       ${CMAKE_CURRENT_SOURCE_DIR}/*/*.h)
   add_library(zan_${name} OBJECT ${sources} ${headers})
   set_target_properties(zan_${name} PROPERTIES LINKER_LANGUAGE CXX)
   target_include_directories(zan_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)

@@ -1,6 +1,6 @@
 #include "zanbench/BagText.h"
 
-#include "surface/FontObject.h"
+#include "surface/text/FontObject.h"
 #include "values/Convert.h"
 #include "values/NumberText.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "binding/Object.h"
-#include "surface/RecordingForms.h"
+#include "surface/forms/RecordingForms.h"
 
 #include <vector>
 

@@ -6,9 +6,9 @@
 #include "zanbench/SimulatedInput.h"
 
 #include "binding/MemberTable.h"
-#include "controls/BenchControls.h"
 #include "values/Format.h"
 #include "values/Twips.h"
+#include "wrappers/BenchControls.h"
 
 #include <QPixmap>
 
@@ -65,10 +65,10 @@ void HostItem::Wait(std::int32_t milliseconds)
 
 Ref<binding::Object> HostItem::wrapperOf(const Variant& control) const
 {
-    const Ref<controls::BenchControls> list = panelOf(run()).Controls();
+    const Ref<wrappers::BenchControls> list = panelOf(run()).Controls();
     if (!control.isObject())
         return list->Control(control);
-    if (auto* wrapper = dynamic_cast<controls::iBenchControl*>(control.object()))
+    if (auto* wrapper = dynamic_cast<wrappers::iBenchControl*>(control.object()))
         return Ref<binding::Object>(wrapper);
     const auto& live = binding::Marshal<Ref<surface::LiveControl>>::from(control);
     if (!live)
@@ -80,7 +80,7 @@ Ref<surface::LiveControl> HostItem::liveOf(const Variant& control) const
 {
     const Ref<binding::Object> wrapper = wrapperOf(control);
     const Ref<surface::LiveControl> live(
-        dynamic_cast<surface::LiveControl*>(static_cast<controls::iBenchControl&>(*wrapper).Control().get()));
+        dynamic_cast<surface::LiveControl*>(static_cast<wrappers::iBenchControl&>(*wrapper).Control().get()));
     if (!live)
         values::raise(ErrorNumber::ObjectNotSet);
     return live;
@@ -114,7 +114,7 @@ void HostItem::Keys(const QString& text)
 QString HostItem::Node(const Variant& control)
 {
     const Ref<binding::Object> wrapper = wrapperOf(control);
-    auto& face = static_cast<controls::iBenchControl&>(*wrapper);
+    auto& face = static_cast<wrappers::iBenchControl&>(*wrapper);
     face.UpdateNode();
     return face.XMLNode().xml();
 }

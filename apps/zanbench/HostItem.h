@@ -1,7 +1,7 @@
 #pragma once
 
 #include "binding/Object.h"
-#include "surface/LiveControl.h"
+#include "surface/host/LiveControl.h"
 
 #include <QString>
 

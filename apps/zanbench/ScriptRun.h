@@ -4,7 +4,7 @@
 #include "zanbench/OpenedSite.h"
 
 #include "script/ScriptControl.h"
-#include "surface/RecordingForms.h"
+#include "surface/forms/RecordingForms.h"
 #include "window/BenchWindow.h"
 
 #include <QElapsedTimer>

@@ -3,14 +3,14 @@
 // A bare widget is told a number, fills one rectangle and draws one text. Times are medians in milliseconds; a ratio
 // below 1 means that the panel is cheaper.
 
-#include "controls/BenchControl.h"
-#include "controls/BenchControls.h"
 #include "display/StatusLightControl.h"
 #include "display/ValueBarControl.h"
 #include "document/XMLOps.h"
 #include "livedata/Scan.h"
-#include "surface/ControlArray.h"
-#include "surface/Surface.h"
+#include "surface/host/ControlArray.h"
+#include "surface/host/Surface.h"
+#include "wrappers/BenchControl.h"
+#include "wrappers/BenchControls.h"
 
 #include "support/FakeSite.h"
 
@@ -136,7 +136,7 @@ struct Panel
             channel->units = QStringLiteral("m");
             channel->format = QStringLiteral("0.00");
             channels.push_back(channel);
-            const auto wrapper = make<controls::BenchControl>();
+            const auto wrapper = make<wrappers::BenchControl>();
             wrapper->setControl(control);
             wrapper->setControlType(QString::fromLatin1(type));
             wrapper->setChannel(channel);
@@ -163,10 +163,10 @@ struct Panel
 
     surface::Surface window;
     Ref<fake::FakeLogger> logger = make<fake::FakeLogger>();
-    Ref<controls::BenchControls> collection = make<controls::BenchControls>();
+    Ref<wrappers::BenchControls> collection = make<wrappers::BenchControls>();
     livedata::Scan liveData;
     std::vector<Ref<fake::FakeChannel>> channels;
-    std::vector<Ref<controls::BenchControl>> wrappers;
+    std::vector<Ref<wrappers::BenchControl>> wrappers;
     std::vector<Ref<Control>> items;
 };
 

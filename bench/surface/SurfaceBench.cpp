@@ -2,10 +2,10 @@
 // QLineEdit each in a plain widget, placed by hand. Times are medians in milliseconds; a ratio below 1 means that
 // the surface is cheaper.
 
-#include "surface/ControlArray.h"
-#include "surface/Label.h"
-#include "surface/Surface.h"
-#include "surface/TextBox.h"
+#include "surface/host/ControlArray.h"
+#include "surface/host/Surface.h"
+#include "surface/intrinsic/Label.h"
+#include "surface/intrinsic/TextBox.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

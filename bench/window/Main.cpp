@@ -4,8 +4,8 @@
 #include "document/XMLOps.h"
 #include "support/FakeSite.h"
 
-#include "surface/CommandButton.h"
-#include "surface/RecordingForms.h"
+#include "surface/forms/RecordingForms.h"
+#include "surface/intrinsic/CommandButton.h"
 #include "window/BenchWindow.h"
 
 #include <QApplication>

@@ -1,7 +1,7 @@
 #include "display/DisplayControl.h"
 
 #include "binding/MemberTable.h"
-#include "surface/Frames.h"
+#include "surface/host/Frames.h"
 
 #include <QPainter>
 

@@ -2,7 +2,7 @@
 
 #include "binding/PropertyBag.h"
 #include "display/FlashTimer.h"
-#include "surface/StyledControl.h"
+#include "surface/host/StyledControl.h"
 
 #include <QSize>
 

@@ -1,6 +1,6 @@
 #include "display/DisplayWidget.h"
 
-#include "surface/Surface.h"
+#include "surface/host/Surface.h"
 #include "values/Twips.h"
 
 #include <QResizeEvent>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "display/DisplayControl.h"
-#include "surface/ControlArray.h"
-#include "surface/SurfaceEvents.h"
+#include "surface/host/ControlArray.h"
+#include "surface/host/SurfaceEvents.h"
 
 #include <QWidget>
 

@@ -3,7 +3,7 @@
 #include "binding/MemberTable.h"
 #include "display/PixelPainter.h"
 #include "display/ScaleColour.h"
-#include "surface/TextPainter.h"
+#include "surface/text/TextPainter.h"
 
 #include <QColor>
 #include <QCoreApplication>

@@ -4,8 +4,8 @@
 #include "display/LimitMarker.h"
 #include "display/PixelPainter.h"
 #include "display/ScaleColour.h"
-#include "surface/FontFace.h"
-#include "surface/TextPainter.h"
+#include "surface/text/FontFace.h"
+#include "surface/text/TextPainter.h"
 #include "values/Format.h"
 
 #include <QColor>

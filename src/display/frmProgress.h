@@ -1,7 +1,7 @@
 #pragma once
 
 #include "site/Logger.h"
-#include "surface/HostForms.h"
+#include "surface/forms/HostForms.h"
 #include "values/Colour.h"
 
 #include <QPointer>

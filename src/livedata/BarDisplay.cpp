@@ -10,8 +10,6 @@
 namespace zan::livedata {
 
 namespace element = document::element;
-using controls::BenchControls;
-using controls::iBenchControl;
 using document::Node;
 using document::XMLOps::GetAttribute;
 using document::XMLOps::SetAttribute;
@@ -19,6 +17,8 @@ using values::Name;
 using values::Ref;
 using values::RuntimeError;
 using values::Variant;
+using wrappers::BenchControls;
+using wrappers::iBenchControl;
 
 namespace {
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "controls/iBenchControl.h"
+#include "wrappers/iBenchControl.h"
 
 namespace zan::livedata {
 
 /// The live control behind a wrapper, held while it is written to. Raises 91 when there is none.
-inline binding::Ref<binding::Object> liveTarget(const controls::iBenchControl& control)
+inline binding::Ref<binding::Object> liveTarget(const wrappers::iBenchControl& control)
 {
     binding::Ref<binding::Object> live = control.Control();
     if (!live)

@@ -14,8 +14,8 @@ namespace zan::livedata {
 
 namespace {
 
-using controls::BenchControls;
-using controls::iBenchControl;
+using wrappers::BenchControls;
+using wrappers::iBenchControl;
 
 constexpr QStringView StatusLightType = u"ZanBenchWindow.StatusLight";
 
@@ -66,13 +66,13 @@ bool watchText(const document::Node& node, values::Name name)
 
 } // namespace
 
-void Scan::update(controls::iBenchControl& control, controls::BenchControls& controls)
+void Scan::update(wrappers::iBenchControl& control, wrappers::BenchControls& controls)
 {
     if (const ScanRow* row = rowOf(control))
         row->routine(control, controls);
 }
 
-bool Scan::watch(const controls::iBenchControl& control)
+bool Scan::watch(const wrappers::iBenchControl& control)
 {
     namespace element = document::element;
     const document::Node node = control.XMLNode();
@@ -88,13 +88,13 @@ bool Scan::watch(const controls::iBenchControl& control)
     return isPlain;
 }
 
-void Scan::followLink(controls::iBenchControl& control, int state)
+void Scan::followLink(wrappers::iBenchControl& control, int state)
 {
     if (control.ControlType() == StatusLightType)
         FollowLink(control, state);
 }
 
-void Scan::feedRecords(controls::iBenchControl&, controls::BenchControls&)
+void Scan::feedRecords(wrappers::iBenchControl&, wrappers::BenchControls&)
 {
     // No control type on a panel shows log buffers yet.
 }

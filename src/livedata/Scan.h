@@ -1,17 +1,17 @@
 #pragma once
 
-#include "controls/PanelWindow.h"
+#include "wrappers/PanelWindow.h"
 
 namespace zan::livedata {
 
 /// Refreshes a panel's controls from their channels and from the link, by control type.
-class Scan : public controls::LiveData
+class Scan : public wrappers::LiveData
 {
 public:
-    void update(controls::iBenchControl& control, controls::BenchControls& controls) override;
-    bool watch(const controls::iBenchControl& control) override;
-    void followLink(controls::iBenchControl& control, int state) override;
-    void feedRecords(controls::iBenchControl& control, controls::BenchControls& controls) override;
+    void update(wrappers::iBenchControl& control, wrappers::BenchControls& controls) override;
+    bool watch(const wrappers::iBenchControl& control) override;
+    void followLink(wrappers::iBenchControl& control, int state) override;
+    void feedRecords(wrappers::iBenchControl& control, wrappers::BenchControls& controls) override;
 };
 
 } // namespace zan::livedata

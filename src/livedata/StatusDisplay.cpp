@@ -15,8 +15,6 @@
 namespace zan::livedata {
 
 namespace element = document::element;
-using controls::BenchControls;
-using controls::iBenchControl;
 using document::Node;
 using document::XMLOps::GetAttribute;
 using values::ErrorNumber;
@@ -25,6 +23,8 @@ using values::Ordering;
 using values::Ref;
 using values::RuntimeError;
 using values::Variant;
+using wrappers::BenchControls;
+using wrappers::iBenchControl;
 
 namespace {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "controls/BenchControls.h"
-#include "controls/iBenchControl.h"
+#include "wrappers/BenchControls.h"
+#include "wrappers/iBenchControl.h"
 
 namespace zan::livedata {
 
@@ -9,9 +9,9 @@ namespace zan::livedata {
 /// state of the connection, as the document says. A light that shows a channel and has none stays as it is.
 ///
 /// A value that cannot be compared raises what the comparison raises. Nothing is raised from a bit test on.
-void UpdateStatusLight(controls::iBenchControl& control, const controls::BenchControls& controls);
+void UpdateStatusLight(wrappers::iBenchControl& control, const wrappers::BenchControls& controls);
 
 /// Brings a light that shows the state of the connection in line with a new state of the link.
-void FollowLink(controls::iBenchControl& control, int state);
+void FollowLink(wrappers::iBenchControl& control, int state);
 
 } // namespace zan::livedata

@@ -8,11 +8,11 @@
 namespace zan::livedata {
 
 namespace element = document::element;
-using controls::iBenchControl;
 using document::XMLOps::GetAttribute;
 using values::Name;
 using values::Ref;
 using values::Variant;
+using wrappers::iBenchControl;
 
 namespace {
 

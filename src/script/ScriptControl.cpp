@@ -1,7 +1,7 @@
 #include "script/ScriptControl.h"
 
-#include "script/CompileError.h"
-#include "script/Engine.h"
+#include "script/machine/Engine.h"
+#include "script/syntax/CompileError.h"
 
 #include "values/RuntimeError.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "script/ScriptError.h"
-#include "script/ScriptHost.h"
+#include "script/machine/ScriptHost.h"
 
 #include "binding/Object.h"
 

@@ -13,13 +13,13 @@
 namespace zan::window {
 
 namespace element = document::element;
-using controls::iBenchControl;
 using document::Node;
 using document::XMLOps::GetAttribute;
 using site::LinkState;
 using surface::HostForms;
 using values::ErrorNumber;
 using values::Name;
+using wrappers::iBenchControl;
 
 namespace {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "controls/iBenchControl.h"
 #include "site/Logger.h"
+#include "wrappers/iBenchControl.h"
 
 #include <QPointer>
 #include <QString>
@@ -31,11 +31,11 @@ public:
     ActionEngine& operator=(const ActionEngine&) = delete;
 
     /// Runs the action in the control's ACTION element; nothing without one. Raises what the logger raises.
-    void RunAction(const Ref<controls::iBenchControl>& control);
+    void RunAction(const Ref<wrappers::iBenchControl>& control);
     /// Writes a value to a memory address of the logger, through a channel made for it. Raises 91 without a logger.
     void PutValue(const Variant& value, std::int32_t address, std::int32_t dataType);
     /// Asks for a value for the channel of a text box, starting from the text that it shows.
-    void setFromTextBox(const Ref<controls::iBenchControl>& control);
+    void setFromTextBox(const Ref<wrappers::iBenchControl>& control);
 
 private:
     struct Action;

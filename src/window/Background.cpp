@@ -1,6 +1,6 @@
 #include "window/Background.h"
 
-#include "surface/Surface.h"
+#include "surface/host/Surface.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "surface/Picture.h"
+#include "surface/host/Picture.h"
 
 #include <QString>
 

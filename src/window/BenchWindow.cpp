@@ -1,6 +1,5 @@
 #include "window/BenchWindow.h"
 
-#include "controls/ValueText.h"
 #include "display/frmProgress.h"
 #include "document/Elements.h"
 #include "document/XMLOps.h"
@@ -10,17 +9,18 @@
 #include "window/BenchWindowObject.h"
 #include "window/ControlFactory.h"
 #include "window/SiteMapPlacement.h"
+#include "wrappers/ValueText.h"
 
 namespace zan::window {
 
 namespace element = document::element;
 using binding::Variant;
-using controls::BenchControls;
-using controls::iBenchControl;
 using surface::FontObject;
 using values::ErrorNumber;
 using values::Name;
 using values::RuntimeError;
+using wrappers::BenchControls;
+using wrappers::iBenchControl;
 
 BenchWindow::BenchWindow(QWidget* parent)
     : Surface(parent)
@@ -66,7 +66,7 @@ BenchControls& BenchWindow::controlsOrRaise() const
 
 void BenchWindow::writeAttribute(Name name, const Variant& value)
 {
-    document::XMLOps::SetAttribute(m_container, name, controls::storedText(value), false);
+    document::XMLOps::SetAttribute(m_container, name, wrappers::storedText(value), false);
 }
 
 template <class Apply>

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "binding/PropertyBag.h"
-#include "controls/BenchControls.h"
 #include "site/Logger.h"
-#include "surface/HostForms.h"
-#include "surface/Surface.h"
+#include "surface/forms/HostForms.h"
+#include "surface/host/Surface.h"
+#include "wrappers/BenchControls.h"
 
 #include <memory>
 
@@ -33,7 +33,7 @@ using values::Ref;
 ///
 /// Hiding the panel itself ends its life as a panel; a host that wants to show it again later hides a parent of it
 /// instead. Run-time errors that nobody further down can take arrive at the signal runtimeError.
-class BenchWindow : public surface::Surface, private controls::PanelWindow, private surface::SurfaceEvents
+class BenchWindow : public surface::Surface, private wrappers::PanelWindow, private surface::SurfaceEvents
 {
     Q_OBJECT
 public:
@@ -80,7 +80,7 @@ public:
     bool HideProtectedControls() const;
     void setHideProtectedControls(bool hide);
     /// Empty after the panel was hidden.
-    Ref<controls::BenchControls> Controls() const { return m_controls; }
+    Ref<wrappers::BenchControls> Controls() const { return m_controls; }
     Ref<site::Logger> Logger() const { return m_logger; }
     /// Subscribes to the logger and its link. Raises 91 for no logger.
     void setLogger(const Ref<site::Logger>& logger);
@@ -130,8 +130,8 @@ Q_SIGNALS:
     void LoadScheme(const QString& Scheme);
 
 private:
-    // controls::PanelWindow
-    Ref<controls::iBenchControl> createControl(const QString& type) override;
+    // wrappers::PanelWindow
+    Ref<wrappers::iBenchControl> createControl(const QString& type) override;
     Ref<site::SchemeWindows> schemeWindows() override;
     void discardControl(const Ref<binding::Object>& control) override;
     void reportError(const values::RuntimeError& error) override;
@@ -150,27 +150,27 @@ private:
     void writeAttribute(values::Name name, const binding::Variant& value);
     template <class Apply>
     void forFollowers(Apply apply);
-    controls::BenchControls& controlsOrRaise() const;
+    wrappers::BenchControls& controlsOrRaise() const;
     void takeContainer();
     void applyContainer(document::Node& siteMapNode);
     void removeStaleSiteMaps();
     void placeSiteMap(const document::Node& siteMapNode);
     void storeFont(const document::Node& parent, binding::Object& font);
     void followLink(site::LinkState state);
-    Ref<controls::iBenchControl> wrapperOf(const surface::LiveControl& control) const;
+    Ref<wrappers::iBenchControl> wrapperOf(const surface::LiveControl& control) const;
     void clickedControl(surface::LiveControl& control);
 
     Ref<site::Logger> m_logger;
     Ref<site::Link> m_link;
-    Ref<controls::BenchControls> m_controls;
+    Ref<wrappers::BenchControls> m_controls;
     Ref<site::SchemeWindow> m_currentWindow;
     document::Node m_container;
     Ref<BenchWindowObject> m_object;
     std::unique_ptr<ControlFactory> m_factory;
     std::unique_ptr<Background> m_background;
-    std::unique_ptr<controls::LiveData> m_liveData;
+    std::unique_ptr<wrappers::LiveData> m_liveData;
     Ref<SiteMapPlacement> m_siteMap;
-    Ref<controls::iBenchControl> m_currentControl; // the one that was last clicked or pointed at
+    Ref<wrappers::iBenchControl> m_currentControl; // the one that was last clicked or pointed at
     std::unique_ptr<ActionEngine> m_actions;
     QPointer<display::frmProgress> m_progress;
     std::unique_ptr<surface::HostForms> m_ownForms;

@@ -2,13 +2,13 @@
 
 #include "window/BenchWindow.h"
 
-#include "controls/FontNode.h"
-#include "controls/ValueText.h"
 #include "document/Elements.h"
 #include "document/LoadByName.h"
 #include "document/XMLOps.h"
 #include "window/BenchWindowObject.h"
 #include "window/SiteMapPlacement.h"
+#include "wrappers/FontNode.h"
+#include "wrappers/ValueText.h"
 
 #include <array>
 #include <vector>
@@ -63,7 +63,7 @@ void BenchWindow::LoadWindow(const QString& key)
     // 7.
     removeStaleSiteMaps();
     // 8. The collection empties the tree of the window shown before and builds this one's controls.
-    const Ref<controls::BenchControls> list(&controlsOrRaise());
+    const Ref<wrappers::BenchControls> list(&controlsOrRaise());
     list->setXMLNode(m_currentWindow->XML());
     // 9.
     placeSiteMap(siteMapNode);
@@ -91,7 +91,7 @@ void BenchWindow::applyContainer(Node& siteMapNode)
     const auto& [fontNode, siteMap] = special;
     siteMapNode = siteMap.node;
     if (fontNode.node)
-        controls::applyFontNode(fontNode.node, *surfaceFont());
+        wrappers::applyFontNode(fontNode.node, *surfaceFont());
 }
 
 void BenchWindow::removeStaleSiteMaps()
@@ -113,7 +113,7 @@ void BenchWindow::placeSiteMap(const Node& siteMapNode)
     std::array special{SpecialChild{element::Font, {}}};
     document::loadByName(siteMapNode, *m_siteMap, special);
     if (special[0].node)
-        controls::applyFontNode(special[0].node, *m_siteMap->Font());
+        wrappers::applyFontNode(special[0].node, *m_siteMap->Font());
 }
 
 void BenchWindow::UpdateDocument()
@@ -126,10 +126,10 @@ void BenchWindow::UpdateDocument()
     storeFont(m_container, *surfaceFont());
     // 3.
     const Node siteMapNode = findOrAppend(m_container, element::SiteMap);
-    SetAttribute(siteMapNode, element::Left, controls::storedText(Variant(m_siteMap->Left())));
-    SetAttribute(siteMapNode, element::Top, controls::storedText(Variant(m_siteMap->Top())));
-    SetAttribute(siteMapNode, element::Height, controls::storedText(Variant(m_siteMap->Height())));
-    SetAttribute(siteMapNode, element::Width, controls::storedText(Variant(m_siteMap->Width())));
+    SetAttribute(siteMapNode, element::Left, wrappers::storedText(Variant(m_siteMap->Left())));
+    SetAttribute(siteMapNode, element::Top, wrappers::storedText(Variant(m_siteMap->Top())));
+    SetAttribute(siteMapNode, element::Height, wrappers::storedText(Variant(m_siteMap->Height())));
+    SetAttribute(siteMapNode, element::Width, wrappers::storedText(Variant(m_siteMap->Width())));
     storeFont(siteMapNode, *m_siteMap->Font());
 }
 
@@ -150,7 +150,7 @@ void BenchWindow::SaveWindow()
 
 void BenchWindow::storeFont(const Node& parent, binding::Object& font)
 {
-    controls::storeFontNode(findOrAppend(parent, element::Font), font);
+    wrappers::storeFontNode(findOrAppend(parent, element::Font), font);
 }
 
 void BenchWindow::Clear()
@@ -163,7 +163,7 @@ void BenchWindow::Clear()
     }
     // 2. to 5.
     m_currentControl = nullptr;
-    const Ref<controls::BenchControls> list(&controlsOrRaise());
+    const Ref<wrappers::BenchControls> list(&controlsOrRaise());
     list->Clear();
     cls();
     InitProperties();

@@ -4,7 +4,7 @@
 
 #include "document/Elements.h"
 #include "document/XMLOps.h"
-#include "surface/CommandButton.h"
+#include "surface/intrinsic/CommandButton.h"
 #include "values/Convert.h"
 #include "window/ActionEngine.h"
 #include "window/Background.h"
@@ -27,7 +27,7 @@ namespace {
 constexpr std::array<const char16_t*, 5> connectCaptions = {u"&Connect", u"&Cancel", u"&Disconnect", u"&Cancel",
                                                             u"&Re-connect"};
 
-bool isConnectButton(const controls::iBenchControl& control)
+bool isConnectButton(const wrappers::iBenchControl& control)
 {
     const document::Node action = control.XMLNode().child(element::Action);
     return action && GetAttribute(action, element::Type) == QLatin1String("VESPER") &&
@@ -61,7 +61,7 @@ void BenchWindow::followLink(site::LinkState state)
     }
 }
 
-Ref<controls::iBenchControl> BenchWindow::wrapperOf(const LiveControl& control) const
+Ref<wrappers::iBenchControl> BenchWindow::wrapperOf(const LiveControl& control) const
 {
     return controlsOrRaise().Control(Variant(values::toInteger(Variant(control.tag()))));
 }
@@ -86,7 +86,7 @@ void BenchWindow::clickedControl(LiveControl& control)
         return;
     if (m_currentControl)
         m_currentControl->setShowGrabHandles(false);
-    const Ref<controls::iBenchControl> wrapper = wrapperOf(control);
+    const Ref<wrappers::iBenchControl> wrapper = wrapperOf(control);
     m_currentControl = wrapper;
     if (isCheckBox) {
         // The next scan must not undo what the click shows. COMPAT: marked before the test below, so that a change

@@ -2,15 +2,15 @@
 
 #include "display/StatusLightControl.h"
 #include "display/ValueBarControl.h"
-#include "surface/CheckBox.h"
-#include "surface/CommandButton.h"
-#include "surface/Label.h"
-#include "surface/OptionButton.h"
-#include "surface/PictureBox.h"
-#include "surface/ProgressBar.h"
-#include "surface/Shape.h"
-#include "surface/Surface.h"
-#include "surface/TextBox.h"
+#include "surface/host/Surface.h"
+#include "surface/intrinsic/CheckBox.h"
+#include "surface/intrinsic/CommandButton.h"
+#include "surface/intrinsic/Label.h"
+#include "surface/intrinsic/OptionButton.h"
+#include "surface/intrinsic/PictureBox.h"
+#include "surface/intrinsic/ProgressBar.h"
+#include "surface/intrinsic/Shape.h"
+#include "surface/intrinsic/TextBox.h"
 
 #include <array>
 
@@ -62,9 +62,9 @@ constexpr std::array<Creator, 10> creators{{
 }};
 
 /// Outlives every wrapper: a script may hold one when its window is long gone.
-const controls::PictureLoader& pictureLoader()
+const wrappers::PictureLoader& pictureLoader()
 {
-    static const controls::PictureLoader loader = [](const QString& file) {
+    static const wrappers::PictureLoader loader = [](const QString& file) {
         return Variant(surface::loadPicture(file));
     };
     return loader;
@@ -92,7 +92,7 @@ void ControlFactory::buildNewControlMenu()
     }
 }
 
-Ref<controls::iBenchControl> ControlFactory::CreateControl(const QString& typeKey, bool positionsLocked)
+Ref<wrappers::iBenchControl> ControlFactory::CreateControl(const QString& typeKey, bool positionsLocked)
 {
     // 2. A key without a row, or whose kind of control is not there, is unknown; nothing has been touched.
     const ControlType* type = findControlType(typeKey);
@@ -103,7 +103,7 @@ Ref<controls::iBenchControl> ControlFactory::CreateControl(const QString& typeKe
     const Ref<LiveControl> live = liveControl(*array);
     style(*live, type->styling, positionsLocked);
     // 1., 5. and 6.
-    const auto wrapper = values::make<controls::BenchControl>();
+    const auto wrapper = values::make<wrappers::BenchControl>();
     wrapper->setPictureLoader(&pictureLoader());
     wrapper->begin(typeKey, live, (type->styling & OwnSettings) == 0);
     return wrapper;

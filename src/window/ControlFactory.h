@@ -1,7 +1,7 @@
 #pragma once
 
-#include "controls/BenchControl.h"
 #include "window/ControlTypes.h"
+#include "wrappers/BenchControl.h"
 
 #include <set>
 #include <vector>
@@ -26,7 +26,7 @@ public:
 
     /// Nothing for a key that is not known. Raises what the control host raises when no further element can be
     /// loaded; nothing has changed then.
-    Ref<controls::iBenchControl> CreateControl(const QString& type, bool positionsLocked);
+    Ref<wrappers::iBenchControl> CreateControl(const QString& type, bool positionsLocked);
     /// Hides a template, unloads any other element; failures are ignored.
     void discard(const Ref<binding::Object>& control);
     /// Gives the templates of the plain controls the surface's font and colours.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "surface/FontObject.h"
+#include "surface/text/FontObject.h"
 
 #include <cstdint>
 

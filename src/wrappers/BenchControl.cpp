@@ -1,18 +1,18 @@
-#include "controls/BenchControl.h"
+#include "wrappers/BenchControl.h"
 
 #include "binding/MemberTable.h"
-#include "controls/FontNode.h"
-#include "controls/ValueText.h"
 #include "document/Elements.h"
 #include "document/LoadByName.h"
 #include "document/XMLOps.h"
-#include "surface/WindowOps.h"
+#include "surface/ops/WindowOps.h"
 #include "values/Convert.h"
 #include "values/Twips.h"
+#include "wrappers/FontNode.h"
+#include "wrappers/ValueText.h"
 
 #include <array>
 
-namespace zan::controls {
+namespace zan::wrappers {
 
 namespace element = document::element;
 using binding::AccessStatus;
@@ -469,4 +469,4 @@ void BenchControl::UpdateNode()
         storeFontNode(m_fontNode, *font);
 }
 
-} // namespace zan::controls
+} // namespace zan::wrappers

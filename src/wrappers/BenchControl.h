@@ -1,12 +1,12 @@
 #pragma once
 
-#include "controls/iBenchControl.h"
 #include "display/cGrabHandles.h"
+#include "wrappers/iBenchControl.h"
 
 #include <functional>
 #include <memory>
 
-namespace zan::controls {
+namespace zan::wrappers {
 
 /// Turns a picture file's name into the Picture object to assign to a live control; raises when it cannot.
 using PictureLoader = std::function<Variant(const QString& file)>;
@@ -126,4 +126,4 @@ private:
     bool m_updated = false;
 };
 
-} // namespace zan::controls
+} // namespace zan::wrappers

@@ -1,4 +1,4 @@
-#include "controls/BenchControls.h"
+#include "wrappers/BenchControls.h"
 
 #include "binding/MemberTable.h"
 #include "document/Elements.h"
@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <limits>
 
-namespace zan::controls {
+namespace zan::wrappers {
 
 namespace element = document::element;
 using binding::AccessStatus;
@@ -350,4 +350,4 @@ const binding::MemberTable& BenchControls::members() const
     return table;
 }
 
-} // namespace zan::controls
+} // namespace zan::wrappers

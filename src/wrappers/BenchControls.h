@@ -1,13 +1,13 @@
 #pragma once
 
-#include "controls/KeyedList.h"
-#include "controls/PanelWindow.h"
 #include "site/Logger.h"
+#include "wrappers/KeyedList.h"
+#include "wrappers/PanelWindow.h"
 
 #include <QMetaObject>
 #include <QObject>
 
-namespace zan::controls {
+namespace zan::wrappers {
 
 /// The ordered list of one window's placed controls. It builds the list from the window node, keeps keys and
 /// indices, ties each control to its channel, owns the states that touch all controls at once, and walks the
@@ -97,4 +97,4 @@ private:
     bool m_haveData = false;
 };
 
-} // namespace zan::controls
+} // namespace zan::wrappers

@@ -1,8 +1,8 @@
 // The collection's road of live data: its subscriptions to the logger and the link.
 
-#include "controls/BenchControls.h"
+#include "wrappers/BenchControls.h"
 
-namespace zan::controls {
+namespace zan::wrappers {
 
 using document::Node;
 using values::RuntimeError;
@@ -98,4 +98,4 @@ void BenchControls::onStateChange(int state)
     }
 }
 
-} // namespace zan::controls
+} // namespace zan::wrappers

@@ -1,13 +1,13 @@
-#include "controls/FontNode.h"
+#include "wrappers/FontNode.h"
 
-#include "controls/ValueText.h"
 #include "document/Elements.h"
 #include "document/LoadByName.h"
 #include "document/XMLOps.h"
+#include "wrappers/ValueText.h"
 
 #include <array>
 
-namespace zan::controls {
+namespace zan::wrappers {
 
 using document::Node;
 namespace element = document::element;
@@ -31,4 +31,4 @@ void storeFontNode(const Node& fontNode, binding::Object& font)
     }
 }
 
-} // namespace zan::controls
+} // namespace zan::wrappers

@@ -3,7 +3,7 @@
 #include "binding/Object.h"
 #include "document/Node.h"
 
-namespace zan::controls {
+namespace zan::wrappers {
 
 /// Sets each child of a FONT element by name on a font object, then assigns the font's size to itself, which makes
 /// the size that the font really took its own. Failures are ignored, per name.
@@ -11,4 +11,4 @@ void applyFontNode(const document::Node& fontNode, binding::Object& font);
 /// Writes the font's eight attributes into a FONT element, without force: false and zero are stored by absence.
 void storeFontNode(const document::Node& fontNode, binding::Object& font);
 
-} // namespace zan::controls
+} // namespace zan::wrappers

@@ -1,10 +1,10 @@
-#include "controls/KeyedList.h"
+#include "wrappers/KeyedList.h"
 
 #include "values/RuntimeError.h"
 
 #include <algorithm>
 
-namespace zan::controls {
+namespace zan::wrappers {
 
 using values::ErrorNumber;
 
@@ -50,4 +50,4 @@ void KeyedList::remove(std::int32_t place)
     m_entries.erase(m_entries.begin() + (place - 1));
 }
 
-} // namespace zan::controls
+} // namespace zan::wrappers

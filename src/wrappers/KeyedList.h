@@ -1,12 +1,12 @@
 #pragma once
 
-#include "controls/ScanMemo.h"
+#include "wrappers/ScanMemo.h"
 
 #include <QHash>
 
 #include <vector>
 
-namespace zan::controls {
+namespace zan::wrappers {
 
 /// One-based list of wrappers with optional unique keys, compared without regard to case.
 class KeyedList
@@ -37,4 +37,4 @@ private:
     QHash<QString, const iBenchControl*> m_byKey;
 };
 
-} // namespace zan::controls
+} // namespace zan::wrappers

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "controls/iBenchControl.h"
 #include "site/Scheme.h"
+#include "wrappers/iBenchControl.h"
 
-namespace zan::controls {
+namespace zan::wrappers {
 
 class BenchControls;
 
@@ -39,4 +39,4 @@ public:
     virtual void feedRecords(iBenchControl& control, BenchControls& controls) = 0;
 };
 
-} // namespace zan::controls
+} // namespace zan::wrappers

@@ -1,6 +1,6 @@
-#include "controls/ScanMemo.h"
+#include "wrappers/ScanMemo.h"
 
-namespace zan::controls {
+namespace zan::wrappers {
 
 ScanMemo::ScanMemo(const iBenchControl& control)
     : m_wrapperRevision(control.revision())
@@ -28,4 +28,4 @@ bool ScanMemo::countsChanges() const noexcept
     return m_wrapperRevision != 0 && m_live && m_liveRevision != 0 && (!m_channel || m_channelRevision != 0);
 }
 
-} // namespace zan::controls
+} // namespace zan::wrappers

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "controls/iBenchControl.h"
+#include "wrappers/iBenchControl.h"
 
-namespace zan::controls {
+namespace zan::wrappers {
 
 /// What one control was like when the scan last looked at it. An update that changed nothing, and depends on nothing
 /// but what is noted here, would change nothing again: as long as the memo holds, the scan passes the control over.
@@ -45,4 +45,4 @@ private:
     bool m_isSettled = false;
 };
 
-} // namespace zan::controls
+} // namespace zan::wrappers

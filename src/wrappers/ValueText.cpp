@@ -1,9 +1,9 @@
-#include "controls/ValueText.h"
+#include "wrappers/ValueText.h"
 
 #include "values/Convert.h"
 #include "values/NumberText.h"
 
-namespace zan::controls {
+namespace zan::wrappers {
 
 QString storedText(const values::Variant& value)
 {
@@ -26,4 +26,4 @@ QString storedText(const values::Variant& value)
     return text;
 }
 
-} // namespace zan::controls
+} // namespace zan::wrappers

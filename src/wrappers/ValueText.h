@@ -4,7 +4,7 @@
 
 #include <QString>
 
-namespace zan::controls {
+namespace zan::wrappers {
 
 /// A property's value as a document stores it: Boolean as -1 or 0, numbers as the shortest decimal that reads back
 /// to the same value, text verbatim; empty for what has no text.
@@ -14,4 +14,4 @@ inline QString storedText(bool value)
     return value ? QStringLiteral("-1") : QStringLiteral("0");
 }
 
-} // namespace zan::controls
+} // namespace zan::wrappers

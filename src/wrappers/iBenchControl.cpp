@@ -1,8 +1,8 @@
-#include "controls/iBenchControl.h"
+#include "wrappers/iBenchControl.h"
 
 #include "binding/MemberTable.h"
 
-namespace zan::controls {
+namespace zan::wrappers {
 
 const binding::MemberTable& iBenchControl::members() const
 {
@@ -41,4 +41,4 @@ const binding::MemberTable& iBenchControl::members() const
     return table;
 }
 
-} // namespace zan::controls
+} // namespace zan::wrappers

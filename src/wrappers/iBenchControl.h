@@ -10,7 +10,7 @@
 #include <cstdint>
 #include <optional>
 
-namespace zan::controls {
+namespace zan::wrappers {
 
 using binding::Ref;
 using binding::Variant;
@@ -84,4 +84,4 @@ public:
     const binding::MemberTable& members() const override;
 };
 
-} // namespace zan::controls
+} // namespace zan::wrappers

@@ -1,7 +1,7 @@
 #include "HostFixture.h"
 
 #include "document/XMLOps.h"
-#include "surface/LiveControl.h"
+#include "surface/host/LiveControl.h"
 #include "values/Convert.h"
 #include "window/BenchWindow.h"
 

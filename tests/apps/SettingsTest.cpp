@@ -2,7 +2,7 @@
 
 #include "zanbench/BagText.h"
 
-#include "surface/FontObject.h"
+#include "surface/text/FontObject.h"
 #include "values/Convert.h"
 
 using namespace zan;

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "display/FlashClock.h"
-#include "surface/ControlArray.h"
-#include "surface/Surface.h"
+#include "surface/host/ControlArray.h"
+#include "surface/host/Surface.h"
 #include "values/Twips.h"
 
 #include <QColor>

@@ -2,7 +2,7 @@
 #include "display/ValueBar.h"
 
 #include "DisplayFixture.h"
-#include "surface/Surface.h"
+#include "surface/host/Surface.h"
 
 #include <QAccessible>
 #include <QSignalSpy>

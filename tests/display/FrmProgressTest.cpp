@@ -2,7 +2,7 @@
 #include "display/ProgressPicture.h"
 
 #include "support/FakeSite.h"
-#include "surface/RecordingForms.h"
+#include "surface/forms/RecordingForms.h"
 
 #include <QCoreApplication>
 #include <QEvent>

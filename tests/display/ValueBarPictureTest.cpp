@@ -2,8 +2,8 @@
 #include "display/ValueBarControl.h"
 
 #include "DisplayFixture.h"
-#include "surface/FontFace.h"
-#include "surface/TextPainter.h"
+#include "surface/text/FontFace.h"
+#include "surface/text/TextPainter.h"
 #include "values/Format.h"
 
 #include <gtest/gtest.h>

@@ -2,10 +2,10 @@
 
 #include "display/ValueBarControl.h"
 #include "livedata/Scan.h"
-#include "surface/CheckBox.h"
-#include "surface/ControlArray.h"
-#include "surface/ProgressBar.h"
-#include "surface/Surface.h"
+#include "surface/host/ControlArray.h"
+#include "surface/host/Surface.h"
+#include "surface/intrinsic/CheckBox.h"
+#include "surface/intrinsic/ProgressBar.h"
 
 #include "LiveRecorder.h"
 
@@ -296,7 +296,7 @@ TEST_F(BarDisplay, FailuresAreNotTrapped)
     set("BOUNDLIMIT", "-1");
     set("LIMITCHANNEL", "RTD|SETPOINT");
     EXPECT_EQ(errorOf([&] { scan(); }), 13);
-    const auto alone = values::make<controls::BenchControls>();
+    const auto alone = values::make<wrappers::BenchControls>();
     EXPECT_EQ(errorOf([&] { UpdateValueBar(*wrapper, *alone); }), 91);
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "binding/MemberTable.h"
-#include "controls/BenchControl.h"
-#include "controls/BenchControls.h"
 #include "document/XMLOps.h"
 #include "values/Convert.h"
+#include "wrappers/BenchControl.h"
+#include "wrappers/BenchControls.h"
 
 #include "support/FakeSite.h"
 
@@ -71,8 +71,8 @@ public:
 
     values::Ref<fake::FakeLogger> logger = values::make<fake::FakeLogger>();
     values::Ref<fake::FakeChannel> channel = logger->channel(QStringLiteral("RTD"), QStringLiteral("STAGE"));
-    values::Ref<controls::BenchControls> collection = values::make<controls::BenchControls>();
-    values::Ref<controls::BenchControl> wrapper = values::make<controls::BenchControl>();
+    values::Ref<wrappers::BenchControls> collection = values::make<wrappers::BenchControls>();
+    values::Ref<wrappers::BenchControl> wrapper = values::make<wrappers::BenchControl>();
     values::Ref<LiveRecorder> live = values::make<LiveRecorder>();
 };
 

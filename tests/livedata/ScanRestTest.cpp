@@ -28,9 +28,9 @@ class CountingScan : public livedata::Scan
 {
 public:
     int updates = 0;
-    std::function<void(controls::iBenchControl&)> afterUpdate;
+    std::function<void(wrappers::iBenchControl&)> afterUpdate;
 
-    void update(controls::iBenchControl& control, controls::BenchControls& controls) override
+    void update(wrappers::iBenchControl& control, wrappers::BenchControls& controls) override
     {
         ++updates;
         Scan::update(control, controls);
@@ -103,7 +103,7 @@ protected:
         controls->ScanControls();
         return scan.updates;
     }
-    Ref<controls::iBenchControl> wrapper(int place) { return controls->Control(Variant(place)); }
+    Ref<wrappers::iBenchControl> wrapper(int place) { return controls->Control(Variant(place)); }
     Node node(int place) { return wrapper(place)->XMLNode(); }
     Ref<binding::Object> live(int place) { return wrapper(place)->Control(); }
     QString shown(int place, const char* property = "Caption")
@@ -125,7 +125,7 @@ protected:
     Ref<StoredSite> logger = make<StoredSite>(scheme);
     CountingScan scan;
     window::BenchWindow panel;
-    Ref<controls::BenchControls> controls;
+    Ref<wrappers::BenchControls> controls;
     Ref<site::Channel> stage, flow;
 };
 
@@ -183,7 +183,7 @@ TEST_F(ScanRest, WhatAUserHasTypedIsOverwritten)
 
 TEST_F(ScanRest, AnEditDuringTheUpdateIsOverwrittenByTheNextScan)
 {
-    scan.afterUpdate = [&](controls::iBenchControl& control) {
+    scan.afterUpdate = [&](wrappers::iBenchControl& control) {
         if (control.Index() == LabelPlace)
             control.Control()->put(Name("Caption"), Variant(u"late"));
     };
@@ -195,7 +195,7 @@ TEST_F(ScanRest, AnEditDuringTheUpdateIsOverwrittenByTheNextScan)
 
 TEST_F(ScanRest, AValueThatArrivesDuringTheUpdateIsShownByTheNextScan)
 {
-    scan.afterUpdate = [&](controls::iBenchControl&) { stage->setValue(Variant(9)); };
+    scan.afterUpdate = [&](wrappers::iBenchControl&) { stage->setValue(Variant(9)); };
     stage->setValue(Variant(8));
     controls->ScanControls();
     scan.afterUpdate = nullptr;

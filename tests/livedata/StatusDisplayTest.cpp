@@ -1,10 +1,10 @@
 #include "livedata/StatusDisplay.h"
 
-#include "controls/BenchControls.h"
 #include "display/StatusLightControl.h"
 #include "livedata/Scan.h"
-#include "surface/ControlArray.h"
-#include "surface/Surface.h"
+#include "surface/host/ControlArray.h"
+#include "surface/host/Surface.h"
+#include "wrappers/BenchControls.h"
 
 #include "LiveRecorder.h"
 #include "support/FakePanel.h"
@@ -218,7 +218,7 @@ TEST_F(StatusDisplay, FromABitTestOnNothingFailsVisibly)
 
 TEST_F(StatusDisplay, BitTestWithoutLoggerIsAFailedRead)
 {
-    const auto alone = values::make<controls::BenchControls>();
+    const auto alone = values::make<wrappers::BenchControls>();
     bind(Variant(0));
     set("COMPARISON", "BIT CLEAR=");
     UpdateStatusLight(*wrapper, *alone);
@@ -257,7 +257,7 @@ TEST_F(StatusDisplay, DataStatusAsksForDataAndAConnectionAndKeepsTheDataThroughA
 
 TEST_F(StatusDisplay, LoggerStatusWithoutLoggerRaises)
 {
-    const auto alone = values::make<controls::BenchControls>();
+    const auto alone = values::make<wrappers::BenchControls>();
     set("MODE", "PROGRAM");
     EXPECT_EQ(errorOf([&] { UpdateStatusLight(*wrapper, *alone); }), 91);
 }

@@ -7,13 +7,13 @@
 #include <gtest/gtest.h>
 
 using namespace zan;
-using controls::BenchControl;
 using livedata::UpdateLabel;
 using livedata::UpdateTextBox;
 using values::make;
 using values::Name;
 using values::Ref;
 using values::Variant;
+using wrappers::BenchControl;
 
 namespace {
 
@@ -150,7 +150,7 @@ TEST_F(TextDisplay, WrapperWithoutLiveControlIsNoFailure)
 
 TEST_F(TextDisplay, ScanTellsTypesApartExactly)
 {
-    const auto collection = make<controls::BenchControls>();
+    const auto collection = make<wrappers::BenchControls>();
     livedata::Scan scan;
     wrapper->setChannel(channel);
     channel->value = Variant(4);

@@ -1,7 +1,7 @@
 // Each row of error-texts.tsv: a number that the language knows, and its text.
 
-#include "script/CompileError.h"
 #include "script/ScriptControl.h"
+#include "script/syntax/CompileError.h"
 
 #include <gtest/gtest.h>
 

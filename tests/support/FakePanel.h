@@ -1,11 +1,11 @@
 #pragma once
 
 #include "binding/MemberTable.h"
-#include "controls/BenchControl.h"
-#include "controls/BenchControls.h"
 #include "document/Elements.h"
 #include "document/XMLOps.h"
 #include "document/XmlText.h"
+#include "wrappers/BenchControl.h"
+#include "wrappers/BenchControls.h"
 
 #include <functional>
 #include <vector>
@@ -126,7 +126,7 @@ public:
 };
 
 /// A window that makes every type but "UNKNOWN", one fake control each; the first of a type is its template.
-class FakePanelWindow : public controls::PanelWindow
+class FakePanelWindow : public wrappers::PanelWindow
 {
 public:
     std::vector<Ref<FakeControl>> made;
@@ -134,7 +134,7 @@ public:
     Ref<site::SchemeWindows> windows;
     std::vector<values::RuntimeError> errors;
 
-    Ref<controls::iBenchControl> createControl(const QString& type) override
+    Ref<wrappers::iBenchControl> createControl(const QString& type) override
     {
         if (type.isEmpty() || type == QLatin1String("UNKNOWN"))
             return {};
@@ -142,7 +142,7 @@ public:
         live->templateElement = std::find(types.begin(), types.end(), type) == types.end();
         made.push_back(live);
         types.push_back(type);
-        const auto wrapper = values::make<controls::BenchControl>();
+        const auto wrapper = values::make<wrappers::BenchControl>();
         wrapper->setControlType(type);
         wrapper->setControl(live);
         wrapper->setVisible(true);

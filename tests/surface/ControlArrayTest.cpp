@@ -1,8 +1,8 @@
 #include "surface/Errors.h"
-#include "surface/Label.h"
-#include "surface/ProgressBar.h"
 #include "surface/SurfaceFixture.h"
-#include "surface/TextBox.h"
+#include "surface/intrinsic/Label.h"
+#include "surface/intrinsic/ProgressBar.h"
+#include "surface/intrinsic/TextBox.h"
 
 #include "values/Convert.h"
 

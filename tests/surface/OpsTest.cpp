@@ -1,8 +1,8 @@
-#include "surface/ControlOps.h"
-#include "surface/Label.h"
 #include "surface/SurfaceFixture.h"
-#include "surface/TextBox.h"
-#include "surface/WindowOps.h"
+#include "surface/intrinsic/Label.h"
+#include "surface/intrinsic/TextBox.h"
+#include "surface/ops/ControlOps.h"
+#include "surface/ops/WindowOps.h"
 
 #include <QComboBox>
 #include <QHeaderView>

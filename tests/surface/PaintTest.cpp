@@ -1,14 +1,14 @@
-#include "surface/DosCharset.h"
 #include "surface/Errors.h"
-#include "surface/Label.h"
-#include "surface/Picture.h"
-#include "surface/PictureBox.h"
-#include "surface/ProgressBar.h"
-#include "surface/Shape.h"
 #include "surface/SurfaceFixture.h"
-#include "surface/TextPainter.h"
+#include "surface/host/Picture.h"
+#include "surface/intrinsic/Label.h"
+#include "surface/intrinsic/PictureBox.h"
+#include "surface/intrinsic/ProgressBar.h"
+#include "surface/intrinsic/Shape.h"
+#include "surface/text/DosCharset.h"
+#include "surface/text/TextPainter.h"
 
-#include "surface/FontFace.h"
+#include "surface/text/FontFace.h"
 
 #include <QPainter>
 

@@ -1,5 +1,5 @@
+#include "surface/host/Picture.h"
 #include "surface/Errors.h"
-#include "surface/Picture.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,11 +1,11 @@
-#include "surface/CheckBox.h"
-#include "surface/CommandButton.h"
-#include "surface/KeyCodes.h"
-#include "surface/Label.h"
-#include "surface/PictureBox.h"
-#include "surface/Shape.h"
 #include "surface/SurfaceFixture.h"
-#include "surface/TextBox.h"
+#include "surface/host/KeyCodes.h"
+#include "surface/intrinsic/CheckBox.h"
+#include "surface/intrinsic/CommandButton.h"
+#include "surface/intrinsic/Label.h"
+#include "surface/intrinsic/PictureBox.h"
+#include "surface/intrinsic/Shape.h"
+#include "surface/intrinsic/TextBox.h"
 
 #include <QContextMenuEvent>
 #include <QHelpEvent>

@@ -1,13 +1,13 @@
 #include "surface/SurfaceFixture.h"
 
-#include "surface/CheckBox.h"
-#include "surface/CommandButton.h"
-#include "surface/Label.h"
-#include "surface/OptionButton.h"
-#include "surface/PictureBox.h"
-#include "surface/ProgressBar.h"
-#include "surface/Shape.h"
-#include "surface/TextBox.h"
+#include "surface/intrinsic/CheckBox.h"
+#include "surface/intrinsic/CommandButton.h"
+#include "surface/intrinsic/Label.h"
+#include "surface/intrinsic/OptionButton.h"
+#include "surface/intrinsic/PictureBox.h"
+#include "surface/intrinsic/ProgressBar.h"
+#include "surface/intrinsic/Shape.h"
+#include "surface/intrinsic/TextBox.h"
 
 #include <QApplication>
 #include <QStyleFactory>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "surface/ControlArray.h"
-#include "surface/Surface.h"
+#include "surface/host/ControlArray.h"
+#include "surface/host/Surface.h"
 
 #include <QImage>
 #include <QString>

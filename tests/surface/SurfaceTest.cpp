@@ -1,10 +1,10 @@
-#include "surface/CheckBox.h"
-#include "surface/Label.h"
-#include "surface/PictureBox.h"
-#include "surface/ProgressBar.h"
-#include "surface/Shape.h"
 #include "surface/SurfaceFixture.h"
-#include "surface/TextBox.h"
+#include "surface/intrinsic/CheckBox.h"
+#include "surface/intrinsic/Label.h"
+#include "surface/intrinsic/PictureBox.h"
+#include "surface/intrinsic/ProgressBar.h"
+#include "surface/intrinsic/Shape.h"
+#include "surface/intrinsic/TextBox.h"
 
 #include <QAccessible>
 #include <QBackingStore>

@@ -1,12 +1,12 @@
-#include "surface/CheckBox.h"
-#include "surface/CommandButton.h"
 #include "surface/Errors.h"
-#include "surface/Label.h"
-#include "surface/OptionButton.h"
-#include "surface/PictureBox.h"
 #include "surface/SurfaceFixture.h"
-#include "surface/TextBox.h"
-#include "surface/WidgetControl.h"
+#include "surface/host/WidgetControl.h"
+#include "surface/intrinsic/CheckBox.h"
+#include "surface/intrinsic/CommandButton.h"
+#include "surface/intrinsic/Label.h"
+#include "surface/intrinsic/OptionButton.h"
+#include "surface/intrinsic/PictureBox.h"
+#include "surface/intrinsic/TextBox.h"
 
 #include <QCheckBox>
 #include <QLineEdit>

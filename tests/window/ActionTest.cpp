@@ -1,8 +1,8 @@
 #include "WindowFixture.h"
 
 #include "display/frmProgress.h"
-#include "surface/CheckBox.h"
-#include "surface/CommandButton.h"
+#include "surface/intrinsic/CheckBox.h"
+#include "surface/intrinsic/CommandButton.h"
 #include "window/ActionEngine.h"
 
 #include <QCoreApplication>

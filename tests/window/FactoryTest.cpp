@@ -5,9 +5,9 @@
 using namespace zan;
 using namespace zan::window;
 using binding::Variant;
-using controls::iBenchControl;
 using values::Name;
 using values::Ref;
+using wrappers::iBenchControl;
 
 namespace {
 class Factory : public WindowTest

@@ -296,7 +296,7 @@ TEST_F(Lifecycle, HidingThePanelItselfEndsItsLifeAndHidingAParentDoesNot)
 TEST_F(Lifecycle, FaceOfAPanelThatHasGoneRaisesObjectNotSet)
 {
     const Ref<BenchWindowObject> object = panel->object();
-    const Ref<controls::BenchControls> list = panel->Controls();
+    const Ref<wrappers::BenchControls> list = panel->Controls();
     panel.reset();
     EXPECT_EQ(errorOf([&] { object->get(Name("GridSize")); }), int(ErrorNumber::ObjectNotSet));
     EXPECT_EQ(errorOf([&] { list->Add(QStringLiteral("VB.Label")); }), int(ErrorNumber::ObjectNotSet));

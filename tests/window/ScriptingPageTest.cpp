@@ -1,6 +1,6 @@
 #include "WindowFixture.h"
 
-#include "surface/CommandButton.h"
+#include "surface/intrinsic/CommandButton.h"
 
 #include <QFile>
 #include <QRegularExpression>

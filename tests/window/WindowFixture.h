@@ -3,8 +3,8 @@
 #include "document/XMLOps.h"
 #include "document/XmlText.h"
 #include "support/FakeSite.h"
-#include "surface/LiveControl.h"
-#include "surface/RecordingForms.h"
+#include "surface/forms/RecordingForms.h"
+#include "surface/host/LiveControl.h"
 #include "window/BenchWindow.h"
 #include "window/BenchWindowObject.h"
 

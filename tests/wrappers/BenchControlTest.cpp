@@ -1,4 +1,4 @@
-#include "controls/BenchControl.h"
+#include "wrappers/BenchControl.h"
 
 #include "support/FakePanel.h"
 #include "support/FakeSite.h"
@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 using namespace zan;
-using controls::BenchControl;
 using document::Node;
 using fake::FakeControl;
 using values::ErrorNumber;
@@ -14,6 +13,7 @@ using values::make;
 using values::Name;
 using values::Ref;
 using values::Variant;
+using wrappers::BenchControl;
 
 namespace {
 
@@ -38,7 +38,7 @@ struct Wrapped
 
 TEST(AbstractControl, EveryMemberGivesZeroEmptyOrNothingAndDoesNotFail)
 {
-    const auto control = make<controls::iBenchControl>();
+    const auto control = make<wrappers::iBenchControl>();
     for (const binding::Member& member : control->members().members()) {
         if (member.kind == binding::Member::Kind::Property && member.get) {
             const Variant value = control->get(member.name);
@@ -142,7 +142,7 @@ TEST(Wrapper, PictureFileIsLoadedAndAssignedAndAMissingFileCostsNothing)
 {
     Wrapped w;
     const auto picture = make<fake::FakeFont>();
-    const controls::PictureLoader loader = [&](const QString& file) -> Variant {
+    const wrappers::PictureLoader loader = [&](const QString& file) -> Variant {
         if (file != u"there.bmp")
             values::raise(ErrorNumber::FileNotFound);
         return Variant(picture);

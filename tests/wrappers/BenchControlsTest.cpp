@@ -1,4 +1,4 @@
-#include "controls/BenchControls.h"
+#include "wrappers/BenchControls.h"
 
 #include "support/FakePanel.h"
 #include "support/FakeSite.h"
@@ -6,18 +6,18 @@
 #include <gtest/gtest.h>
 
 using namespace zan;
-using controls::BenchControls;
-using controls::iBenchControl;
 using document::Node;
 using values::ErrorNumber;
 using values::make;
 using values::Name;
 using values::Ref;
 using values::Variant;
+using wrappers::BenchControls;
+using wrappers::iBenchControl;
 
 namespace {
 
-class RecordingLiveData : public controls::LiveData
+class RecordingLiveData : public wrappers::LiveData
 {
 public:
     std::vector<QString> updated;

@@ -1,4 +1,4 @@
-#include "script/Builtins.h"
+#include "script/compiler/Builtins.h"
 
 #include <unordered_map>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "script/Builtins.h"
+#include "script/compiler/Builtins.h"
 
 #include "values/Convert.h"
 #include "values/RuntimeError.h"

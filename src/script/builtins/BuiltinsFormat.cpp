@@ -1,4 +1,4 @@
-#include "script/BuiltinSupport.h"
+#include "script/builtins/BuiltinSupport.h"
 
 #include "values/Format.h"
 #include "values/NumberText.h"

@@ -1,6 +1,6 @@
-#include "script/BuiltinSupport.h"
-#include "script/Dictionary.h"
-#include "script/Engine.h"
+#include "script/builtins/BuiltinSupport.h"
+#include "script/machine/Dictionary.h"
+#include "script/machine/Engine.h"
 
 namespace zan::script {
 

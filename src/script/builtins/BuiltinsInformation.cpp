@@ -1,7 +1,7 @@
-#include "script/BuiltinSupport.h"
-#include "script/Engine.h"
-#include "script/ErrObject.h"
-#include "script/ProcedureRef.h"
+#include "script/builtins/BuiltinSupport.h"
+#include "script/machine/Engine.h"
+#include "script/machine/ErrObject.h"
+#include "script/machine/ProcedureRef.h"
 
 #include "values/DateText.h"
 

@@ -1,5 +1,5 @@
-#include "script/BuiltinSupport.h"
-#include "script/Engine.h"
+#include "script/builtins/BuiltinSupport.h"
+#include "script/machine/Engine.h"
 
 #include "values/Arithmetic.h"
 

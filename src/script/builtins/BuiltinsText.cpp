@@ -1,6 +1,6 @@
-#include "script/BuiltinSupport.h"
-#include "script/CodePage.h"
-#include "script/Engine.h"
+#include "script/builtins/BuiltinSupport.h"
+#include "script/builtins/CodePage.h"
+#include "script/machine/Engine.h"
 
 #include <algorithm>
 

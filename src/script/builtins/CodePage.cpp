@@ -1,4 +1,4 @@
-#include "script/CodePage.h"
+#include "script/builtins/CodePage.h"
 
 namespace zan::script {
 

@@ -1,4 +1,4 @@
-#include "script/Bytecode.h"
+#include "script/compiler/Bytecode.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "script/Ast.h"
+#include "script/syntax/Ast.h"
 
 #include <memory>
 #include <unordered_map>

@@ -1,6 +1,6 @@
-#include "script/Compiler.h"
+#include "script/compiler/Compiler.h"
 
-#include "script/Builtins.h"
+#include "script/compiler/Builtins.h"
 
 #include <atomic>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "script/Ast.h"
-#include "script/Bytecode.h"
-#include "script/Symbols.h"
+#include "script/compiler/Bytecode.h"
+#include "script/compiler/Symbols.h"
+#include "script/syntax/Ast.h"
 
 #include <functional>
 #include <memory>

@@ -1,4 +1,4 @@
-#include "script/Compiler.h"
+#include "script/compiler/Compiler.h"
 
 #include "values/RuntimeError.h"
 

@@ -1,5 +1,5 @@
-#include "script/Builtins.h"
-#include "script/Compiler.h"
+#include "script/compiler/Builtins.h"
+#include "script/compiler/Compiler.h"
 
 #include "values/RuntimeError.h"
 

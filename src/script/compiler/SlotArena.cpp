@@ -1,4 +1,4 @@
-#include "script/SlotArena.h"
+#include "script/compiler/SlotArena.h"
 
 #include <cstdlib>
 #include <new>

@@ -1,4 +1,4 @@
-#include "script/Symbols.h"
+#include "script/compiler/Symbols.h"
 
 #include "values/RuntimeError.h"
 

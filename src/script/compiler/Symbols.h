@@ -1,7 +1,7 @@
 #pragma once
 
-#include "script/Bytecode.h"
-#include "script/SlotArena.h"
+#include "script/compiler/Bytecode.h"
+#include "script/compiler/SlotArena.h"
 #include "values/Name.h"
 
 #include <unordered_map>

@@ -1,6 +1,6 @@
-#include "script/Dictionary.h"
+#include "script/machine/Dictionary.h"
 
-#include "script/Engine.h"
+#include "script/machine/Engine.h"
 
 #include "binding/MemberTable.h"
 #include "values/Array.h"

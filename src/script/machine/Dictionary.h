@@ -1,6 +1,6 @@
 #pragma once
 
-#include "script/Tracked.h"
+#include "script/machine/Tracked.h"
 
 #include "binding/Object.h"
 

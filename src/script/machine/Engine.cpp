@@ -1,10 +1,10 @@
-#include "script/Engine.h"
+#include "script/machine/Engine.h"
 
-#include "script/Compiler.h"
-#include "script/ErrObject.h"
-#include "script/Lexer.h"
-#include "script/Parser.h"
-#include "script/Tracked.h"
+#include "script/compiler/Compiler.h"
+#include "script/machine/ErrObject.h"
+#include "script/machine/Tracked.h"
+#include "script/syntax/Lexer.h"
+#include "script/syntax/Parser.h"
 
 #include "binding/MemberTable.h"
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "script/Bytecode.h"
-#include "script/EngineSettings.h"
-#include "script/ErrObject.h"
-#include "script/Symbols.h"
-#include "script/Vm.h"
+#include "script/compiler/Bytecode.h"
+#include "script/compiler/Symbols.h"
+#include "script/machine/EngineSettings.h"
+#include "script/machine/ErrObject.h"
+#include "script/machine/Vm.h"
 
 #include "binding/Object.h"
 

@@ -1,4 +1,4 @@
-#include "script/EngineSettings.h"
+#include "script/machine/EngineSettings.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 #define ZAN_ADDRESS_SANITIZER

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "script/Bytecode.h"
-#include "script/ScriptHost.h"
+#include "script/compiler/Bytecode.h"
+#include "script/machine/ScriptHost.h"
 
 #include "binding/Object.h"
 

@@ -1,4 +1,4 @@
-#include "script/ErrObject.h"
+#include "script/machine/ErrObject.h"
 
 namespace zan::script {
 

@@ -1,6 +1,6 @@
-#include "script/Instance.h"
+#include "script/machine/Instance.h"
 
-#include "script/Engine.h"
+#include "script/machine/Engine.h"
 
 #include "binding/MemberTable.h"
 #include "values/Array.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "script/Bytecode.h"
-#include "script/Tracked.h"
+#include "script/compiler/Bytecode.h"
+#include "script/machine/Tracked.h"
 
 #include "binding/Object.h"
 

@@ -1,6 +1,6 @@
-#include "script/ProcedureRef.h"
+#include "script/machine/ProcedureRef.h"
 
-#include "script/Engine.h"
+#include "script/machine/Engine.h"
 
 #include "binding/MemberTable.h"
 #include "values/RuntimeError.h"

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "script/Tracked.h"
+#include "script/machine/Tracked.h"
 
-#include "script/Bytecode.h"
+#include "script/compiler/Bytecode.h"
 
 #include "binding/Object.h"
 

@@ -1,6 +1,6 @@
-#include "script/RegExpObject.h"
+#include "script/machine/RegExpObject.h"
 
-#include "script/Engine.h"
+#include "script/machine/Engine.h"
 
 #include "binding/MemberTable.h"
 #include "values/Convert.h"

@@ -1,11 +1,11 @@
-#include "script/Vm.h"
+#include "script/machine/Vm.h"
 
-#include "script/Builtins.h"
-#include "script/Engine.h"
-#include "script/ErrObject.h"
-#include "script/Instance.h"
-#include "script/Operators.h"
-#include "script/VmPush.h"
+#include "script/compiler/Builtins.h"
+#include "script/machine/Engine.h"
+#include "script/machine/ErrObject.h"
+#include "script/machine/Instance.h"
+#include "script/machine/VmPush.h"
+#include "script/syntax/Operators.h"
 
 #include "values/Arithmetic.h"
 #include "values/Convert.h"

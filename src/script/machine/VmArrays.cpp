@@ -1,6 +1,6 @@
-#include "script/EachState.h"
-#include "script/Engine.h"
-#include "script/Vm.h"
+#include "script/machine/EachState.h"
+#include "script/machine/Engine.h"
+#include "script/machine/Vm.h"
 
 #include "values/Arithmetic.h"
 #include "values/Convert.h"

@@ -1,8 +1,8 @@
-#include "script/Engine.h"
-#include "script/Instance.h"
-#include "script/ProcedureRef.h"
-#include "script/RegExpObject.h"
-#include "script/VmPush.h"
+#include "script/machine/Engine.h"
+#include "script/machine/Instance.h"
+#include "script/machine/ProcedureRef.h"
+#include "script/machine/RegExpObject.h"
+#include "script/machine/VmPush.h"
 
 #include "binding/MemberTable.h"
 

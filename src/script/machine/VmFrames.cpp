@@ -1,9 +1,9 @@
-#include "script/Vm.h"
+#include "script/machine/Vm.h"
 
-#include "script/Engine.h"
-#include "script/ErrObject.h"
-#include "script/Instance.h"
-#include "script/VmPush.h"
+#include "script/machine/Engine.h"
+#include "script/machine/ErrObject.h"
+#include "script/machine/Instance.h"
+#include "script/machine/VmPush.h"
 
 #include <algorithm>
 

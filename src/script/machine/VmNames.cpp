@@ -1,7 +1,7 @@
-#include "script/Builtins.h"
-#include "script/Engine.h"
-#include "script/Instance.h"
-#include "script/VmPush.h"
+#include "script/compiler/Builtins.h"
+#include "script/machine/Engine.h"
+#include "script/machine/Instance.h"
+#include "script/machine/VmPush.h"
 
 namespace zan::script {
 

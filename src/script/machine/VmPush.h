@@ -2,8 +2,8 @@
 
 // How frames come and go: a few instructions each, made part of every place that calls a procedure.
 
-#include "script/Instance.h"
-#include "script/Vm.h"
+#include "script/machine/Instance.h"
+#include "script/machine/Vm.h"
 
 #include <new>
 

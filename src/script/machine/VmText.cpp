@@ -1,7 +1,7 @@
-#include "script/Builtins.h"
-#include "script/CompileError.h"
-#include "script/Engine.h"
-#include "script/VmPush.h"
+#include "script/compiler/Builtins.h"
+#include "script/machine/Engine.h"
+#include "script/machine/VmPush.h"
+#include "script/syntax/CompileError.h"
 
 #include "values/Arithmetic.h"
 #include "values/Convert.h"

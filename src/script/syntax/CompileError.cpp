@@ -1,4 +1,4 @@
-#include "script/CompileError.h"
+#include "script/syntax/CompileError.h"
 
 #include <algorithm>
 #include <iterator>

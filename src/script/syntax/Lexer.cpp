@@ -1,4 +1,4 @@
-#include "script/Lexer.h"
+#include "script/syntax/Lexer.h"
 
 #include "values/Convert.h"
 

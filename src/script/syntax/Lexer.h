@@ -1,6 +1,6 @@
 #pragma once
 
-#include "script/Token.h"
+#include "script/syntax/Token.h"
 
 #include <QStringView>
 

@@ -1,4 +1,4 @@
-#include "script/Operators.h"
+#include "script/syntax/Operators.h"
 
 #include "values/Arithmetic.h"
 #include "values/RuntimeError.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "script/Ast.h"
+#include "script/syntax/Ast.h"
 #include "values/Compare.h"
 
 namespace zan::script {

@@ -1,4 +1,4 @@
-#include "script/Parser.h"
+#include "script/syntax/Parser.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "script/Ast.h"
-#include "script/Token.h"
+#include "script/syntax/Ast.h"
+#include "script/syntax/Token.h"
 
 #include <unordered_map>
 #include <vector>

@@ -1,5 +1,5 @@
-#include "script/Operators.h"
-#include "script/Parser.h"
+#include "script/syntax/Operators.h"
+#include "script/syntax/Parser.h"
 
 #include "values/RuntimeError.h"
 

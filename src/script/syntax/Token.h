@@ -1,6 +1,6 @@
 #pragma once
 
-#include "script/CompileError.h"
+#include "script/syntax/CompileError.h"
 #include "values/Name.h"
 #include "values/Variant.h"
 

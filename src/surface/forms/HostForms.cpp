@@ -1,4 +1,4 @@
-#include "surface/HostForms.h"
+#include "surface/forms/HostForms.h"
 
 #include <QAbstractButton>
 #include <QCoreApplication>

@@ -1,4 +1,4 @@
-#include "surface/RecordingForms.h"
+#include "surface/forms/RecordingForms.h"
 
 #include <QDialog>
 #include <QLineEdit>

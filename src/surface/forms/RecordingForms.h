@@ -1,6 +1,6 @@
 #pragma once
 
-#include "surface/HostForms.h"
+#include "surface/forms/HostForms.h"
 
 #include <deque>
 #include <vector>

@@ -1,8 +1,8 @@
-#include "surface/ControlArray.h"
+#include "surface/host/ControlArray.h"
 
 #include "binding/MemberTable.h"
-#include "surface/LiveControl.h"
-#include "surface/Surface.h"
+#include "surface/host/LiveControl.h"
+#include "surface/host/Surface.h"
 
 namespace zan::surface {
 

@@ -1,6 +1,6 @@
-#include "surface/DisplayList.h"
+#include "surface/host/DisplayList.h"
 
-#include "surface/LiveControl.h"
+#include "surface/host/LiveControl.h"
 
 #include <algorithm>
 

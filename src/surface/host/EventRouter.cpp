@@ -1,12 +1,9 @@
-#include "surface/EventRouter.h"
+#include "surface/host/EventRouter.h"
 
-#include "surface/CommandButton.h"
-#include "surface/KeyCodes.h"
-#include "surface/OptionButton.h"
-#include "surface/Surface.h"
-#include "surface/TextBox.h"
-#include "surface/ToolTipText.h"
-#include "surface/WidgetStack.h"
+#include "surface/host/KeyCodes.h"
+#include "surface/host/Surface.h"
+#include "surface/host/WidgetStack.h"
+#include "surface/text/ToolTipText.h"
 #include "values/Twips.h"
 
 #include <QContextMenuEvent>
@@ -34,20 +31,6 @@ MouseInput inputOf(const QMouseEvent& event, QPointF place)
     input.x = values::pixelsToTwips(place.x());
     input.y = values::pixelsToTwips(place.y());
     return input;
-}
-
-/// Buttons take every press as a press; other controls know a double click.
-bool knowsDoubleClick(const LiveControl* control)
-{
-    if (!control)
-        return true;
-    switch (control->accessibleRole()) {
-    case AccessibleRole::Button:
-    case AccessibleRole::CheckBox:
-        return false;
-    default:
-        return true;
-    }
 }
 
 /// Place of a point of the surface inside a control, or on the surface itself.
@@ -103,7 +86,8 @@ bool EventRouter::press(Ref<LiveControl> control, QPointF place, QMouseEvent& ev
     m_pressed = control;
     m_pressActive = true;
     m_pressTaken = false;
-    const bool twice = event.type() == QEvent::MouseButtonDblClick && knowsDoubleClick(control.get());
+    const bool twice =
+        event.type() == QEvent::MouseButtonDblClick && (!control || control->habits().knowsDoubleClick);
     bool taken = false;
     const bool alive = m_surface.tell([&](SurfaceEvents& events) {
         if (twice && input.button == 1)
@@ -184,9 +168,7 @@ bool EventRouter::widgetMouse(LiveControl& control, QWidget& widget, QMouseEvent
     }
     if (!m_pressActive) // its press was taken by the owner: the widget never saw it
         return true;
-    const AccessibleRole role = control.accessibleRole();
-    const bool clicksItself =
-        role == AccessibleRole::Button || role == AccessibleRole::CheckBox || role == AccessibleRole::RadioButton;
+    const bool clicksItself = control.habits().clicksItself;
     return release(alive, place, event, !clicksItself) || painted;
 }
 
@@ -216,54 +198,48 @@ bool EventRouter::dialogKey(LiveControl* control, const QKeyEvent& event)
 {
     const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
     const bool escape = event.key() == Qt::Key_Escape;
-    if (dynamic_cast<OptionButton*>(control)) {
+    if (control && control->habits().isChoice) {
         if (event.key() == Qt::Key_Down || event.key() == Qt::Key_Right)
-            return moveToOption(*control, 1);
+            return moveToChoice(*control, 1);
         if (event.key() == Qt::Key_Up || event.key() == Qt::Key_Left)
-            return moveToOption(*control, -1);
+            return moveToChoice(*control, -1);
     }
     if (!enter && !escape)
         return false;
-    if (enter) {
-        if (auto* focused = dynamic_cast<CommandButton*>(control)) {
-            const Ref<CommandButton> alive(focused);
-            alive->press();
+    const DialogKey key = enter ? DialogKey::Enter : DialogKey::Escape;
+    if (control) {
+        const Ref<LiveControl> alive(control);
+        if (alive->answerKey(key, true))
             return true;
-        }
-        if (const auto* text = dynamic_cast<TextBox*>(control); text && text->multiLine())
+        if (alive->keepsKey(key))
             return false;
     }
     for (const Ref<LiveControl>& other : m_surface.controls()) {
-        auto* button = dynamic_cast<CommandButton*>(other.get());
-        if (button && (enter ? button->isDefault() : button->cancel()) && button->visible() && button->enabled()) {
-            button->press();
+        if (other->visible() && other->enabled() && other->answerKey(key, false))
             return true;
-        }
     }
     return false;
 }
 
-/// Chooses the next option button in the order of the Tab key, round the end.
-bool EventRouter::moveToOption(LiveControl& option, int step)
+/// Chooses the next of a group in the order of the Tab key, round the end.
+bool EventRouter::moveToChoice(LiveControl& choice, int step)
 {
-    std::vector<Ref<OptionButton>> options;
+    std::vector<Ref<LiveControl>> group;
     for (const Ref<LiveControl>& other : m_surface.controls()) {
-        auto* button = dynamic_cast<OptionButton*>(other.get());
-        if (button && button->visible() && button->enabled())
-            options.emplace_back(button);
+        if (other->habits().isChoice && other->visible() && other->enabled())
+            group.push_back(other);
     }
-    std::stable_sort(options.begin(), options.end(),
-                     [](const auto& a, const auto& b) { return a->tabIndex() < b->tabIndex(); });
+    std::stable_sort(group.begin(), group.end(),
+                     [](const auto& a, const auto& b) { return a->tabPlace() < b->tabPlace(); });
     const auto here =
-        std::find_if(options.begin(), options.end(), [&](const auto& button) { return button.get() == &option; });
-    if (here == options.end())
+        std::find_if(group.begin(), group.end(), [&](const auto& member) { return member.get() == &choice; });
+    if (here == group.end())
         return false;
-    const auto count = std::ptrdiff_t(options.size());
-    const Ref<OptionButton> next = options[std::size_t((here - options.begin() + step + count) % count)];
-    if (QWidget* widget = next->ensureWidget())
-        widget->setFocus(Qt::TabFocusReason);
+    const auto count = std::ptrdiff_t(group.size());
+    const Ref<LiveControl> next = group[std::size_t((here - group.begin() + step + count) % count)];
+    next->takeKeyboard(Qt::TabFocusReason);
     if (next->isLoaded())
-        next->setValue(true);
+        next->choose();
     return true;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "surface/LiveControl.h"
-#include "surface/SurfaceEvents.h"
+#include "surface/host/LiveControl.h"
+#include "surface/host/SurfaceEvents.h"
 
 #include <QPoint>
 #include <QPointF>
@@ -43,7 +43,7 @@ private:
     bool focus(Ref<LiveControl> control, bool got);
     bool key(Ref<LiveControl> control, QKeyEvent& event);
     bool dialogKey(LiveControl* control, const QKeyEvent& event);
-    bool moveToOption(LiveControl& option, int step);
+    bool moveToChoice(LiveControl& choice, int step);
     bool toolTip(const QHelpEvent& event);
 
     Surface& m_surface;

@@ -1,4 +1,4 @@
-#include "surface/Frames.h"
+#include "surface/host/Frames.h"
 
 #include <QColor>
 #include <QPainter>

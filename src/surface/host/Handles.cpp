@@ -1,4 +1,4 @@
-#include "surface/Handles.h"
+#include "surface/host/Handles.h"
 
 #include <unordered_map>
 

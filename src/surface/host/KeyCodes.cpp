@@ -1,4 +1,4 @@
-#include "surface/KeyCodes.h"
+#include "surface/host/KeyCodes.h"
 
 namespace zan::surface {
 

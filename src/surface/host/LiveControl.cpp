@@ -1,9 +1,9 @@
-#include "surface/LiveControl.h"
+#include "surface/host/LiveControl.h"
 
 #include "binding/MemberTable.h"
-#include "surface/ControlArray.h"
-#include "surface/Handles.h"
-#include "surface/Surface.h"
+#include "surface/host/ControlArray.h"
+#include "surface/host/Handles.h"
+#include "surface/host/Surface.h"
 #include "values/Twips.h"
 
 #include <algorithm>
@@ -165,6 +165,17 @@ std::int32_t LiveControl::hWnd()
     if (m_handle == 0)
         m_handle = Handles::allocate(*this);
     return m_handle;
+}
+
+const Habits& LiveControl::habits() const noexcept
+{
+    static constexpr Habits plain;
+    return plain;
+}
+
+bool LiveControl::answerKey(DialogKey, bool)
+{
+    return false;
 }
 
 void LiveControl::zOrder(std::optional<std::int16_t> position)

@@ -42,6 +42,17 @@ enum class AccessibleRole {
     Chart
 };
 
+/// What presses and keys mean to a type of control; each type has one such row.
+struct Habits
+{
+    bool knowsDoubleClick = true; ///< false: every press is a press, as buttons take it
+    bool clicksItself = false;    ///< its widget tells of clicks, so that none is made of a press and a release
+    bool isChoice = false;        ///< one of a group of choices, among which the arrow keys move
+};
+
+/// A key that means something to the whole panel.
+enum class DialogKey : std::uint8_t { Enter, Escape };
+
 /// One control placed on a surface: an element of a control array. It keeps its properties itself; painted kinds
 /// have no widget at all, widget kinds make one when they are first shown.
 ///
@@ -93,6 +104,10 @@ public:
     void zOrder(std::optional<std::int16_t> position = {});
     /// Gives the control the keyboard. Raises 5 when it cannot have it (hidden, disabled or of a painted kind).
     virtual void setFocus();
+    /// Gives its widget the keyboard for this reason, if it has one; quietly nothing otherwise.
+    virtual void takeKeyboard(Qt::FocusReason) {}
+    /// Place in the order of the Tab key, from 0; -1 for what the key passes over.
+    virtual std::int16_t tabPlace() const noexcept { return -1; }
 
     /// Counts everything that changes a property which is shown, whoever changes it; 0 once it was unloaded.
     std::uint32_t revision() const override { return isLoaded() ? m_revision : 0; }
@@ -108,6 +123,13 @@ public:
     /// Whether the point, in surface pixels, belongs to the control; asked for points inside its bounds only.
     virtual bool hit(QPoint point) const;
     virtual AccessibleRole accessibleRole() const noexcept = 0;
+    virtual const Habits& habits() const noexcept;
+    /// Whether the control uses the key itself while it has the keyboard: a text of several lines keeps Enter.
+    virtual bool keepsKey(DialogKey) const { return false; }
+    /// Acts on the key if it is meant for this control; true when it has. `focused` tells that it has the keyboard.
+    virtual bool answerKey(DialogKey, bool focused);
+    /// What choosing it with the keyboard does; for controls that are one of several choices.
+    virtual void choose() {}
     /// What a screen reader says of the control: caption, value and the like.
     virtual QString accessibleText() const { return {}; }
     /// Takes over every design property of a control of the same type: all but array, index, tag, visibility.

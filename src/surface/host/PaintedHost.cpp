@@ -1,6 +1,6 @@
-#include "surface/PaintedHost.h"
+#include "surface/host/PaintedHost.h"
 
-#include "surface/Surface.h"
+#include "surface/host/Surface.h"
 
 #include <QPainter>
 

@@ -1,7 +1,7 @@
-#include "surface/Picture.h"
+#include "surface/host/Picture.h"
 
 #include "binding/MemberTable.h"
-#include "surface/Handles.h"
+#include "surface/host/Handles.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,4 +1,4 @@
-#include "surface/StyledControl.h"
+#include "surface/host/StyledControl.h"
 
 #include "binding/MemberTable.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "surface/FontObject.h"
-#include "surface/LiveControl.h"
+#include "surface/host/LiveControl.h"
+#include "surface/text/FontObject.h"
 
 namespace zan::surface {
 

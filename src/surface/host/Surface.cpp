@@ -1,13 +1,13 @@
-#include "surface/Surface.h"
+#include "surface/host/Surface.h"
 
-#include "surface/DisplayList.h"
-#include "surface/EventRouter.h"
-#include "surface/Frames.h"
-#include "surface/Handles.h"
-#include "surface/SurfaceAccessible.h"
-#include "surface/TextPainter.h"
-#include "surface/WidgetControl.h"
-#include "surface/WidgetStack.h"
+#include "surface/host/DisplayList.h"
+#include "surface/host/EventRouter.h"
+#include "surface/host/Frames.h"
+#include "surface/host/Handles.h"
+#include "surface/host/SurfaceAccessible.h"
+#include "surface/host/WidgetControl.h"
+#include "surface/host/WidgetStack.h"
+#include "surface/text/TextPainter.h"
 
 #include <QBackingStore>
 #include <QCoreApplication>

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "surface/ControlArray.h"
-#include "surface/FontObject.h"
-#include "surface/LiveControl.h"
-#include "surface/Picture.h"
-#include "surface/SurfaceEvents.h"
+#include "surface/host/ControlArray.h"
+#include "surface/host/LiveControl.h"
+#include "surface/host/Picture.h"
+#include "surface/host/SurfaceEvents.h"
+#include "surface/text/FontObject.h"
 #include "values/Colour.h"
 
 #include <QPointer>

@@ -1,7 +1,7 @@
-#include "surface/SurfaceAccessible.h"
+#include "surface/host/SurfaceAccessible.h"
 
-#include "surface/LiveControl.h"
-#include "surface/Surface.h"
+#include "surface/host/LiveControl.h"
+#include "surface/host/Surface.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>

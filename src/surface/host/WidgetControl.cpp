@@ -1,9 +1,9 @@
-#include "surface/WidgetControl.h"
+#include "surface/host/WidgetControl.h"
 
 #include "binding/MemberTable.h"
-#include "surface/Surface.h"
-#include "surface/ToolTipText.h"
-#include "surface/WidgetStack.h"
+#include "surface/host/Surface.h"
+#include "surface/host/WidgetStack.h"
+#include "surface/text/ToolTipText.h"
 
 #include <QPalette>
 
@@ -43,6 +43,12 @@ void WidgetControl::setFocus()
     surface()->flush();
     if (QWidget* own = ensureWidget())
         own->setFocus(Qt::OtherFocusReason);
+}
+
+void WidgetControl::takeKeyboard(Qt::FocusReason reason)
+{
+    if (QWidget* own = ensureWidget())
+        own->setFocus(reason);
 }
 
 void WidgetControl::setTabIndex(std::int16_t place)

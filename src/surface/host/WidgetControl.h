@@ -1,6 +1,6 @@
 #pragma once
 
-#include "surface/StyledControl.h"
+#include "surface/host/StyledControl.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -20,6 +20,8 @@ public:
     /// The widget, made now if need be; null when the control is unloaded.
     QWidget* ensureWidget();
     void setFocus() override;
+    void takeKeyboard(Qt::FocusReason reason) override;
+    std::int16_t tabPlace() const noexcept override { return m_tabIndex; }
 
     /// Place in the order of the Tab key on the surface, from 0.
     std::int16_t tabIndex() const noexcept { return m_tabIndex; }

@@ -1,9 +1,9 @@
-#include "surface/WidgetStack.h"
+#include "surface/host/WidgetStack.h"
 
-#include "surface/DisplayList.h"
-#include "surface/PaintedHost.h"
-#include "surface/Surface.h"
-#include "surface/WidgetControl.h"
+#include "surface/host/DisplayList.h"
+#include "surface/host/PaintedHost.h"
+#include "surface/host/Surface.h"
+#include "surface/host/WidgetControl.h"
 
 #include <QAbstractScrollArea>
 #include <QRegion>

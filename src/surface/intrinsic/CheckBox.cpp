@@ -1,9 +1,9 @@
-#include "surface/CheckBox.h"
+#include "surface/intrinsic/CheckBox.h"
 
 #include "binding/MemberTable.h"
-#include "surface/Choice.h"
-#include "surface/MnemonicText.h"
-#include "surface/Surface.h"
+#include "surface/host/Choice.h"
+#include "surface/host/Surface.h"
+#include "surface/text/MnemonicText.h"
 
 #include <QCheckBox>
 
@@ -71,6 +71,12 @@ void CheckBox::syncWidget(QWidget& widget)
     box.setTristate(m_value == 2);
     box.setCheckState(States[m_value]);
     box.setLayoutDirection(m_alignment == 1 ? Qt::RightToLeft : Qt::LeftToRight);
+}
+
+const Habits& CheckBox::habits() const noexcept
+{
+    static constexpr Habits row{.knowsDoubleClick = false, .clicksItself = true};
+    return row;
 }
 
 QString CheckBox::accessibleText() const

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "surface/WidgetControl.h"
+#include "surface/host/WidgetControl.h"
 
 namespace zan::surface {
 
@@ -20,6 +20,7 @@ public:
     std::int16_t alignment() const noexcept { return m_alignment; }
     void setAlignment(std::int16_t alignment);
 
+    const Habits& habits() const noexcept override;
     AccessibleRole accessibleRole() const noexcept override { return AccessibleRole::CheckBox; }
     QString accessibleText() const override;
     void copyDesign(const LiveControl& source) override;

@@ -1,10 +1,10 @@
-#include "surface/CommandButton.h"
+#include "surface/intrinsic/CommandButton.h"
 
 #include "binding/MemberTable.h"
-#include "surface/Choice.h"
-#include "surface/MnemonicText.h"
-#include "surface/Picture.h"
-#include "surface/Surface.h"
+#include "surface/host/Choice.h"
+#include "surface/host/Picture.h"
+#include "surface/host/Surface.h"
+#include "surface/text/MnemonicText.h"
 
 #include <QIcon>
 #include <QPushButton>
@@ -134,6 +134,21 @@ void CommandButton::stylePalette(QPalette& palette) const
         return;
     for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive})
         palette.setColor(group, QPalette::Button, values::toQColor(backColor(), palette));
+}
+
+const Habits& CommandButton::habits() const noexcept
+{
+    static constexpr Habits row{.knowsDoubleClick = false, .clicksItself = true};
+    return row;
+}
+
+/// Enter presses the button that has the keyboard, or else the default one; Esc the cancel button.
+bool CommandButton::answerKey(DialogKey key, bool focused)
+{
+    if (key == DialogKey::Enter ? !focused && !m_default : focused || !m_cancel)
+        return false;
+    press();
+    return true;
 }
 
 QString CommandButton::accessibleText() const

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "surface/WidgetControl.h"
+#include "surface/host/WidgetControl.h"
 
 namespace zan::surface {
 
@@ -32,6 +32,8 @@ public:
     /// What pressing the button by hand does, for an enabled and visible one.
     void press();
 
+    const Habits& habits() const noexcept override;
+    bool answerKey(DialogKey key, bool focused) override;
     AccessibleRole accessibleRole() const noexcept override { return AccessibleRole::Button; }
     QString accessibleText() const override;
     void copyDesign(const LiveControl& source) override;

@@ -1,10 +1,10 @@
-#include "surface/Label.h"
+#include "surface/intrinsic/Label.h"
 
 #include "binding/MemberTable.h"
-#include "surface/Choice.h"
-#include "surface/Frames.h"
-#include "surface/MnemonicText.h"
-#include "surface/TextPainter.h"
+#include "surface/host/Choice.h"
+#include "surface/host/Frames.h"
+#include "surface/text/MnemonicText.h"
+#include "surface/text/TextPainter.h"
 #include "values/Twips.h"
 
 #include <QPainter>

@@ -1,9 +1,9 @@
-#include "surface/OptionButton.h"
+#include "surface/intrinsic/OptionButton.h"
 
 #include "binding/MemberTable.h"
-#include "surface/Choice.h"
-#include "surface/MnemonicText.h"
-#include "surface/Surface.h"
+#include "surface/host/Choice.h"
+#include "surface/host/Surface.h"
+#include "surface/text/MnemonicText.h"
 
 #include <QRadioButton>
 
@@ -85,6 +85,12 @@ void OptionButton::syncWidget(QWidget& widget)
         button.setText(m_caption);
     button.setChecked(m_value);
     button.setLayoutDirection(m_alignment == 1 ? Qt::RightToLeft : Qt::LeftToRight);
+}
+
+const Habits& OptionButton::habits() const noexcept
+{
+    static constexpr Habits row{.clicksItself = true, .isChoice = true};
+    return row;
 }
 
 QString OptionButton::accessibleText() const

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "surface/WidgetControl.h"
+#include "surface/host/WidgetControl.h"
 
 namespace zan::surface {
 
@@ -20,6 +20,8 @@ public:
     std::int16_t alignment() const noexcept { return m_alignment; }
     void setAlignment(std::int16_t alignment);
 
+    const Habits& habits() const noexcept override;
+    void choose() override { setValue(true); }
     AccessibleRole accessibleRole() const noexcept override { return AccessibleRole::RadioButton; }
     QString accessibleText() const override;
     void copyDesign(const LiveControl& source) override;

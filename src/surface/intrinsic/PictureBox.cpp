@@ -1,9 +1,9 @@
-#include "surface/PictureBox.h"
+#include "surface/intrinsic/PictureBox.h"
 
 #include "binding/MemberTable.h"
-#include "surface/Choice.h"
-#include "surface/Frames.h"
-#include "surface/Picture.h"
+#include "surface/host/Choice.h"
+#include "surface/host/Frames.h"
+#include "surface/host/Picture.h"
 #include "values/Twips.h"
 
 #include <QPainter>

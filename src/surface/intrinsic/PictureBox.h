@@ -1,6 +1,6 @@
 #pragma once
 
-#include "surface/StyledControl.h"
+#include "surface/host/StyledControl.h"
 
 namespace zan::surface {
 

@@ -1,8 +1,8 @@
-#include "surface/ProgressBar.h"
+#include "surface/intrinsic/ProgressBar.h"
 
 #include "binding/MemberTable.h"
-#include "surface/Choice.h"
-#include "surface/Frames.h"
+#include "surface/host/Choice.h"
+#include "surface/host/Frames.h"
 
 #include <QPainter>
 #include <QPalette>

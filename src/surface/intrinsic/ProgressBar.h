@@ -1,6 +1,6 @@
 #pragma once
 
-#include "surface/LiveControl.h"
+#include "surface/host/LiveControl.h"
 
 namespace zan::surface {
 

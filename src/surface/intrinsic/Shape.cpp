@@ -1,7 +1,7 @@
-#include "surface/Shape.h"
+#include "surface/intrinsic/Shape.h"
 
 #include "binding/MemberTable.h"
-#include "surface/Choice.h"
+#include "surface/host/Choice.h"
 
 #include <QPainter>
 #include <QPalette>

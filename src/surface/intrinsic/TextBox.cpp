@@ -1,10 +1,10 @@
-#include "surface/TextBox.h"
+#include "surface/intrinsic/TextBox.h"
 
 #include "binding/MemberTable.h"
-#include "surface/Choice.h"
-#include "surface/ControlOps.h"
-#include "surface/DosCharset.h"
-#include "surface/Surface.h"
+#include "surface/host/Choice.h"
+#include "surface/host/Surface.h"
+#include "surface/ops/ControlOps.h"
+#include "surface/text/DosCharset.h"
 
 #include <QLineEdit>
 #include <QPlainTextEdit>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "surface/WidgetControl.h"
+#include "surface/host/WidgetControl.h"
 
 namespace zan::surface {
 
@@ -46,6 +46,7 @@ public:
     /// Puts the text in the place of the selection.
     void setSelText(const QString& text);
 
+    bool keepsKey(DialogKey key) const override { return key == DialogKey::Enter && m_multiLine; }
     AccessibleRole accessibleRole() const noexcept override { return AccessibleRole::EditText; }
     QString accessibleText() const override;
     void copyDesign(const LiveControl& source) override;

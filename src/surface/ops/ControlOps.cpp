@@ -1,4 +1,4 @@
-#include "surface/ControlOps.h"
+#include "surface/ops/ControlOps.h"
 
 #include <QComboBox>
 #include <QHeaderView>

@@ -1,8 +1,8 @@
-#include "surface/WindowOps.h"
+#include "surface/ops/WindowOps.h"
 
-#include "surface/Handles.h"
-#include "surface/LiveControl.h"
-#include "surface/Surface.h"
+#include "surface/host/Handles.h"
+#include "surface/host/LiveControl.h"
+#include "surface/host/Surface.h"
 
 #include <QPointer>
 

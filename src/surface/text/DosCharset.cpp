@@ -1,4 +1,4 @@
-#include "surface/DosCharset.h"
+#include "surface/text/DosCharset.h"
 
 #include <QHash>
 

@@ -1,6 +1,6 @@
-#include "surface/FontFace.h"
+#include "surface/text/FontFace.h"
 
-#include "surface/DosCharset.h"
+#include "surface/text/DosCharset.h"
 
 #include <QFontMetrics>
 #include <QHashFunctions>

@@ -1,8 +1,8 @@
-#include "surface/FontObject.h"
+#include "surface/text/FontObject.h"
 
 #include "binding/MemberTable.h"
-#include "surface/FontFace.h"
-#include "surface/FontTable.h"
+#include "surface/text/FontFace.h"
+#include "surface/text/FontTable.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "surface/FontTable.h"
+#include "surface/text/FontTable.h"
 
 #include <QFontDatabase>
 #include <QGuiApplication>

@@ -1,6 +1,6 @@
-#include "surface/TextPainter.h"
+#include "surface/text/TextPainter.h"
 
-#include "surface/DosCharset.h"
+#include "surface/text/DosCharset.h"
 
 #include <QPainter>
 #include <QTextLayout>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "surface/FontFace.h"
+#include "surface/text/FontFace.h"
 
 #include <QCache>
 #include <QColor>
