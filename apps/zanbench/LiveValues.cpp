@@ -53,7 +53,7 @@ QString liveValues(const window::BenchWindow& panel)
             {window + QLatin1Char('|') + channel->Key(), channel->Label(), shownValue(*channel), channel->Units()});
     };
     if (const auto controls = panel.Controls())
-        for (std::int16_t i = 1; i <= controls->Count(); ++i)
+        for (std::int32_t i = 1; i <= controls->Count(); ++i)
             add(controls->Control(binding::Variant(i))->Channel());
     if (const auto window = panel.CurrentWindow())
         for (std::int32_t i = 1; i <= window->Count(); ++i)

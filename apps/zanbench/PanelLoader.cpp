@@ -15,9 +15,12 @@ constexpr int Margin = 16;
 } // namespace
 
 std::unique_ptr<window::BenchWindow> loadPanel(const OpenedSite& site, const QString& key,
-                                               const std::optional<binding::PropertyBag>& bag)
+                                               const std::optional<binding::PropertyBag>& bag,
+                                               const PreparePanel& prepare)
 {
     auto panel = std::make_unique<window::BenchWindow>();
+    if (prepare)
+        prepare(*panel);
     if (bag) {
         panel->ReadProperties(*bag);
     } else {
@@ -36,7 +39,7 @@ QSize contentSize(const window::BenchWindow& panel)
     if (!controls)
         return SmallestPanel;
     int width = 0, height = 0;
-    for (std::int16_t i = 1; i <= controls->Count(); ++i) {
+    for (std::int32_t i = 1; i <= controls->Count(); ++i) {
         const auto control = controls->Control(binding::Variant(i));
         if (!control->Visible())
             continue;

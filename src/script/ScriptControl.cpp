@@ -126,6 +126,12 @@ std::optional<Variant> ScriptControl::Eval(const QString& expression)
     return succeeded ? std::optional(result) : std::nullopt;
 }
 
+ScriptPlace ScriptControl::currentPlace() const noexcept
+{
+    const Position position = m_state->engine->vm().currentPosition();
+    return {position.line, position.column};
+}
+
 void ScriptControl::setHost(ScriptHost* host) noexcept
 {
     m_settings->host = host;

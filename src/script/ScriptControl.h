@@ -18,6 +18,13 @@ namespace zan::script {
 class Engine;
 struct EngineSettings;
 
+/// A place in a program's text: lines count from 1, columns from 0. Line 0 is no place.
+struct ScriptPlace
+{
+    int line = 0;
+    int column = 0;
+};
+
 /// An engine for scripts in VBScript. Give it named objects and the text of a program, then call its procedures.
 ///
 /// Nothing is ever thrown: a call that fails says so in its result, and Error tells why. A script may call back into
@@ -51,6 +58,8 @@ public:
     ScriptError& Error() noexcept { return m_state->error; }
     const ScriptError& Error() const noexcept { return m_state->error; }
 
+    /// The statement that has called the host, for an object that wants to say where; no place while nothing runs.
+    ScriptPlace currentPlace() const noexcept;
     /// True inside a call of Run, AddCode or Eval.
     bool isRunning() const noexcept { return m_state->running > 0; }
     void setHost(ScriptHost* host) noexcept;

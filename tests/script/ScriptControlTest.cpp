@@ -444,3 +444,42 @@ TEST(Endings, AMillionLinkedObjectsAreFreedWithoutRecursion)
         "e\nNext\nSet e = Nothing\nSet d = Nothing")))
         << qPrintable(control.Error().Description());
 }
+
+namespace {
+
+/// Says from which statement it was called.
+class PlaceTeller : public zan::binding::Object
+{
+public:
+    explicit PlaceTeller(ScriptControl& control)
+        : m_control(control)
+    {}
+    QString Here() const
+    {
+        const zan::script::ScriptPlace place = m_control.currentPlace();
+        return QStringLiteral("%1:%2").arg(place.line).arg(place.column);
+    }
+    const zan::binding::MemberTable& members() const override
+    {
+        static const zan::binding::MemberTable table("PlaceTeller", nullptr,
+                                                     {zan::binding::method<&PlaceTeller::Here>("Here")});
+        return table;
+    }
+
+private:
+    ScriptControl& m_control;
+};
+
+} // namespace
+
+TEST(HostObjects, AnObjectLearnsWhichStatementHasCalledIt)
+{
+    ScriptControl control;
+    control.AddObject(QStringLiteral("P"), make<PlaceTeller>(control));
+    ASSERT_TRUE(control.AddCode(QStringLiteral("Dim a, b\na = P.Here\nSub Inner\n  b = 1 : b = P.Here\nEnd Sub\n"
+                                               "Inner\nDim c\nc = P.Here")));
+    EXPECT_EQ(text(control.Eval(QStringLiteral("a"))), "2:0");
+    EXPECT_EQ(text(control.Eval(QStringLiteral("b"))), "4:10") << "the innermost procedure counts";
+    EXPECT_EQ(text(control.Eval(QStringLiteral("c"))), "8:0") << "and its caller again afterwards";
+    EXPECT_EQ(control.currentPlace().line, 0) << "no script runs";
+}

@@ -67,6 +67,8 @@ public:
     bool isRunning() const noexcept { return !m_frames.empty(); }
     /// Where the error that is on its way out was raised.
     Position errorPosition() const noexcept { return m_errorPosition; }
+    /// The statement that has called out of the script; nothing of a place while no script runs.
+    Position currentPosition() const noexcept;
     /// Time that does not count: a box is open.
     class Pause;
     /// Counts the memory and the work of a text that is about to be made; raises 14 when it is longer than the host

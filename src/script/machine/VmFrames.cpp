@@ -159,13 +159,20 @@ void Vm::runTerminate(Instance& object) noexcept
     m_errorPosition = position;
 }
 
+Position Vm::currentPosition() const noexcept
+{
+    if (m_frames.empty())
+        return {};
+    const Frame& frame = m_frames.back();
+    const Mark* mark = frame.procedure->markAt(std::size_t(frame.next - frame.procedure->code.data() - 1));
+    return mark ? mark->position : Position();
+}
+
 void Vm::noteErrorPosition()
 {
     if (m_errorPositionKnown)
         return;
-    const Frame& frame = m_frames.back();
-    const Mark* mark = frame.procedure->markAt(std::size_t(frame.next - frame.procedure->code.data() - 1));
-    m_errorPosition = mark ? mark->position : Position();
+    m_errorPosition = currentPosition();
     m_errorPositionKnown = true;
 }
 
