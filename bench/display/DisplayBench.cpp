@@ -9,6 +9,7 @@
 #include "livedata/Scan.h"
 #include "surface/host/ControlArray.h"
 #include "surface/host/Surface.h"
+#include "window/ControlTypes.h"
 #include "wrappers/BenchControl.h"
 #include "wrappers/BenchControls.h"
 
@@ -164,7 +165,7 @@ struct Panel
     surface::Surface window;
     Ref<fake::FakeLogger> logger = make<fake::FakeLogger>();
     Ref<wrappers::BenchControls> collection = make<wrappers::BenchControls>();
-    livedata::Scan liveData;
+    livedata::Scan liveData{window::controlTypes()};
     std::vector<Ref<fake::FakeChannel>> channels;
     std::vector<Ref<wrappers::BenchControl>> wrappers;
     std::vector<Ref<Control>> items;

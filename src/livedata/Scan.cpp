@@ -1,60 +1,13 @@
 #include "livedata/Scan.h"
 
 #include "document/Elements.h"
-#include "livedata/BarDisplay.h"
-#include "livedata/StatusDisplay.h"
-#include "livedata/TextDisplay.h"
-
-#include <QStringView>
-
-#include <algorithm>
-#include <array>
 
 namespace zan::livedata {
 
+using wrappers::ControlType;
+using wrappers::Reads;
+
 namespace {
-
-using wrappers::BenchControls;
-using wrappers::iBenchControl;
-
-constexpr QStringView StatusLightType = u"ZanBenchWindow.StatusLight";
-
-using Routine = void (*)(iBenchControl& control, BenchControls& controls);
-
-/// What else than its channel and its own properties an update reads.
-enum class Reads {
-    LabelElements, ///< SHOWLABELS and ADDLABELSEPERATORS of the node
-    NoElement,
-    Anything, ///< or it writes whether anything has changed or not
-};
-
-struct ScanRow
-{
-    QStringView type;
-    Routine routine;
-    Reads reads;
-};
-
-// Types are told apart exactly, case included; a type without a row is passed over.
-constexpr std::array<ScanRow, 6> scanTable{{
-    {u"VB.CheckBox", [](iBenchControl& control, BenchControls&) { UpdateCheckBox(control); }, Reads::Anything},
-    {u"VB.Label", [](iBenchControl& control, BenchControls&) { UpdateLabel(control); }, Reads::LabelElements},
-    {u"VB.TextBox", [](iBenchControl& control, BenchControls&) { UpdateTextBox(control); }, Reads::NoElement},
-    {u"MSComctlLib.ProgressBar", [](iBenchControl& control, BenchControls&) { UpdateProgressBar(control); },
-     Reads::NoElement},
-    {StatusLightType, [](iBenchControl& control, BenchControls& controls) { UpdateStatusLight(control, controls); },
-     Reads::Anything},
-    {u"ZanBenchWindow.ValueBar",
-     [](iBenchControl& control, BenchControls& controls) { UpdateValueBar(control, controls); }, Reads::Anything},
-}};
-
-const ScanRow* rowOf(const iBenchControl& control)
-{
-    const QString type = control.ControlType();
-    const auto row = std::find_if(scanTable.begin(), scanTable.end(),
-                                  [&](const ScanRow& candidate) { return candidate.type == type; });
-    return row == scanTable.end() ? nullptr : &*row;
-}
 
 /// Watches the text of a child; false when it holds elements, whose changes would not be noticed.
 bool watchText(const document::Node& node, values::Name name)
@@ -66,22 +19,28 @@ bool watchText(const document::Node& node, values::Name name)
 
 } // namespace
 
+const ControlType* Scan::typeOf(const wrappers::iBenchControl& control) const
+{
+    return m_types.find(control.ControlType());
+}
+
 void Scan::update(wrappers::iBenchControl& control, wrappers::BenchControls& controls)
 {
-    if (const ScanRow* row = rowOf(control))
-        row->routine(control, controls);
+    const ControlType* type = typeOf(control);
+    if (type && type->live.update)
+        type->live.update(control, controls);
 }
 
 bool Scan::watch(const wrappers::iBenchControl& control)
 {
     namespace element = document::element;
     const document::Node node = control.XMLNode();
-    const ScanRow* row = rowOf(control);
-    if (!node || (row && row->reads == Reads::Anything))
+    const ControlType* type = typeOf(control);
+    if (!node || (type && type->live.reads == Reads::Anything))
         return false;
     node.watch(document::Node::Watch::Display); // elements that are not there yet may come
     bool isPlain = watchText(node, element::Type);
-    if (row && row->reads == Reads::LabelElements) {
+    if (type && type->live.reads == Reads::LabelElements) {
         for (const values::Name name : {element::ShowLabels, element::AddLabelSeperators})
             isPlain = watchText(node, name) && isPlain;
     }
@@ -90,13 +49,16 @@ bool Scan::watch(const wrappers::iBenchControl& control)
 
 void Scan::followLink(wrappers::iBenchControl& control, int state)
 {
-    if (control.ControlType() == StatusLightType)
-        FollowLink(control, state);
+    const ControlType* type = typeOf(control);
+    if (type && type->live.followLink)
+        type->live.followLink(control, state);
 }
 
-void Scan::feedRecords(wrappers::iBenchControl&, wrappers::BenchControls&)
+void Scan::feedRecords(wrappers::iBenchControl& control, wrappers::BenchControls& controls)
 {
-    // No control type on a panel shows log buffers yet.
+    const ControlType* type = typeOf(control);
+    if (type && type->live.feedRecords)
+        type->live.feedRecords(control, controls);
 }
 
 } // namespace zan::livedata

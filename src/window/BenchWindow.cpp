@@ -8,6 +8,7 @@
 #include "window/Background.h"
 #include "window/BenchWindowObject.h"
 #include "window/ControlFactory.h"
+#include "window/ControlTypes.h"
 #include "window/SiteMapPlacement.h"
 #include "wrappers/ValueText.h"
 
@@ -23,12 +24,16 @@ using wrappers::BenchControls;
 using wrappers::iBenchControl;
 
 BenchWindow::BenchWindow(QWidget* parent)
+    : BenchWindow(window::controlTypes(), parent)
+{}
+
+BenchWindow::BenchWindow(wrappers::ControlTypes types, QWidget* parent)
     : Surface(parent)
     , m_controls(values::make<BenchControls>())
     , m_object(values::make<BenchWindowObject>(*this))
-    , m_factory(std::make_unique<ControlFactory>(*this))
+    , m_factory(std::make_unique<ControlFactory>(*this, types))
     , m_background(std::make_unique<Background>(*this))
-    , m_liveData(std::make_unique<livedata::Scan>())
+    , m_liveData(std::make_unique<livedata::Scan>(types))
     , m_siteMap(values::make<SiteMapPlacement>())
     , m_actions(std::make_unique<ActionEngine>(*this))
     , m_ownForms(std::make_unique<surface::DesktopForms>())
@@ -265,6 +270,11 @@ void BenchWindow::Refresh()
 {
     const Ref<BenchControls> list(&controlsOrRaise());
     list->ScanControls();
+}
+
+wrappers::ControlTypes BenchWindow::controlTypes() const
+{
+    return m_factory->types();
 }
 
 Ref<iBenchControl> BenchWindow::createControl(const QString& type)

@@ -40,6 +40,8 @@ public:
     static constexpr float DefaultGridSize = 200;
 
     explicit BenchWindow(QWidget* parent = nullptr);
+    /// A panel that knows these types of control, whose rows must outlive it.
+    BenchWindow(wrappers::ControlTypes types, QWidget* parent = nullptr);
     ~BenchWindow() override;
 
     /// The panel as scripts and documents see it. Lives on when the panel goes; every access raises 91 then.
@@ -131,6 +133,7 @@ Q_SIGNALS:
 
 private:
     // wrappers::PanelWindow
+    wrappers::ControlTypes controlTypes() const override;
     Ref<wrappers::iBenchControl> createControl(const QString& type) override;
     Ref<site::SchemeWindows> schemeWindows() override;
     void discardControl(const Ref<binding::Object>& control) override;
@@ -157,6 +160,7 @@ private:
     void placeSiteMap(const document::Node& siteMapNode);
     void storeFont(const document::Node& parent, binding::Object& font);
     void followLink(site::LinkState state);
+    void captionConnectButton(const Ref<surface::LiveControl>& button, site::LinkState state);
     Ref<wrappers::iBenchControl> wrapperOf(const surface::LiveControl& control) const;
     void clickedControl(surface::LiveControl& control);
 

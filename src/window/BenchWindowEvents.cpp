@@ -4,10 +4,10 @@
 
 #include "document/Elements.h"
 #include "document/XMLOps.h"
-#include "surface/intrinsic/CommandButton.h"
 #include "values/Convert.h"
 #include "window/ActionEngine.h"
 #include "window/Background.h"
+#include "wrappers/ControlType.h"
 
 #include <array>
 
@@ -16,13 +16,16 @@ namespace zan::window {
 namespace element = document::element;
 using binding::Variant;
 using document::XMLOps::GetAttribute;
-using surface::CommandButton;
 using surface::HostForms;
 using surface::LiveControl;
 using surface::MouseInput;
 using values::RuntimeError;
+using wrappers::OnClick;
+using wrappers::OnDoubleClick;
 
 namespace {
+
+const values::Name CaptionName("Caption");
 
 constexpr std::array<const char16_t*, 5> connectCaptions = {u"&Connect", u"&Cancel", u"&Disconnect", u"&Cancel",
                                                             u"&Re-connect"};
@@ -38,27 +41,27 @@ bool isConnectButton(const wrappers::iBenchControl& control)
 
 void BenchWindow::followLink(site::LinkState state)
 {
-    const Ref<surface::ControlArray> buttons(array(u"CommandButton"));
     const QPointer<BenchWindow> alive(this);
-    const auto stateNumber = std::size_t(state);
-    if (stateNumber >= connectCaptions.size())
+    if (std::size_t(state) >= connectCaptions.size())
         return;
-    try {
-        for (std::int32_t index = buttons->lBound(); alive && index <= buttons->uBound(); ++index) {
-            const Ref<LiveControl> button(buttons->find(index));
-            if (!button || !button->visible())
-                continue;
-            const auto place = values::toInteger(Variant(button->tag()));
-            if (!isConnectButton(*controlsOrRaise().Control(Variant(place))))
-                continue;
-            static_cast<CommandButton&>(*button).setCaption(QString::fromUtf16(connectCaptions[stateNumber]));
-            if (state == site::LinkState::Broken)
-                m_forms->messageBox(this, QStringLiteral("Connection to site broken"), HostForms::Exclamation,
-                                    QString());
+    for (const wrappers::ControlType& type : controlTypes()) {
+        const Ref<surface::ControlArray> buttons(alive && type.wearsLinkState ? array(type.arrayName) : nullptr);
+        try {
+            for (std::int32_t index = 0; alive && buttons && index <= buttons->uBound(); ++index)
+                captionConnectButton(Ref<LiveControl>(buttons->find(index)), state);
+        } catch (const RuntimeError&) {
+            // A button that belongs to no control ends the round.
         }
-    } catch (const RuntimeError&) {
-        // A button that belongs to no control ends the round.
     }
+}
+
+void BenchWindow::captionConnectButton(const Ref<LiveControl>& button, site::LinkState state)
+{
+    if (!button || !button->visible() || !isConnectButton(*wrapperOf(*button)))
+        return;
+    button->put(CaptionName, Variant(QString::fromUtf16(connectCaptions[std::size_t(state)])));
+    if (state == site::LinkState::Broken)
+        m_forms->messageBox(this, QStringLiteral("Connection to site broken"), HostForms::Exclamation, QString());
 }
 
 Ref<wrappers::iBenchControl> BenchWindow::wrapperOf(const LiveControl& control) const
@@ -77,9 +80,8 @@ void BenchWindow::clicked(LiveControl* control)
 void BenchWindow::clickedControl(LiveControl& control)
 {
     const Ref<LiveControl> live(&control);
-    const QString arrayName = control.name();
-    const bool isCheckBox = arrayName == QLatin1String("cbCheck");
-    if (!isCheckBox && arrayName != QLatin1String("CommandButton"))
+    const wrappers::ControlType* type = controlTypes().ofArray(control.name());
+    if (!type || type->click == OnClick::Nothing)
         return;
     // While the layout is being edited nothing acts.
     if (!LockPositions())
@@ -88,7 +90,7 @@ void BenchWindow::clickedControl(LiveControl& control)
         m_currentControl->setShowGrabHandles(false);
     const Ref<wrappers::iBenchControl> wrapper = wrapperOf(control);
     m_currentControl = wrapper;
-    if (isCheckBox) {
+    if (type->click == OnClick::HoldsScanAndRunsAction) {
         // The next scan must not undo what the click shows. COMPAT: marked before the test below, so that a change
         // that comes from the data mutes a scan too.
         document::XMLOps::SetAttribute(wrapper->XMLNode(), element::IgnoreScan, QStringLiteral("-1"));
@@ -100,9 +102,12 @@ void BenchWindow::clickedControl(LiveControl& control)
 
 void BenchWindow::doubleClicked(LiveControl* control)
 {
-    if (!control)
+    if (!control) {
         Q_EMIT DblClick();
-    else if (control->name() == QLatin1String("Text"))
+        return;
+    }
+    const wrappers::ControlType* type = controlTypes().ofArray(control->name());
+    if (type && type->doubleClick == OnDoubleClick::SetsChannel)
         m_actions->setFromTextBox(wrapperOf(*control));
 }
 

@@ -1,18 +1,6 @@
 #include "window/ControlFactory.h"
 
-#include "display/StatusLightControl.h"
-#include "display/ValueBarControl.h"
 #include "surface/host/Surface.h"
-#include "surface/intrinsic/CheckBox.h"
-#include "surface/intrinsic/CommandButton.h"
-#include "surface/intrinsic/Label.h"
-#include "surface/intrinsic/OptionButton.h"
-#include "surface/intrinsic/PictureBox.h"
-#include "surface/intrinsic/ProgressBar.h"
-#include "surface/intrinsic/Shape.h"
-#include "surface/intrinsic/TextBox.h"
-
-#include <array>
 
 namespace zan::window {
 
@@ -23,6 +11,7 @@ using surface::Surface;
 using values::Name;
 using values::RuntimeError;
 using values::Variant;
+using wrappers::ControlType;
 
 namespace {
 
@@ -36,31 +25,6 @@ const Name BorderStyleName("BorderStyle");
 /// Twips between a new element and the one above it.
 constexpr float ElementGap = 50;
 
-template <class Control>
-Ref<LiveControl> makeControl()
-{
-    return values::make<Control>();
-}
-
-struct Creator
-{
-    QStringView typeKey;
-    Ref<LiveControl> (*create)();
-};
-
-constexpr std::array<Creator, 10> creators{{
-    {u"VB.Label", makeControl<surface::Label>},
-    {u"VB.TextBox", makeControl<surface::TextBox>},
-    {u"VB.CommandButton", makeControl<surface::CommandButton>},
-    {u"VB.Picture", makeControl<surface::PictureBox>},
-    {u"VB.CheckBox", makeControl<surface::CheckBox>},
-    {u"VB.Shape", makeControl<surface::Shape>},
-    {u"MSComctlLib.ProgressBar", makeControl<surface::ProgressBar>},
-    {u"VB.OptionButton", makeControl<surface::OptionButton>},
-    {u"ZanBenchWindow.StatusLight", makeControl<display::StatusLightControl>},
-    {u"ZanBenchWindow.ValueBar", makeControl<display::ValueBarControl>},
-}};
-
 /// Outlives every wrapper: a script may hold one when its window is long gone.
 const wrappers::PictureLoader& pictureLoader()
 {
@@ -72,13 +36,15 @@ const wrappers::PictureLoader& pictureLoader()
 
 } // namespace
 
-ControlFactory::ControlFactory(Surface& surface)
+ControlFactory::ControlFactory(Surface& surface, wrappers::ControlTypes types)
     : m_surface(surface)
+    , m_types(types)
 {
-    for (const Creator& creator : creators) {
-        const ControlType& type = *findControlType(creator.typeKey);
-        surface.addArray(type.arrayName.toString(), creator.create, [&type](LiveControl& design) {
-            design.move(type.left, type.top, type.width, type.height);
+    for (const ControlType& type : m_types) {
+        if (!type.create)
+            continue;
+        surface.addArray(type.arrayName.toString(), type.create, [&type](LiveControl& design) {
+            design.move(type.design.left, type.design.top, type.design.width, type.design.height);
         });
     }
     buildNewControlMenu();
@@ -86,26 +52,24 @@ ControlFactory::ControlFactory(Surface& surface)
 
 void ControlFactory::buildNewControlMenu()
 {
-    for (const ControlType& type : controlTypes()) {
-        if (!type.menuCaption.isEmpty() && m_surface.array(type.arrayName))
+    for (const ControlType& type : m_types) {
+        if (!type.menuCaption.isEmpty() && type.create)
             m_menu.push_back({type.menuCaption, type.key});
     }
 }
 
 Ref<wrappers::iBenchControl> ControlFactory::CreateControl(const QString& typeKey, bool positionsLocked)
 {
-    // 2. A key without a row, or whose kind of control is not there, is unknown; nothing has been touched.
-    const ControlType* type = findControlType(typeKey);
-    ControlArray* array = type ? m_surface.array(type->arrayName) : nullptr;
+    // A key without a row, or whose kind of control is not there, is unknown; nothing has been touched.
+    const ControlType* type = m_types.find(typeKey);
+    ControlArray* array = type && type->create ? m_surface.array(type->arrayName) : nullptr;
     if (!array)
         return {};
-    // 3. and 4.
     const Ref<LiveControl> live = liveControl(*array);
-    style(*live, type->styling, positionsLocked);
-    // 1., 5. and 6.
+    style(*live, *type, positionsLocked);
     const auto wrapper = values::make<wrappers::BenchControl>();
     wrapper->setPictureLoader(&pictureLoader());
-    wrapper->begin(typeKey, live, (type->styling & OwnSettings) == 0);
+    wrapper->begin(typeKey, live, (type->styling & wrappers::OwnSettings) == 0);
     return wrapper;
 }
 
@@ -122,20 +86,25 @@ Ref<LiveControl> ControlFactory::liveControl(ControlArray& array)
     return element;
 }
 
-void ControlFactory::style(LiveControl& control, unsigned styling, bool positionsLocked)
+void ControlFactory::style(LiveControl& control, const ControlType& type, bool positionsLocked)
 {
-    if (styling & CopiesFont)
-        control.tryPut(FontName, Variant(surface::copyFont(*m_surface.surfaceFont())));
-    if (styling & CopiesBackColor)
-        control.tryPut(BackColorName, Variant(m_surface.backColor().code));
-    if (styling & CopiesForeColor)
-        control.tryPut(ForeColorName, Variant(m_surface.foreColor().code));
-    if (styling & ShowsBorderWhenUnlocked)
-        control.tryPut(BorderStyleName, Variant(std::int16_t(positionsLocked ? 0 : 1)));
-    if (styling & ClearsCaption)
+    dress(control, type.styling);
+    if ((type.styling & wrappers::ShowsBorderWhenUnlocked) && type.border)
+        control.tryPut(BorderStyleName, Variant(positionsLocked ? type.border->locked : type.border->unlocked));
+    if (type.styling & wrappers::ClearsCaption)
         control.tryPut(CaptionName, Variant(QString()));
-    if (styling & ClearsText)
+    if (type.styling & wrappers::ClearsText)
         control.tryPut(TextName, Variant(QString()));
+}
+
+void ControlFactory::dress(LiveControl& control, unsigned styling)
+{
+    if (styling & wrappers::CopiesFont)
+        control.tryPut(FontName, Variant(surface::copyFont(*m_surface.surfaceFont())));
+    if (styling & wrappers::CopiesBackColor)
+        control.tryPut(BackColorName, Variant(m_surface.backColor().code));
+    if (styling & wrappers::CopiesForeColor)
+        control.tryPut(ForeColorName, Variant(m_surface.foreColor().code));
 }
 
 void ControlFactory::discard(const Ref<Object>& control)
@@ -155,13 +124,14 @@ void ControlFactory::discard(const Ref<Object>& control)
 
 void ControlFactory::restyleTemplates()
 {
-    for (const QStringView name : {u"cbCheck", u"Label", u"CommandButton", u"obOption", u"Pic", u"Text"}) {
-        const ControlArray* array = m_surface.array(name);
-        LiveControl* element = array ? array->find(ControlArray::TemplateIndex) : nullptr;
-        if (element)
-            style(*element, CopiesFont | CopiesForeColor | CopiesBackColor, true);
-        if (array)
-            style(array->design(), CopiesFont | CopiesForeColor | CopiesBackColor, true);
+    constexpr unsigned Look = wrappers::CopiesFont | wrappers::CopiesForeColor | wrappers::CopiesBackColor;
+    for (const ControlType& type : m_types) {
+        const ControlArray* array = type.restylesTemplate ? m_surface.array(type.arrayName) : nullptr;
+        if (!array)
+            continue;
+        if (LiveControl* element = array->find(ControlArray::TemplateIndex))
+            dress(*element, Look);
+        dress(array->design(), Look);
     }
 }
 

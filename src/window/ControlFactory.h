@@ -1,7 +1,7 @@
 #pragma once
 
-#include "window/ControlTypes.h"
 #include "wrappers/BenchControl.h"
+#include "wrappers/ControlType.h"
 
 #include <set>
 #include <vector>
@@ -16,14 +16,22 @@ namespace zan::window {
 
 using values::Ref;
 
+/// One entry of the new-control menu.
+struct NewControlMenuItem
+{
+    QStringView caption;
+    QStringView typeKey;
+};
+
 /// Turns a type key into a live control on the surface and its wrapper: the first control of a type is the array's
 /// design-time template, every later one a further element.
 class ControlFactory
 {
 public:
     /// Makes the arrays of every type that can be placed, their templates hidden at their design rectangles.
-    explicit ControlFactory(surface::Surface& surface);
+    ControlFactory(surface::Surface& surface, wrappers::ControlTypes types);
 
+    wrappers::ControlTypes types() const noexcept { return m_types; }
     /// Nothing for a key that is not known. Raises what the control host raises when no further element can be
     /// loaded; nothing has changed then.
     Ref<wrappers::iBenchControl> CreateControl(const QString& type, bool positionsLocked);
@@ -37,9 +45,12 @@ public:
 private:
     void buildNewControlMenu();
     Ref<surface::LiveControl> liveControl(surface::ControlArray& array);
-    void style(surface::LiveControl& control, unsigned styling, bool positionsLocked);
+    void style(surface::LiveControl& control, const wrappers::ControlType& type, bool positionsLocked);
+    /// Gives a control those of the surface's font and colours that the styling names.
+    void dress(surface::LiveControl& control, unsigned styling);
 
     surface::Surface& m_surface;
+    wrappers::ControlTypes m_types;
     std::set<const surface::ControlArray*> m_templateInUse; // an array stays here once it has come here
     std::vector<NewControlMenuItem> m_menu;
 };

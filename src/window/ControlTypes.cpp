@@ -1,44 +1,190 @@
 #include "window/ControlTypes.h"
 
-#include <algorithm>
+#include "display/StatusLightControl.h"
+#include "display/ValueBarControl.h"
+#include "livedata/BarDisplay.h"
+#include "livedata/StatusDisplay.h"
+#include "livedata/TextDisplay.h"
+#include "surface/intrinsic/CheckBox.h"
+#include "surface/intrinsic/CommandButton.h"
+#include "surface/intrinsic/Label.h"
+#include "surface/intrinsic/OptionButton.h"
+#include "surface/intrinsic/PictureBox.h"
+#include "surface/intrinsic/ProgressBar.h"
+#include "surface/intrinsic/Shape.h"
+#include "surface/intrinsic/TextBox.h"
+
 #include <array>
+#include <type_traits>
 
 namespace zan::window {
 
+using wrappers::BenchControls;
+using wrappers::ControlType;
+using wrappers::iBenchControl;
+using wrappers::LockBorder;
+using wrappers::OnClick;
+using wrappers::OnDoubleClick;
+using wrappers::OnDrop;
+using wrappers::OnPress;
+using wrappers::Reads;
+using namespace display;
+using namespace livedata;
+using namespace surface;
+
 namespace {
 
-constexpr unsigned CopiesAll = CopiesFont | CopiesBackColor | CopiesForeColor;
+template <class Control>
+values::Ref<LiveControl> make()
+{
+    return values::make<Control>();
+}
+
+/// A routine of the live data in the form of the table; some need no more than the control.
+template <auto Routine>
+void by(iBenchControl& control, [[maybe_unused]] BenchControls& controls)
+{
+    if constexpr (std::is_invocable_v<decltype(Routine), iBenchControl&>)
+        Routine(control);
+    else
+        Routine(control, controls);
+}
+
+constexpr unsigned Font = wrappers::CopiesFont;
+constexpr unsigned Back = wrappers::CopiesBackColor;
+constexpr unsigned Fore = wrappers::CopiesForeColor;
 
 constexpr std::array<ControlType, 13> table{{
-    {u"VB.Label", u"&Label", u"Label", 4560, 1560, 825, 225,
-     CopiesFont | CopiesForeColor | ShowsBorderWhenUnlocked | ClearsCaption},
-    {u"VB.TextBox", u"&Text Box", u"Text", 4560, 960, 1335, 285, CopiesFont | CopiesForeColor | ClearsText},
-    {u"VB.CommandButton", u"&Command Button", u"CommandButton", 4560, 240, 1215, 375,
-     CopiesFont | CopiesBackColor | ClearsCaption},
-    {u"VB.Picture", u"&Picture", u"Pic", 2400, 480, 1815, 1095, NoStyling},
-    {u"VB.CheckBox", u"&Checkbox", u"cbCheck", 4560, 1320, 1095, 195, CopiesAll | ClearsCaption},
-    {u"VB.Shape", u"&Shape", u"Shape", 240, 2400, 2655, 1215, NoStyling},
-    {u"ZanDataControls.ENTViewer", u"Log &Buffer", u"ENT", 3240, 1920, 3255, 1815, OwnSettings | TakesLogger},
-    {u"ZanBenchWindow.StatusLight", u"S&tatus Light", u"StatusLight1", 240, 1800, 975, 255, CopiesFont},
-    {u"ZanDataControls.ZanGraph", u"&Graph", u"ZanGraph1", 240, 3840, 4935, 1815, CopiesFont | OwnSettings},
-    {u"MSComctlLib.ProgressBar", u"Progress &Bar", u"pbar", 7680, 2040, 495, 3405, NoStyling},
-    {u"ZanBenchWindow.ValueBar", u"&Value Bar", u"ValueBar", 5880, 600, 1695, 5055, CopiesFont},
-    {u"VB.OptionButton", u"", u"obOption", 4560, 720, 1095, 255, CopiesAll | ClearsCaption},
-    {u"SITEMAP", u"", u"SiteMap1", 360, -120, 1695, 3495, NoStyling},
+    {.key = u"VB.Label",
+     .menuCaption = u"&Label",
+     .arrayName = u"Label",
+     .design = {4560, 1560, 825, 225},
+     .create = make<Label>,
+     .styling = Font | Fore | wrappers::ShowsBorderWhenUnlocked | wrappers::ClearsCaption,
+     .restylesTemplate = true,
+     .border = LockBorder{0, 1},
+     .press = OnPress::HostDrag,
+     .selectsOnHover = true,
+     .drop = OnDrop::MovesIt,
+     .live = {.update = by<UpdateLabel>, .reads = Reads::LabelElements}},
+    {.key = u"VB.TextBox",
+     .menuCaption = u"&Text Box",
+     .arrayName = u"Text",
+     .design = {4560, 960, 1335, 285},
+     .create = make<TextBox>,
+     .styling = Font | Fore | wrappers::ClearsText,
+     .restylesTemplate = true,
+     .doubleClick = OnDoubleClick::SetsChannel,
+     .press = OnPress::SystemMove,
+     .selectsOnHover = true,
+     .selectsOnFocus = true,
+     .live = {.update = by<UpdateTextBox>}},
+    {.key = u"VB.CommandButton",
+     .menuCaption = u"&Command Button",
+     .arrayName = u"CommandButton",
+     .design = {4560, 240, 1215, 375},
+     .create = make<CommandButton>,
+     .styling = Font | Back | wrappers::ClearsCaption,
+     .restylesTemplate = true,
+     .click = OnClick::RunsAction,
+     .wearsLinkState = true,
+     .press = OnPress::SystemMove,
+     .selectsOnHover = true,
+     .selectsOnFocus = true},
+    {.key = u"VB.Picture",
+     .menuCaption = u"&Picture",
+     .arrayName = u"Pic",
+     .design = {2400, 480, 1815, 1095},
+     .create = make<PictureBox>,
+     .restylesTemplate = true,
+     .press = OnPress::SystemMove},
+    {.key = u"VB.CheckBox",
+     .menuCaption = u"&Checkbox",
+     .arrayName = u"cbCheck",
+     .design = {4560, 1320, 1095, 195},
+     .create = make<CheckBox>,
+     .styling = Font | Back | Fore | wrappers::ClearsCaption,
+     .restylesTemplate = true,
+     .click = OnClick::HoldsScanAndRunsAction,
+     .press = OnPress::SystemMove,
+     .selectsOnHover = true,
+     .selectsOnFocus = true,
+     .drop = OnDrop::PassesOnToSurface,
+     .live = {.update = by<UpdateCheckBox>, .reads = Reads::Anything}},
+    // A shape has no window: the surface's own mouse routines serve it.
+    {.key = u"VB.Shape",
+     .menuCaption = u"&Shape",
+     .arrayName = u"Shape",
+     .design = {240, 2400, 2655, 1215},
+     .create = make<Shape>,
+     .border = LockBorder{1, 4}},
+    {.key = u"ZanDataControls.ENTViewer",
+     .menuCaption = u"Log &Buffer",
+     .arrayName = u"ENT",
+     .design = {3240, 1920, 3255, 1815},
+     .styling = wrappers::OwnSettings | wrappers::TakesLogger,
+     .press = OnPress::HostDrag,
+     .selectsOnHover = true,
+     .drop = OnDrop::MovesIt},
+    {.key = u"ZanBenchWindow.StatusLight",
+     .menuCaption = u"S&tatus Light",
+     .arrayName = u"StatusLight1",
+     .design = {240, 1800, 975, 255},
+     .create = make<StatusLightControl>,
+     .styling = Font,
+     .press = OnPress::HostDrag,
+     .selectsOnHover = true,
+     .drop = OnDrop::MovesIt,
+     .live = {.update = by<UpdateStatusLight>, .reads = Reads::Anything, .followLink = FollowLink}},
+    {.key = u"ZanDataControls.ZanGraph",
+     .menuCaption = u"&Graph",
+     .arrayName = u"ZanGraph1",
+     .design = {240, 3840, 4935, 1815},
+     .styling = Font | wrappers::OwnSettings,
+     .press = OnPress::HostDrag,
+     .selectsOnHover = true},
+    {.key = u"MSComctlLib.ProgressBar",
+     .menuCaption = u"Progress &Bar",
+     .arrayName = u"pbar",
+     .design = {7680, 2040, 495, 3405},
+     .create = make<ProgressBar>,
+     .press = OnPress::SystemMove,
+     .selectsOnHover = true,
+     .live = {.update = by<UpdateProgressBar>}},
+    {.key = u"ZanBenchWindow.ValueBar",
+     .menuCaption = u"&Value Bar",
+     .arrayName = u"ValueBar",
+     .design = {5880, 600, 1695, 5055},
+     .create = make<ValueBarControl>,
+     .styling = Font,
+     .press = OnPress::HostDrag,
+     .selectsOnHover = true,
+     .drop = OnDrop::MovesIt,
+     .live = {.update = by<UpdateValueBar>, .reads = Reads::Anything}},
+    {.key = u"VB.OptionButton",
+     .menuCaption = u"",
+     .arrayName = u"obOption",
+     .design = {4560, 720, 1095, 255},
+     .create = make<OptionButton>,
+     .styling = Font | Back | Fore | wrappers::ClearsCaption,
+     .restylesTemplate = true,
+     .press = OnPress::SystemMove,
+     .selectsOnHover = true,
+     .selectsOnFocus = true},
+    {.key = u"SITEMAP",
+     .menuCaption = u"",
+     .arrayName = u"SiteMap1",
+     .design = {360, -120, 1695, 3495},
+     .press = OnPress::HostDrag,
+     .selectsOnHover = true,
+     .drop = OnDrop::MovesIt},
 }};
 
 } // namespace
 
-std::span<const ControlType> controlTypes()
+wrappers::ControlTypes controlTypes()
 {
-    return table;
-}
-
-const ControlType* findControlType(QStringView key)
-{
-    const auto row =
-        std::find_if(table.begin(), table.end(), [&](const ControlType& type) { return type.key == key; });
-    return row == table.end() ? nullptr : &*row;
+    return std::span<const ControlType>(table);
 }
 
 } // namespace zan::window

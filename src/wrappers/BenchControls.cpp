@@ -280,12 +280,9 @@ void BenchControls::setLockPositions(bool lock)
         // 2. Unlocking shows everything, whatever hid it.
         if (!lock)
             live->tryPut(VisibleName, Variant(true));
-        // 3. and 4. Edges make labels and shapes easy to grab.
-        const QString type = control->ControlType();
-        if (type == QLatin1String("VB.Label"))
-            live->tryPut(BorderStyleName, Variant(std::int16_t(lock ? 0 : 1)));
-        else if (type == QLatin1String("VB.Shape"))
-            live->tryPut(BorderStyleName, Variant(std::int16_t(lock ? 1 : 4)));
+        const ControlType* type = m_window ? m_window->controlTypes().find(control->ControlType()) : nullptr;
+        if (type && type->border)
+            live->tryPut(BorderStyleName, Variant(lock ? type->border->locked : type->border->unlocked));
     }
 }
 

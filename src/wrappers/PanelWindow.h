@@ -1,6 +1,7 @@
 #pragma once
 
 #include "site/Scheme.h"
+#include "wrappers/ControlType.h"
 #include "wrappers/iBenchControl.h"
 
 namespace zan::wrappers {
@@ -12,6 +13,8 @@ class PanelWindow
 {
 public:
     virtual ~PanelWindow() = default;
+    /// The types of control that the window can make.
+    virtual ControlTypes controlTypes() const = 0;
     /// A wrapper with its live control for a type key; nothing for a type that is not known.
     virtual Ref<iBenchControl> createControl(const QString& type) = 0;
     /// Windows of the logger's scheme. Raises 91 while there is no logger.

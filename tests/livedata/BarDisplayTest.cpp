@@ -6,6 +6,7 @@
 #include "surface/host/Surface.h"
 #include "surface/intrinsic/CheckBox.h"
 #include "surface/intrinsic/ProgressBar.h"
+#include "window/ControlTypes.h"
 
 #include "LiveRecorder.h"
 
@@ -347,7 +348,7 @@ TEST_F(ProgressDisplay, NothingIsReported)
 
 TEST_F(BarDisplay, ScanChoosesTheRoutineByType)
 {
-    livedata::Scan scanner;
+    livedata::Scan scanner{window::controlTypes()};
     const std::pair<const char*, const char*> rows[]{{"VB.CheckBox", "Enabled=False"},
                                                      {"ZanBenchWindow.ValueBar", "Value=7"},
                                                      {"MSComctlLib.ProgressBar", "Value=7"},

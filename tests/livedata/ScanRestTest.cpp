@@ -6,6 +6,7 @@
 #include "support/FakeSite.h"
 #include "trellis/SchemeFile.h"
 #include "window/BenchWindow.h"
+#include "window/ControlTypes.h"
 
 #include <QCoreApplication>
 #include <QLineEdit>
@@ -27,6 +28,9 @@ namespace {
 class CountingScan : public livedata::Scan
 {
 public:
+    CountingScan()
+        : Scan(window::controlTypes())
+    {}
     int updates = 0;
     std::function<void(wrappers::iBenchControl&)> afterUpdate;
 

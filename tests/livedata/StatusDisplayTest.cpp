@@ -4,6 +4,7 @@
 #include "livedata/Scan.h"
 #include "surface/host/ControlArray.h"
 #include "surface/host/Surface.h"
+#include "window/ControlTypes.h"
 #include "wrappers/BenchControls.h"
 
 #include "LiveRecorder.h"
@@ -45,7 +46,7 @@ protected:
     }
     void feedData()
     {
-        livedata::Scan scan;
+        livedata::Scan scan{window::controlTypes()};
         collection->setLiveData(&scan);
         Q_EMIT logger->NewBenchData();
         collection->setLiveData(nullptr);
@@ -325,7 +326,7 @@ TEST_F(StatusDisplay, LightOnASurfaceShowsItsStateAndIsHidden)
 
 TEST_F(StatusDisplay, LinkSetsEveryConnectionLightWhateverItsMode)
 {
-    livedata::Scan scan;
+    livedata::Scan scan{window::controlTypes()};
     wrapper->setControlType(QStringLiteral("ZanBenchWindow.StatusLight"));
     bind(Variant(7)); // in channel mode
     live->takeWrites();
@@ -340,7 +341,7 @@ TEST_F(StatusDisplay, LinkSetsEveryConnectionLightWhateverItsMode)
 
 TEST_F(StatusDisplay, LinkLeavesOtherLightsAndOtherTypesAlone)
 {
-    livedata::Scan scan;
+    livedata::Scan scan{window::controlTypes()};
     wrapper->setControlType(QStringLiteral("ZanBenchWindow.StatusLight"));
     set("PROGRAM", "DATASTATUS");
     scan.followLink(*wrapper, 2);
@@ -354,7 +355,7 @@ TEST_F(StatusDisplay, LinkLeavesOtherLightsAndOtherTypesAlone)
 
 TEST_F(StatusDisplay, LinkHasNoTrap)
 {
-    livedata::Scan scan;
+    livedata::Scan scan{window::controlTypes()};
     wrapper->setControlType(QStringLiteral("ZanBenchWindow.StatusLight"));
     live->refused["Value"] = 380;
     EXPECT_EQ(errorOf([&] { scan.followLink(*wrapper, 2); }), 380);
@@ -365,7 +366,7 @@ TEST_F(StatusDisplay, LinkHasNoTrap)
 TEST_F(StatusDisplay, FailingLightEndsTheScanSilentlyAndTheControlsAfterItKeepTheirState)
 {
     fake::FakePanelWindow window;
-    livedata::Scan scan;
+    livedata::Scan scan{window::controlTypes()};
     collection->setWindow(&window);
     collection->setLiveData(&scan);
     collection->setXMLNode(fake::tree("<WINDOW/>"));

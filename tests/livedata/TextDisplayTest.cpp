@@ -1,5 +1,6 @@
 #include "livedata/TextDisplay.h"
 #include "livedata/Scan.h"
+#include "window/ControlTypes.h"
 
 #include "support/FakePanel.h"
 #include "support/FakeSite.h"
@@ -151,7 +152,7 @@ TEST_F(TextDisplay, WrapperWithoutLiveControlIsNoFailure)
 TEST_F(TextDisplay, ScanTellsTypesApartExactly)
 {
     const auto collection = make<wrappers::BenchControls>();
-    livedata::Scan scan;
+    livedata::Scan scan{window::controlTypes()};
     wrapper->setChannel(channel);
     channel->value = Variant(4);
     wrapper->setControlType(QStringLiteral("vb.label"));

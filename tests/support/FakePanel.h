@@ -4,6 +4,7 @@
 #include "document/Elements.h"
 #include "document/XMLOps.h"
 #include "document/XmlText.h"
+#include "window/ControlTypes.h"
 #include "wrappers/BenchControl.h"
 #include "wrappers/BenchControls.h"
 
@@ -134,6 +135,7 @@ public:
     Ref<site::SchemeWindows> windows;
     std::vector<values::RuntimeError> errors;
 
+    wrappers::ControlTypes controlTypes() const override { return window::controlTypes(); }
     Ref<wrappers::iBenchControl> createControl(const QString& type) override
     {
         if (type.isEmpty() || type == QLatin1String("UNKNOWN"))

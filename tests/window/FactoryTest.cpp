@@ -1,6 +1,7 @@
 #include "WindowFixture.h"
 
 #include "window/ControlFactory.h"
+#include "window/ControlTypes.h"
 
 using namespace zan;
 using namespace zan::window;
@@ -106,9 +107,9 @@ TEST_F(Factory, NewControlsTakeACopyOfTheWindowsFontAndItsColours)
 TEST_F(Factory, TypesAreKeptInOneTableWithTheirRectangles)
 {
     EXPECT_EQ(controlTypes().size(), 13u);
-    EXPECT_EQ(findControlType(u"SITEMAP")->top, -120);
-    EXPECT_EQ(findControlType(u"MSComctlLib.ProgressBar")->arrayName, u"pbar");
-    EXPECT_EQ(findControlType(u"sitemap"), nullptr);
+    EXPECT_EQ(controlTypes().find(u"SITEMAP")->design.top, -120);
+    EXPECT_EQ(controlTypes().find(u"MSComctlLib.ProgressBar")->arrayName, u"pbar");
+    EXPECT_EQ(controlTypes().find(u"sitemap"), nullptr);
 }
 
 TEST_F(Factory, GraphOfALaterDayIsAnUnknownTypeAndItsNodeStays)
@@ -143,4 +144,71 @@ TEST_F(Factory, LightsAndBarsArePlacedAndFollowTheirChannels)
     EXPECT_EQ(property(2, "Value"), u"3");
     EXPECT_EQ(live(1)->name(), u"StatusLight1");
     EXPECT_EQ(live(2)->height(), 5055);
+}
+
+TEST_F(Factory, EveryTypeHasAKeyAndAnArrayOfItsOwnAndARectangle)
+{
+    QStringList keys, arrays;
+    for (const wrappers::ControlType& type : controlTypes()) {
+        keys << type.key.toString();
+        arrays << type.arrayName.toString().toLower();
+        EXPECT_GT(type.design.width, 0) << keys.last().toStdString();
+        EXPECT_GT(type.design.height, 0) << keys.last().toStdString();
+        EXPECT_EQ(controlTypes().ofArray(arrays.last()), &type);
+    }
+    EXPECT_EQ(keys.removeDuplicates(), 0);
+    EXPECT_EQ(arrays.removeDuplicates(), 0);
+}
+
+TEST_F(Factory, EditFamilyOfEachArrayStandsInItsRow)
+{
+    using wrappers::OnDrop;
+    using wrappers::OnPress;
+    struct Row
+    {
+        const char16_t* array;
+        OnPress press;
+        bool hover, focus;
+        OnDrop drop;
+    };
+    constexpr OnPress Move = OnPress::SystemMove;
+    constexpr OnPress Drag = OnPress::HostDrag;
+    const Row rows[]{{u"CommandButton", Move, true, true, OnDrop::Nothing},
+                     {u"cbCheck", Move, true, true, OnDrop::PassesOnToSurface},
+                     {u"obOption", Move, true, true, OnDrop::Nothing},
+                     {u"Text", Move, true, true, OnDrop::Nothing},
+                     {u"Pic", Move, false, false, OnDrop::Nothing},
+                     {u"pbar", Move, true, false, OnDrop::Nothing},
+                     {u"Label", Drag, true, false, OnDrop::MovesIt},
+                     {u"ENT", Drag, true, false, OnDrop::MovesIt},
+                     {u"SiteMap1", Drag, true, false, OnDrop::MovesIt},
+                     {u"ZanGraph1", Drag, true, false, OnDrop::Nothing},
+                     {u"StatusLight1", Drag, true, false, OnDrop::MovesIt},
+                     {u"ValueBar", Drag, true, false, OnDrop::MovesIt},
+                     {u"Shape", OnPress::Nothing, false, false, OnDrop::Nothing}};
+    for (const Row& row : rows) {
+        const std::string name = QString::fromUtf16(row.array).toStdString();
+        const wrappers::ControlType* type = controlTypes().ofArray(QStringView(row.array));
+        ASSERT_TRUE(type) << name;
+        EXPECT_EQ(type->press, row.press) << name;
+        EXPECT_EQ(type->selectsOnHover, row.hover) << name;
+        EXPECT_EQ(type->selectsOnFocus, row.focus) << name;
+        EXPECT_EQ(type->drop, row.drop) << name;
+    }
+}
+
+TEST_F(Factory, KeptDesignValuesRestyleTheTemplatesOfThePlainControlsAlone)
+{
+    binding::PropertyBag bag;
+    bag.WriteProperty(Name("ForeColor"), Variant(values::rgb(1, 2, 3).code));
+    panel->ReadProperties(bag);
+    for (const wrappers::ControlType& type : controlTypes()) {
+        const surface::ControlArray* array = panel->array(type.arrayName);
+        Variant colour;
+        if (!array || array->item(1)->tryGet(Name("ForeColor"), colour) != binding::AccessStatus::Ok)
+            continue;
+        static const QStringList plain{"cbCheck", "Label", "CommandButton", "obOption", "Pic", "Text"};
+        EXPECT_EQ(values::toLong(colour) == values::rgb(1, 2, 3).code, plain.contains(array->name()))
+            << array->name().toStdString();
+    }
 }

@@ -7,6 +7,7 @@
 #include "surface/host/LiveControl.h"
 #include "window/BenchWindow.h"
 #include "window/BenchWindowObject.h"
+#include "window/ControlTypes.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +20,8 @@ namespace zan::window {
 class WindowTest : public testing::Test
 {
 protected:
-    WindowTest()
+    explicit WindowTest(wrappers::ControlTypes types = controlTypes())
+        : panel(std::make_unique<BenchWindow>(types))
     {
         panel->setForms(&forms);
         panel->InitProperties();
@@ -58,7 +60,7 @@ protected:
 
     surface::RecordingForms forms;
     values::Ref<fake::FakeLogger> logger = values::make<fake::FakeLogger>();
-    std::unique_ptr<BenchWindow> panel = std::make_unique<BenchWindow>();
+    std::unique_ptr<BenchWindow> panel;
     std::vector<int> errors;
 };
 
