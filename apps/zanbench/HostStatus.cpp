@@ -33,10 +33,15 @@ HostStatus::Clock steadyClock()
 HostStatus::HostStatus(Clock clock, QWidget* parent)
     : QStatusBar(parent)
     , m_clock(clock ? std::move(clock) : steadyClock())
+    , m_simulated(addField(*this, QStringLiteral("simulated")))
     , m_link(addField(*this, QStringLiteral("linkState")))
     , m_age(addField(*this, QStringLiteral("dataAge")))
     , m_changed(addField(*this, QStringLiteral("changes")))
 {
+    QPalette colours = m_simulated->palette();
+    colours.setColor(QPalette::WindowText, QColor(0x9a, 0x4b, 0x00));
+    m_simulated->setPalette(colours);
+    m_simulated->hide();
     m_timer.setInterval(RefreshMilliseconds);
     connect(&m_timer, &QTimer::timeout, this, &HostStatus::refreshAge);
     m_timer.start();
@@ -47,6 +52,7 @@ void HostStatus::clearSite()
     m_siteOpen = false;
     m_lastData.reset();
     clearMessage();
+    setSimulated(false);
     m_link->clear();
     m_age->clear();
     m_changed->clear();
@@ -65,6 +71,13 @@ void HostStatus::setNoLogger()
 {
     m_siteOpen = true;
     m_link->setText(QStringLiteral("No logger"));
+}
+
+void HostStatus::setSimulated(bool simulated)
+{
+    m_simulated->setText(simulated ? QStringLiteral("Simulated logger") : QString());
+    m_simulated->setToolTip(simulated ? QStringLiteral("The values are made up; no logger is asked.") : QString());
+    m_simulated->setVisible(simulated);
 }
 
 void HostStatus::setProgress(const QString& text)

@@ -26,6 +26,8 @@ public:
     void setLinkState(int state);
     /// The scheme has no logger that could be connected.
     void setNoLogger();
+    /// Whether the values of the logger are made up.
+    void setSimulated(bool simulated);
     /// What the logger says while it connects, programs or unloads; empty takes it away.
     void setProgress(const QString& text);
     void dataArrived();
@@ -35,6 +37,7 @@ public:
 
 private:
     Clock m_clock;
+    QLabel* m_simulated;
     QLabel* m_link;
     QLabel* m_age;
     QLabel* m_changed;

@@ -2,6 +2,8 @@
 
 #include "zanbench/PanelLoader.h"
 
+#include "halyard/HalyardLogger.h"
+
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
@@ -197,10 +199,19 @@ void MainWindow::connectSite()
 {
     const Ref<site::Logger>& logger = m_site->logger();
     const Ref<site::Link> link = logger->Link();
-    connect(link.get(), &site::Link::StateChange, this, &MainWindow::followLink);
+    connect(link.get(), &site::Link::StateChange, this, &MainWindow::linkChanged);
     connect(logger.get(), &site::Logger::NewBenchData, m_status, &HostStatus::dataArrived);
     connect(logger.get(), &site::Logger::ConnectionProgress, m_status, &HostStatus::setProgress);
     connect(logger.get(), &site::Logger::ConnectionError, m_errors, &ErrorBar::showError);
+    if (auto* halyard = qobject_cast<halyard::HalyardLogger*>(logger.get())) {
+        connect(halyard, &halyard::HalyardLogger::WriteFailed, m_errors,
+                [this](int address, const QString& message) {
+                    m_errors->showError(m_site->writeFailureText(address, message));
+                });
+        connect(
+            halyard, &halyard::HalyardLogger::EventFailed, m_errors,
+            [this](int number, const QString& description) { m_errors->showError(numbered(number, description)); });
+    }
     const auto progress = [this](int percentage, const QString& text) {
         m_status->setProgress(percentage < 0 ? text : QStringLiteral("%1 (%2 %)").arg(text).arg(percentage));
     };
@@ -220,7 +231,12 @@ const MainWindow::Page* MainWindow::pageOf(const QString& key)
     std::unique_ptr<window::BenchWindow> loaded;
     const bool wasChanged = hasUnsavedChanges();
     const bool done = attempt(QStringLiteral("The window %1 could not be shown").arg(key), [&] {
-        loaded = loadPanel(*m_site, key, m_settings.bag(m_site->scheme().path(), key));
+        const auto prepare = [this](window::BenchWindow& panel) {
+            panel.setForms(&m_forms);
+            connect(&panel, &surface::Surface::runtimeError, m_errors,
+                    [this](int number, const QString& text) { m_errors->showError(numbered(number, text)); });
+        };
+        loaded = loadPanel(*m_site, key, m_settings.bag(m_site->scheme().path(), key), prepare);
         loaded->setLockMenu(m_kiosk);
         loaded->setLockPositions(m_locked || m_kiosk);
         loaded->setHideProtectedControls(m_actions.hideProtected->isChecked());
@@ -230,8 +246,6 @@ const MainWindow::Page* MainWindow::pageOf(const QString& key)
     if (!wasChanged)
         m_watch->settle(); // what loading fills in is nobody's edit
     window::BenchWindow* panel = loaded.release();
-    connect(panel, &surface::Surface::runtimeError, this,
-            [this](int number, const QString& description) { m_errors->showError(numbered(number, description)); });
     panel->setMinimumSize(contentSize(*panel));
     auto* area = new QScrollArea(m_stack);
     area->setFrameShape(QFrame::NoFrame);
@@ -275,6 +289,15 @@ void MainWindow::fitToPanel()
                .boundedTo(screen()->availableSize()));
 }
 
+/// A copy that stands while what is done with a panel changes the pages.
+std::vector<QPointer<window::BenchWindow>> MainWindow::panels() const
+{
+    std::vector<QPointer<window::BenchWindow>> all;
+    for (const auto& [key, page] : m_pages)
+        all.emplace_back(page.panel);
+    return all;
+}
+
 window::BenchWindow* MainWindow::currentPanel() const
 {
     const auto found = m_pages.find(m_currentKey);
@@ -288,6 +311,34 @@ void MainWindow::step(int by)
         m_list->setCurrentRow((std::max(0, m_list->currentRow()) + by + count) % count);
 }
 
+/// Comes before any panel hears of the new state: panels are made after the site is connected to.
+void MainWindow::linkChanged(int state)
+{
+    m_forms.setAnnouncing(state == int(site::LinkState::Broken));
+    followLink();
+    // A link's event sets the lights that follow it, and nothing else: until the next scan, which a broken
+    // connection never brings, lights and texts would contradict each other.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_forms.setAnnouncing(false);
+            refreshPanels();
+        },
+        Qt::QueuedConnection);
+}
+
+void MainWindow::refreshPanels()
+{
+    for (const QPointer<window::BenchWindow>& panel : panels()) {
+        try {
+            if (panel)
+                panel->Refresh();
+        } catch (const values::RuntimeError&) {
+            // Ends the pass of this panel, as it ends every scan.
+        }
+    }
+}
+
 void MainWindow::followLink()
 {
     const int state = m_site ? int(m_site->linkState()) : 0;
@@ -298,6 +349,7 @@ void MainWindow::followLink()
         m_status->setNoLogger();
     else
         m_status->setLinkState(state);
+    m_status->setSimulated(m_site && m_site->isSimulated());
 }
 
 bool MainWindow::hasUnsavedChanges() const
@@ -312,7 +364,8 @@ void MainWindow::followChanges()
     const bool changed = hasUnsavedChanges();
     m_status->setChanged(changed);
     setWindowModified(changed);
-    setWindowTitle(QStringLiteral("%1: %2[*] - ZanBench").arg(m_site->displayName(), m_currentKey));
+    const QString mark = m_site->isSimulated() ? QStringLiteral(" (simulated logger)") : QString();
+    setWindowTitle(QStringLiteral("%1: %2[*]%3 - ZanBench").arg(m_site->displayName(), m_currentKey, mark));
 }
 
 void MainWindow::setLocked(bool locked)

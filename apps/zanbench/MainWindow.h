@@ -7,16 +7,19 @@
 #include "zanbench/HostDialogs.h"
 #include "zanbench/HostStatus.h"
 #include "zanbench/OpenedSite.h"
+#include "zanbench/PanelForms.h"
 #include "zanbench/Settings.h"
 
 #include <QDockWidget>
 #include <QListWidget>
 #include <QMainWindow>
+#include <QPointer>
 #include <QScrollArea>
 #include <QStackedWidget>
 
 #include <map>
 #include <memory>
+#include <vector>
 
 namespace zan::window {
 class BenchWindow;
@@ -49,6 +52,7 @@ public:
 
     window::BenchWindow* currentPanel() const;
     OpenedSite* site() const { return m_site.get(); }
+    const PanelForms& forms() const { return m_forms; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -65,8 +69,11 @@ private:
     void connectSite();
     bool openChosen(const QString& path);
     const Page* pageOf(const QString& key);
+    std::vector<QPointer<window::BenchWindow>> panels() const;
     void fitToPanel();
+    void linkChanged(int state);
     void followLink();
+    void refreshPanels();
     void followChanges();
     void step(int by);
     void setFullScreen(bool full);
@@ -80,6 +87,7 @@ private:
 
     Settings& m_settings;
     HostDialogs& m_dialogs;
+    PanelForms m_forms; // outlives the panels
     std::unique_ptr<OpenedSite> m_site;
     std::unique_ptr<ChangeWatch> m_watch; // of the open site
     std::map<QString, Page> m_pages;      // by window key

@@ -32,14 +32,17 @@ OpenedSiteResult OpenedSite::open(const QString& path, const QString& loggerUri)
         if (made.logger) {
             site->m_logger = made.logger;
             site->m_loggerUri = uri;
+            site->m_isSimulated = made.isSimulated;
             return {std::move(site), {}};
         }
         if (!loggerUri.isEmpty())
             return {nullptr, made.error};
         site->m_loggerProblem = made.error;
     }
-    // A panel reaches its scheme through its logger: one that is never connected stands in.
-    site->m_logger = halyard::createLogger(QStringLiteral("sim:"), opened.scheme).logger;
+    // A panel reaches its scheme through its logger. The one that stands in has no data, least of all made-up ones.
+    const QString reason =
+        site->m_loggerProblem.isEmpty() ? QStringLiteral("The scheme names no logger.") : site->m_loggerProblem;
+    site->m_logger = halyard::createUnavailableLogger(reason, opened.scheme);
     return {std::move(site), {}};
 }
 
@@ -65,6 +68,21 @@ QString OpenedSite::displayName() const
 {
     const QString name = m_scheme->Name();
     return name.isEmpty() ? QFileInfo(m_scheme->path()).completeBaseName() : name;
+}
+
+QString OpenedSite::writeFailureText(int address, const QString& message) const
+{
+    const Ref<site::SchemeWindows> windows = m_scheme->Windows();
+    for (std::int32_t i = 1; i <= windows->Count(); ++i) {
+        const Ref<site::SchemeWindow> window = windows->Item(binding::Variant(i));
+        for (std::int32_t k = 1; window && k <= window->Count(); ++k) {
+            const Ref<site::Channel> channel = window->Item(binding::Variant(k));
+            if (channel && channel->BaseAddress() == address)
+                return QStringLiteral("%1 (%2|%3) was not written: %4")
+                    .arg(channel->Label(), window->Key(), channel->Key(), message);
+        }
+    }
+    return QStringLiteral("The value was not written: %1").arg(message);
 }
 
 site::LinkState OpenedSite::linkState() const

@@ -26,7 +26,8 @@ class OpenedSite
 {
 public:
     /// Opens a scheme with the logger of this URI, or with the scheme's own when it is empty. A URI given here that
-    /// is no logger's is an error; one in the scheme is not: the site then opens with loggerProblem().
+    /// is no logger's is an error; one in the scheme is not: the site then opens with loggerProblem(), and its
+    /// logger answers every attempt to connect with it.
     static OpenedSiteResult open(const QString& path, const QString& loggerUri);
 
     trellis::SchemeFile& scheme() const { return *m_scheme; }
@@ -36,6 +37,10 @@ public:
     /// Why the scheme's logger cannot be used; empty when it can, or when the scheme names none.
     const QString& loggerProblem() const { return m_loggerProblem; }
     bool canConnect() const { return !m_loggerUri.isEmpty(); }
+    /// Whether the logger makes its values up: the host says so wherever it names the site.
+    bool isSimulated() const { return m_isSimulated; }
+    /// Tells in words that a write to an address failed, naming the channel that lies there when one does.
+    QString writeFailureText(int address, const QString& message) const;
 
     /// Keys of the windows that are panels: all but those that only hold the channels of the scheme, the logger and
     /// the running display.
@@ -57,6 +62,7 @@ private:
     Ref<site::Logger> m_logger;
     QString m_loggerUri;
     QString m_loggerProblem;
+    bool m_isSimulated = false;
 };
 
 } // namespace zan::host

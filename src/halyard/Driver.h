@@ -68,6 +68,8 @@ public:
 
     /// Fixed for the driver's life; may be called from any thread.
     virtual BlockLimits limits() const { return {}; }
+    /// Whether the values are made up: a host says so wherever it shows them. Fixed for the driver's life.
+    virtual bool isSimulated() const { return false; }
     /// Connects. Anything but Ok leaves the driver closed.
     virtual DriverResult open(const TextProgress& progress, CancelToken& token) = 0;
     /// The fields that the following reads are made for: called before the first read and after each change.

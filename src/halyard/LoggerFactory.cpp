@@ -2,6 +2,7 @@
 
 #include "halyard/HalyardLogger.h"
 #include "halyard/SimulatedDriver.h"
+#include "halyard/UnavailableDriver.h"
 
 #include <map>
 
@@ -58,11 +59,13 @@ LoggerResult createLogger(const QString& uri, const values::Ref<site::Scheme>& s
 {
     LoggerUri parsed;
     if (const QString error = LoggerUri::parse(uri, parsed); !error.isEmpty())
-        return {nullptr, error};
+        return {nullptr, error, false};
     const auto factory = registry().find(parsed.scheme);
     if (factory == registry().end()) {
-        return {nullptr, QStringLiteral("There is no kind of logger called \"%1\"; there is: %2.")
-                             .arg(parsed.scheme.left(60), driverSchemes().join(QStringLiteral(", ")))};
+        return {nullptr,
+                QStringLiteral("There is no kind of logger called \"%1\"; there is: %2.")
+                    .arg(parsed.scheme.left(60), driverSchemes().join(QStringLiteral(", "))),
+                false};
     }
     UriOptions options(parsed.options);
     const LiveSettings settings = takeSettings(options);
@@ -73,8 +76,15 @@ LoggerResult createLogger(const QString& uri, const values::Ref<site::Scheme>& s
     if (error.isEmpty() && !driver)
         error = QStringLiteral("The logger could not be made.");
     if (!error.isEmpty())
-        return {nullptr, error};
-    return {values::make<HalyardLogger>(std::move(driver), scheme, clock, settings), {}};
+        return {nullptr, error, false};
+    const bool isSimulated = driver->isSimulated();
+    return {values::make<HalyardLogger>(std::move(driver), scheme, clock, settings), {}, isSimulated};
+}
+
+values::Ref<site::Logger> createUnavailableLogger(const QString& reason, const values::Ref<site::Scheme>& scheme,
+                                                  const std::shared_ptr<Clock>& clock)
+{
+    return values::make<HalyardLogger>(std::make_unique<UnavailableDriver>(reason), scheme, clock, LiveSettings());
 }
 
 } // namespace zan::halyard

@@ -34,11 +34,18 @@ QStringList driverSchemes();
 struct LoggerResult
 {
     values::Ref<site::Logger> logger;
-    QString error; ///< for the user, naming the option that is wrong; empty when there is a logger
+    QString error;            ///< for the user, naming the option that is wrong; empty when there is a logger
+    bool isSimulated = false; ///< its values are made up; a host that shows them says so
 };
 
 /// Makes the logger that a URI names, over the channels of a scheme (which may be null). It does not connect.
 [[nodiscard]] LoggerResult createLogger(const QString& uri, const values::Ref<site::Scheme>& scheme,
                                         const std::shared_ptr<Clock>& clock = systemClock());
+
+/// A logger for a site whose own cannot be made: panels reach their scheme through it, and every attempt to connect
+/// fails with this reason. It never has any data.
+[[nodiscard]] values::Ref<site::Logger>
+createUnavailableLogger(const QString& reason, const values::Ref<site::Scheme>& scheme,
+                        const std::shared_ptr<Clock>& clock = systemClock());
 
 } // namespace zan::halyard

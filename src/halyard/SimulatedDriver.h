@@ -38,6 +38,7 @@ class SimulatedDriver final : public Driver
 public:
     SimulatedDriver(SimulatedOptions options, std::shared_ptr<Clock> clock);
 
+    bool isSimulated() const override { return true; }
     DriverResult open(const TextProgress& progress, CancelToken& token) override;
     void prepare(const std::shared_ptr<const MemoryLayout>& layout) override;
     DriverResult readBlock(std::int32_t address, std::int32_t length, QByteArray& bytes,

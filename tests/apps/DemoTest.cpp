@@ -61,6 +61,22 @@ TEST_F(DemoTest, EveryBindingLeadsToAChannelAndEveryControlIsBuilt)
     }
 }
 
+TEST_F(DemoTest, NoLightOfAChannelFollowsTheLinkInstead)
+{
+    const auto opened = host::OpenedSite::open(demo(), {});
+    ASSERT_TRUE(opened.site);
+    const document::Node scheme = opened.site->scheme().document().documentElement();
+    for (const document::Node& window : scheme.children(Name("WINDOW"))) {
+        for (const document::Node& control : window.children(Name("CONTROL"))) {
+            if (control.child(Name("MODE")).text() != QLatin1String("CHANNEL"))
+                continue;
+            // A light without a PROGRAM is lit by a connection until the first scan.
+            EXPECT_EQ(control.child(Name("PROGRAM")).text(), "DATASTATUS")
+                << control.child(Name("BINDTO")).text().toStdString();
+        }
+    }
+}
+
 TEST_F(DemoTest, ControlsLieWithinTheirPanelAndOnItsGrid)
 {
     const auto opened = host::OpenedSite::open(demo(), {});

@@ -62,7 +62,7 @@ TEST_F(MainWindowTest, ListsTheWindowsThatArePanelsAndShowsTheFirst)
     EXPECT_EQ(listed(window), (QStringList{"First", "Second"})) << "a window of channels alone is no panel";
     ASSERT_TRUE(window.currentPanel());
     EXPECT_EQ(window.currentPanel()->CurrentWindow()->Key(), "First");
-    EXPECT_EQ(window.windowTitle(), "Test site: First[*] - ZanBench");
+    EXPECT_EQ(window.windowTitle(), "Test site: First[*] (simulated logger) - ZanBench");
     EXPECT_EQ(field(window, "linkState"), "Not connected");
     EXPECT_TRUE(dialogs.errors.isEmpty());
 }

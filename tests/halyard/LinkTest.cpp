@@ -44,6 +44,21 @@ TEST_F(Link, ARefusedConnectionEndsUnconnectedAndThenTellsWhy)
     EXPECT_THAT(events, ElementsAre("State 1", "Progress Dialling", "State 0", "Error No answer."));
 }
 
+TEST_F(Link, ALoggerThatCouldNotBeMadeAnswersEveryConnectWithTheReasonAndHasNoData)
+{
+    const values::Ref<site::Logger> made = createUnavailableLogger(QStringLiteral("No such kind."), scheme, clock);
+    logger = values::Ref<HalyardLogger>(dynamic_cast<HalyardLogger*>(made.get()));
+    listen();
+    logger->AddAction(site::LiveAction);
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        events.clear();
+        logger->Link()->Connect();
+        ASSERT_TRUE(waitForEvent("Error No such kind."));
+        EXPECT_THAT(events, ElementsAre("State 1", "State 0", "Error No such kind."));
+    }
+    EXPECT_EQ(logger->Scheme(), values::Ref<site::Scheme>(scheme));
+}
+
 TEST_F(Link, ARefusalWithoutWordsStillSaysSomething)
 {
     script->setResult("open", {DriverStatus::Broken, {}});

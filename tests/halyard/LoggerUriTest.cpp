@@ -1,5 +1,6 @@
 #include "halyard/LoggerFactory.h"
 #include "halyard/SimulatedDriver.h"
+#include "halyard/UnavailableDriver.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -25,6 +26,16 @@ TEST(LoggerUri, EveryOptionOfASimulationIsTaken)
                   "&slow=300&programerror=1&unloaderror=yes&writeerror=on&programtime=10&unloadtime=20&memory=65536"
                   "&missing=10-20&wave.100=sine:0.5:2.5:60&wave.200=const:RUN&wave.300=walk:0:1:5:0.5&")),
               "");
+}
+
+TEST(LoggerUri, ALoggerThatMakesItsValuesUpSaysSo)
+{
+    EXPECT_TRUE(createLogger(QStringLiteral("sim:"), nullptr).isSimulated);
+    const auto silent = [](const DriverRequest&, QString&) -> std::unique_ptr<Driver> {
+        return std::make_unique<UnavailableDriver>(QStringLiteral("silent"));
+    };
+    ASSERT_TRUE(registerDriver(QStringLiteral("silent"), silent));
+    EXPECT_FALSE(createLogger(QStringLiteral("silent:"), nullptr).isSimulated);
 }
 
 TEST(LoggerUri, AMistakeIsReportedWithTheNameOfItsOption)

@@ -79,10 +79,9 @@ QString titleOr(const QString& title)
 
 } // namespace
 
-int DesktopForms::messageBox(QWidget* owner, const QString& text, int style, const QString& title)
+QMessageBox* DesktopForms::makeBox(QWidget* owner, const QString& text, int style, const QString& title)
 {
-    // The owner may be deleted while the box is open and takes the box with it: never on the stack.
-    const QPointer<QMessageBox> box = new QMessageBox(owner);
+    auto* box = new QMessageBox(owner);
     box->setTextFormat(Qt::PlainText);
     box->setText(text);
     box->setWindowTitle(titleOr(title));
@@ -92,9 +91,16 @@ int DesktopForms::messageBox(QWidget* owner, const QString& text, int style, con
         box->addButton(row.button);
     const std::size_t defaultPlace = std::size_t(style >> 8 & 3);
     box->setDefaultButton(rows[defaultPlace < rows.size() ? defaultPlace : 0].button);
+    return box;
+}
+
+int DesktopForms::messageBox(QWidget* owner, const QString& text, int style, const QString& title)
+{
+    // The owner may be deleted while the box is open and takes the box with it: never on the stack.
+    const QPointer<QMessageBox> box = makeBox(owner, text, style, title);
     const int pressed = box->exec();
     delete box.data();
-    for (const ButtonRow& row : rows) {
+    for (const ButtonRow& row : buttonsOf(style)) {
         if (row.button == pressed)
             return row.answer;
     }

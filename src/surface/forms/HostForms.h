@@ -8,6 +8,7 @@
 #include <optional>
 
 class QDialog;
+class QMessageBox;
 class QWidget;
 
 namespace zan::surface {
@@ -57,6 +58,11 @@ public:
     bool busy(QWidget* owner, std::chrono::milliseconds elapsed) override;
     void busyEnded() override;
     void showModal(QDialog& form) override;
+
+protected:
+    /// A message box that is not shown yet, with the text as plain text. It belongs to its owner, whose end is its
+    /// own; without one, to the caller.
+    static QMessageBox* makeBox(QWidget* owner, const QString& text, int style, const QString& title);
 
 private:
     QPointer<QProgressDialog> m_busyBox;

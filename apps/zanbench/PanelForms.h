@@ -1,0 +1,40 @@
+#pragma once
+
+#include "surface/forms/HostForms.h"
+
+#include <QMessageBox>
+#include <QPointer>
+
+#include <vector>
+
+namespace zan::host {
+
+/// The boxes and forms of the host's panels.
+///
+/// A box that a panel shows because the connection broke stands in the middle of the announcement: until it is
+/// closed, neither the lights of that panel nor any other panel would hear of it. Such a box is shown beside the
+/// announcement instead, which goes on at once; as there is only one answer, nobody waits for it.
+class PanelForms : public surface::DesktopForms
+{
+public:
+    /// The connection is being announced as broken, or that announcement is over.
+    void setAnnouncing(bool announcing) { m_isAnnouncing = announcing; }
+
+    int messageBox(QWidget* owner, const QString& text, int style, const QString& title) override;
+    /// Boxes shown beside an announcement that are still open.
+    std::vector<QMessageBox*> openBoxes() const;
+
+private:
+    struct Shown
+    {
+        QPointer<QMessageBox> box;
+        QPointer<QWidget> owner;
+    };
+
+    void showBeside(QWidget* owner, const QString& text, int style, const QString& title);
+
+    bool m_isAnnouncing = false;
+    std::vector<Shown> m_shown;
+};
+
+} // namespace zan::host
