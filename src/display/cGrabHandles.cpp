@@ -1,46 +1,98 @@
 #include "display/cGrabHandles.h"
 
+#include "surface/edit/HandleTable.h"
+#include "surface/edit/WindowMoves.h"
+#include "surface/host/Handles.h"
+
 namespace zan::display {
 
+using surface::EditLayer;
+
+namespace {
+
+EditLayer* layerOver(std::int32_t parent)
+{
+    QWidget* place = surface::Handles::widget(parent);
+    return place ? &EditLayer::of(*place) : nullptr;
+}
+
+} // namespace
+
 cGrabHandles::cGrabHandles(std::int32_t parent, std::int32_t target, bool show, values::Colour colour, int size)
-    : m_parent(parent)
-    , m_target(target)
-    , m_colour(colour)
-    , m_size(size == -1 ? DefaultSize : size)
-    , m_show(show)
-{}
+{
+    InitializeGrabHandles(parent, target, show, colour, size);
+}
+
+void cGrabHandles::InitializeGrabHandles(std::int32_t parent, std::int32_t target, bool show, values::Colour colour,
+                                         int size)
+{
+    if (m_parent != 0) {
+        if (EditLayer* former = layerOver(m_parent))
+            former->detach(*this);
+    }
+    m_show = show;
+    m_size = size == -1 ? DefaultSize : size;
+    m_colour = colour;
+    m_parent = parent;
+    m_target = 0;
+    m_handled = target;
+    EditLayer* layer = layerOver(parent);
+    if (!layer)
+        return;
+    layer->attach(*this, target, m_size, m_colour);
+    layer->setShown(*this, show);
+    SubClassTarget(target);
+}
+
+void cGrabHandles::SubClassTarget(std::int32_t target)
+{
+    EditLayer* layer = layerOver(m_parent);
+    if (!layer)
+        return;
+    layer->disown(*this);
+    m_target = 0;
+    if (target != m_handled) {
+        layer->detach(*this);
+        m_handled = target;
+        layer->attach(*this, target, m_size, m_colour);
+        layer->setShown(*this, m_show);
+    }
+    if (layer->own(*this))
+        m_target = target;
+}
 
 void cGrabHandles::setShowHandles(bool show)
 {
     if (m_show == show)
         return;
     m_show = show;
-    if (shownChanged)
-        shownChanged();
+    if (EditLayer* layer = layerOver(m_parent))
+        layer->setShown(*this, show);
 }
 
 std::array<QRect, cGrabHandles::HandleCount> cGrabHandles::rectangles(const QRect& target) const
 {
-    const int left = target.x();
-    const int top = target.y();
-    const int right = left + target.width();
-    const int bottom = top + target.height();
-    // COMPAT: the middle handles are centred with a fixed 2, whatever the handle size.
-    const int midX = left + target.width() / 2 - 2;
-    const int midY = top + target.height() / 2 - 2;
-    const bool wide = 1.5 * m_size < target.width();
-    const bool high = 1.5 * m_size < target.height();
-    const auto at = [this](int x, int y) { return QRect(x, y, m_size, m_size); };
-    return {
-        at(left - m_size, top - m_size),
-        wide ? at(midX, top - m_size) : QRect(),
-        at(right, top - m_size),
-        high ? at(right, midY) : QRect(),
-        at(right, bottom),
-        wide ? at(midX, bottom) : QRect(),
-        at(left - m_size, bottom),
-        high ? at(left - m_size, midY) : QRect(),
-    };
+    return surface::handleRectangles(target, m_size);
+}
+
+void cGrabHandles::handlePressed(std::size_t index)
+{
+    const std::weak_ptr<char> alive = m_life;
+    surface::resizeWindow(m_handled, surface::handleTable[index].edges);
+    if (!alive.expired() && m_show && EndResize)
+        EndResize();
+}
+
+void cGrabHandles::targetMoved(bool sized)
+{
+    if (sized && TargetReSized)
+        TargetReSized();
+}
+
+void cGrabHandles::targetReleased()
+{
+    if (EndResize)
+        EndResize();
 }
 
 } // namespace zan::display

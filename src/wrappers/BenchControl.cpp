@@ -4,6 +4,7 @@
 #include "document/Elements.h"
 #include "document/LoadByName.h"
 #include "document/XMLOps.h"
+#include "surface/ops/ControlOps.h"
 #include "surface/ops/WindowOps.h"
 #include "values/Convert.h"
 #include "values/Twips.h"
@@ -392,8 +393,7 @@ void BenchControl::Drag()
         return;
     const Ref<BenchControl> alive(this);
     try {
-        if (m_windowMover)
-            (*m_windowMover)(hWnd());
+        surface::ControlOps::StartWindowDrag(hWnd());
     } catch (const values::RuntimeError&) {
         // The control lies where it lies; that is stored.
     }

@@ -10,8 +10,6 @@ namespace zan::wrappers {
 
 /// Turns a picture file's name into the Picture object to assign to a live control; raises when it cannot.
 using PictureLoader = std::function<Variant(const QString& file)>;
-/// Lets the user move the control of this window handle with the pointer; returns when the button is released.
-using WindowMover = std::function<void(std::int32_t hWnd)>;
 
 /// Wrapper of a placed control of any type but the graph: keeps the document node, the live control and what the
 /// user sees in step. It knows no type and reaches the live control by property names alone.
@@ -80,8 +78,6 @@ public:
 
     /// How pictures are loaded; without one PICTUREFILE has no effect.
     void setPictureLoader(const PictureLoader* loader) { m_pictureLoader = loader; }
-    /// How the user moves a control; without one Drag only stores where the control lies.
-    void setWindowMover(const WindowMover* mover) { m_windowMover = mover; }
     /// The resize handles; null before InitGrabHandles.
     const display::cGrabHandles* grabHandles() const { return handles(); }
     /// Takes over where a resize by a handle has left the live control.
@@ -118,7 +114,6 @@ private:
     mutable std::unique_ptr<display::cGrabHandles> m_grabHandles; ///< made when they are first needed
     std::optional<HandlePlan> m_handlePlan;
     const PictureLoader* m_pictureLoader = nullptr;
-    const WindowMover* m_windowMover = nullptr;
     std::uint32_t m_revision = 1; // passes over 0
     mutable bool m_isNodeDue;     ///< the node of its own has not been asked for yet
     bool m_followsWindow = true;  ///< USEWINDOWSETTINGS of that node

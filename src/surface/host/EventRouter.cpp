@@ -1,7 +1,9 @@
 #include "surface/host/EventRouter.h"
 
 #include "surface/host/KeyCodes.h"
+#include "surface/host/PointerLoop.h"
 #include "surface/host/Surface.h"
+#include "surface/host/SurfaceLayer.h"
 #include "surface/host/WidgetStack.h"
 #include "surface/text/ToolTipText.h"
 #include "values/Twips.h"
@@ -13,6 +15,7 @@
 #include <QToolTip>
 
 #include <algorithm>
+#include <optional>
 
 namespace zan::surface {
 
@@ -37,6 +40,12 @@ MouseInput inputOf(const QMouseEvent& event, QPointF place)
 QPointF placeIn(const LiveControl* control, QPointF onSurface)
 {
     return control ? onSurface - control->bounds().topLeft() : onSurface;
+}
+
+/// The way back.
+QPoint onSurface(const LiveControl* control, QPointF place)
+{
+    return (control ? place + control->bounds().topLeft() : place).toPoint();
 }
 
 } // namespace
@@ -83,6 +92,19 @@ bool EventRouter::surfaceMouse(QMouseEvent& event)
 bool EventRouter::press(Ref<LiveControl> control, QPointF place, QMouseEvent& event)
 {
     const MouseInput input = inputOf(event, place);
+    std::optional<PointerPress> held;
+    if (input.button == 1)
+        held.emplace(event.globalPosition().toPoint());
+    if (m_surface.m_layer) {
+        const QPointer<Surface> alive(&m_surface);
+        m_pressActive = false;
+        const bool taken = m_surface.m_layer->pressed(onSurface(control.get(), place), event);
+        if (!alive)
+            return true;
+        m_pressTaken = taken;
+        if (taken)
+            return true;
+    }
     m_pressed = control;
     m_pressActive = true;
     m_pressTaken = false;
@@ -106,6 +128,8 @@ bool EventRouter::press(Ref<LiveControl> control, QPointF place, QMouseEvent& ev
 void EventRouter::move(Ref<LiveControl> control, QPointF place, QMouseEvent& event)
 {
     const MouseInput input = inputOf(event, place);
+    if (m_surface.m_layer && !m_pressActive && m_surface.m_layer->pointerMoved(onSurface(control.get(), place)))
+        return;
     m_surface.tell([&](SurfaceEvents& events) { events.mouseMove(control.get(), input); });
 }
 
@@ -118,6 +142,12 @@ bool EventRouter::release(Ref<LiveControl> control, QPointF place, QMouseEvent& 
     const bool inside = QRectF(QPointF(0, 0), QSizeF(size)).contains(place);
     m_pressActive = false;
     m_pressed = {};
+    if (m_surface.m_layer && control && input.button == 1) {
+        const QPointer<Surface> alive(&m_surface);
+        m_surface.m_layer->released(*control);
+        if (!alive)
+            return true;
+    }
     if (!m_surface.tell([&](SurfaceEvents& events) { events.mouseUp(control.get(), input); }))
         return true;
     if (control && !control->isLoaded())

@@ -1,5 +1,7 @@
 #include "surface/host/Handles.h"
 
+#include "surface/host/Surface.h"
+
 #include <unordered_map>
 
 namespace zan::surface {
@@ -10,6 +12,7 @@ struct HandleOwner
 {
     LiveControl* control = nullptr;
     Surface* surface = nullptr;
+    QWidget* widget = nullptr;
 };
 
 struct HandleTable
@@ -39,12 +42,25 @@ struct HandleTable
 
 std::int32_t Handles::allocate(LiveControl& control)
 {
-    return HandleTable::instance().add({&control, nullptr});
+    return HandleTable::instance().add({.control = &control});
 }
 
 std::int32_t Handles::allocate(Surface& surface)
 {
-    return HandleTable::instance().add({nullptr, &surface});
+    return HandleTable::instance().add({.surface = &surface});
+}
+
+std::int32_t Handles::of(QWidget& widget)
+{
+    if (auto* surface = dynamic_cast<Surface*>(&widget))
+        return surface->hWnd();
+    for (const auto& [handle, owner] : HandleTable::instance().owners) {
+        if (owner.widget == &widget)
+            return handle;
+    }
+    const std::int32_t handle = HandleTable::instance().add({.widget = &widget});
+    QObject::connect(&widget, &QObject::destroyed, [handle] { release(handle); });
+    return handle;
 }
 
 void Handles::release(std::int32_t handle) noexcept
@@ -61,6 +77,12 @@ LiveControl* Handles::control(std::int32_t handle) noexcept
 Surface* Handles::surface(std::int32_t handle) noexcept
 {
     return HandleTable::instance().find(handle).surface;
+}
+
+QWidget* Handles::widget(std::int32_t handle) noexcept
+{
+    const HandleOwner owner = HandleTable::instance().find(handle);
+    return owner.surface ? owner.surface : owner.widget;
 }
 
 std::int32_t Handles::next() noexcept

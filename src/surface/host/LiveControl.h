@@ -112,6 +112,8 @@ public:
     /// Counts everything that changes a property which is shown, whoever changes it; 0 once it was unloaded.
     std::uint32_t revision() const override { return isLoaded() ? m_revision : 0; }
 
+    /// Place in the stacking order of its layer: what is higher lies nearer.
+    std::int32_t rank() const noexcept { return m_rank; }
     /// False once the control was unloaded or its surface has gone.
     bool isLoaded() const noexcept { return m_array != nullptr; }
     ControlArray* array() const noexcept { return m_array; }

@@ -5,6 +5,7 @@
 #include "surface/host/Frames.h"
 #include "surface/host/Handles.h"
 #include "surface/host/SurfaceAccessible.h"
+#include "surface/host/SurfaceLayer.h"
 #include "surface/host/WidgetControl.h"
 #include "surface/host/WidgetStack.h"
 #include "surface/text/TextPainter.h"
@@ -69,6 +70,7 @@ Surface::Surface(QWidget* parent)
 Surface::~Surface()
 {
     m_events = nullptr;
+    m_layer = nullptr;
     ++m_busy;
     SurfaceAccessible::forget(*this);
     m_font->removeListener(*this);
@@ -218,6 +220,8 @@ void Surface::controlUnloaded(LiveControl& control)
 {
     const BusyGuard guard(m_busy);
     m_router->forget(control);
+    if (m_layer)
+        m_layer->controlGone(control);
     SurfaceAccessible::forget(control);
     if (control.hosting() == LiveControl::Hosting::Widget) {
         m_widgets->remove(static_cast<WidgetControl&>(control));
@@ -259,6 +263,8 @@ void Surface::controlChanged(LiveControl& control, int what)
 
 void Surface::controlMoved(LiveControl& control, const QRect& from)
 {
+    if (m_layer)
+        m_layer->controlMoved(control, from);
     if (control.hosting() == LiveControl::Hosting::Widget) {
         if (m_display->upperCount() > 0)
             m_widgets->overlapsChanged();
@@ -281,6 +287,7 @@ void Surface::controlRestacked(LiveControl& control, bool toFront)
     }
     if (control.hosting() != LiveControl::Hosting::Windowless)
         m_widgets->restacked();
+    m_layerCovered = true;
     postFlush();
 }
 
@@ -307,6 +314,8 @@ void Surface::flush()
         return;
     m_flushPosted = false;
     syncWidgets();
+    if (m_layer)
+        m_layer->flush();
     const bool everything = m_everything;
     QRegion region = takeDirtyRegion();
     if (everything)
@@ -333,7 +342,10 @@ void Surface::syncWidgets()
             m_changed.push_back(std::move(control));
         }
     }
-    m_widgets->arrange();
+    if (m_widgets->arrange() || std::exchange(m_layerCovered, false)) {
+        if (m_layer)
+            m_layer->restacked();
+    }
 }
 
 /// A painted control that has a host: the host follows it.
@@ -429,6 +441,23 @@ void Surface::paintControl(QPainter& painter, LiveControl& control, const QRect&
     control.paint(context, rectangle);
 }
 
+QPixmap Surface::pictureOf(LiveControl& control)
+{
+    const QRect rectangle(QPoint(0, 0), control.bounds().size().boundedTo(size()));
+    if (rectangle.isEmpty())
+        return {};
+    if (control.hosting() == LiveControl::Hosting::Widget) {
+        QWidget* widget = static_cast<WidgetControl&>(control).ensureWidget();
+        return widget ? widget->grab(rectangle) : QPixmap();
+    }
+    QPixmap picture(rectangle.size() * devicePixelRatioF());
+    picture.setDevicePixelRatio(devicePixelRatioF());
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    paintControl(painter, control, QRect(QPoint(0, 0), control.bounds().size()));
+    return picture;
+}
+
 LiveControl* Surface::hostedControl(const QWidget& host) const
 {
     return m_widgets->controlOf(&host);
@@ -438,6 +467,8 @@ void Surface::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
     m_widgets->surfaceResized();
+    if (m_layer)
+        m_layer->surfaceResized();
     postFlush();
     tell([](SurfaceEvents& events) { events.resized(); });
 }

@@ -7,6 +7,7 @@
 #include "surface/text/FontObject.h"
 #include "values/Colour.h"
 
+#include <QPixmap>
 #include <QPointer>
 #include <QRegion>
 #include <QString>
@@ -75,6 +76,11 @@ public:
     void setEvents(SurfaceEvents* events) noexcept { m_events = events; }
     SurfaceEvents* events() const noexcept { return m_events; }
 
+    /// What lies over all controls and sees the mouse first; null for nothing. A child of the surface.
+    void setLayer(SurfaceLayer* layer) noexcept { m_layer = layer; }
+    /// What a control looks like, without what lies below it; no larger than the surface.
+    QPixmap pictureOf(LiveControl& control);
+
     /// Shows what has changed now instead of at the end of this turn of the event loop: widgets are brought up to
     /// date, and what is painted is asked to be repainted.
     void flush();
@@ -105,6 +111,7 @@ protected:
 
 private:
     friend class ControlArray;
+    friend class EditLayer;
     friend class EventRouter;
     friend class LiveControl;
     friend class PaintedHost;
@@ -134,6 +141,7 @@ private:
     std::unique_ptr<EventRouter> m_router;
     std::unique_ptr<TextPainter> m_text;
     SurfaceEvents* m_events = nullptr;
+    SurfaceLayer* m_layer = nullptr;
     std::vector<Ref<LiveControl>> m_changed; // wait for the flush
     std::vector<QRect> m_uncovered;          // what moved, hidden and removed controls have left
     std::vector<LiveControl*> m_painted;     // scratch of the running paint
@@ -146,9 +154,10 @@ private:
     std::int32_t m_handle = 0;
     int m_lastPainted = 0;
     bool m_flushPosted = false;
-    bool m_everything = true; // so much has changed that one full repaint is cheaper
-    int m_busy = 0;           // above 0 no event may reach the owner now: it could take away what is being walked
-    int m_telling = 0;        // handlers of the owner that are running
+    bool m_layerCovered = false; // the stacking order has changed below the layer
+    bool m_everything = true;    // so much has changed that one full repaint is cheaper
+    int m_busy = 0;    // above 0 no event may reach the owner now: it could take away what is being walked
+    int m_telling = 0; // handlers of the owner that are running
     std::int32_t m_frontRank = 0;
     std::int32_t m_backRank = 0;
 };

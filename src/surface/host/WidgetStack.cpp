@@ -64,9 +64,10 @@ void WidgetStack::remove(LiveControl& painted)
 
 void WidgetStack::own(LiveControl& control, QWidget& widget)
 {
-    const auto watch = [&](QObject* object) {
-        m_owners.insert(object, &control);
-        object->installEventFilter(&m_surface);
+    const auto watch = [&](QWidget* part) {
+        m_owners.insert(part, &control);
+        part->installEventFilter(&m_surface);
+        part->setMouseTracking(true); // a control is told of every move over it, pressed or not
     };
     watch(&widget);
     if (auto* area = qobject_cast<QAbstractScrollArea*>(&widget))
@@ -155,16 +156,20 @@ QWidget* WidgetStack::widgetOf(LiveControl& control) const
                                                              : hostOf(control);
 }
 
-void WidgetStack::arrange()
+bool WidgetStack::arrange()
 {
+    bool raised = false;
     if (std::exchange(m_overlapsChanged, false))
         updateHosts();
-    if (std::exchange(m_stackChanged, false))
+    if (std::exchange(m_stackChanged, false)) {
         stack();
+        raised = true;
+    }
     if (std::exchange(m_shapesChanged, false))
         shapePanes();
     if (std::exchange(m_tabOrderChanged, false))
         orderTabs();
+    return raised;
 }
 
 /// Which painted controls lie over a widget, or over another hosted control? Each one found is a widget itself for

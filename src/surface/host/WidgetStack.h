@@ -42,7 +42,8 @@ public:
     /// Brings one control's widget up to date; makes it when the control is visible.
     void sync(WidgetControl& control, int changes);
     /// Whatever concerns all of them: hosts, stacking, panes, the Tab order.
-    void arrange();
+    /// True when it has raised widgets.
+    bool arrange();
     /// The host of a painted control, or null.
     QWidget* hostOf(const LiveControl& control) const;
     /// The surface has another size.

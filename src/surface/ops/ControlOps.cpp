@@ -1,5 +1,7 @@
 #include "surface/ops/ControlOps.h"
 
+#include "surface/edit/WindowMoves.h"
+
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -10,6 +12,11 @@
 #include <algorithm>
 
 namespace zan::surface::ControlOps {
+
+void StartWindowDrag(std::int32_t hWnd)
+{
+    moveWindow(hWnd);
+}
 
 void SelectListItem(QComboBox& list, const QString& text, int otherwise)
 {

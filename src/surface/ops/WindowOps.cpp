@@ -25,8 +25,8 @@ std::optional<QRect> screenRectangle(std::int32_t hWnd)
         const QRect bounds = control->bounds();
         return QRect(control->surface()->mapToGlobal(bounds.topLeft()), bounds.size());
     }
-    if (const Surface* surface = Handles::surface(hWnd))
-        return QRect(surface->mapToGlobal(QPoint(0, 0)), surface->size());
+    if (const QWidget* widget = Handles::widget(hWnd))
+        return QRect(widget->mapToGlobal(QPoint(0, 0)), widget->size());
     return std::nullopt;
 }
 

@@ -1,0 +1,167 @@
+#include "surface/edit/WindowMoves.h"
+
+#include "surface/edit/EditLayer.h"
+#include "surface/edit/HandleTable.h"
+#include "surface/host/Handles.h"
+#include "surface/host/Surface.h"
+#include "values/Twips.h"
+
+#include <QGuiApplication>
+
+namespace zan::surface {
+
+namespace {
+
+using values::Ref;
+
+/// What a loop moves: a live control, or a widget of a host's own. It may go away at any time.
+class Moved
+{
+public:
+    explicit Moved(std::int32_t hWnd)
+        : m_control(Handles::control(hWnd))
+        , m_widget(m_control ? nullptr : Handles::widget(hWnd))
+    {
+        if (m_control && !m_control->isLoaded())
+            m_control = nullptr;
+        if (!exists())
+            return;
+        m_start = m_control ? m_control->bounds() : m_widget->geometry();
+        if (m_control)
+            m_measures = {m_control->left(), m_control->top(), m_control->width(), m_control->height()};
+    }
+
+    bool exists() const { return m_control ? m_control->isLoaded() : m_widget != nullptr; }
+    LiveControl* control() const { return m_control.get(); }
+    const QRect& start() const { return m_start; }
+    QWidget* place() const { return m_control ? m_control->surface() : m_widget->parentWidget(); }
+
+    void put(const QRect& rectangle)
+    {
+        if (!exists())
+            return;
+        if (!m_control) {
+            m_widget->setGeometry(rectangle);
+            return;
+        }
+        // A measure that keeps its pixel keeps its fraction of one.
+        const auto measure = [](int pixels, int before, float exact) {
+            return pixels == before ? exact : values::pixelsToTwips(pixels);
+        };
+        m_control->move(measure(rectangle.x(), m_start.x(), m_measures.left),
+                        measure(rectangle.y(), m_start.y(), m_measures.top),
+                        measure(rectangle.width(), m_start.width(), m_measures.width),
+                        measure(rectangle.height(), m_start.height(), m_measures.height));
+        m_control->surface()->flush();
+    }
+
+private:
+    struct Measures
+    {
+        float left = 0;
+        float top = 0;
+        float width = 0;
+        float height = 0;
+    };
+    Ref<LiveControl> m_control;
+    QPointer<QWidget> m_widget;
+    QRect m_start;
+    Measures m_measures;
+};
+
+/// The pointer's picture for as long as something moves, wherever the pointer goes.
+class LoopCursor
+{
+public:
+    explicit LoopCursor(Qt::CursorShape shape) { QGuiApplication::setOverrideCursor(shape); }
+    ~LoopCursor() { QGuiApplication::restoreOverrideCursor(); }
+    LoopCursor(const LoopCursor&) = delete;
+    LoopCursor& operator=(const LoopCursor&) = delete;
+};
+
+using Placing = std::function<QRect(const QRect& start, QPoint by, Qt::KeyboardModifiers modifiers)>;
+
+PointerEnd follow(Moved& moved, const Placing& placing)
+{
+    const PointerPress* press = PointerPress::current();
+    QWidget* place = moved.exists() ? moved.place() : nullptr;
+    if (!press || !place)
+        return PointerEnd::Interrupted;
+    const QPoint from = press->global();
+    const PointerEnd end = PointerLoop::run(*place, [&](QPoint global, Qt::KeyboardModifiers modifiers) {
+        if (moved.exists())
+            moved.put(placing(moved.start(), global - from, modifiers));
+    });
+    if (end == PointerEnd::Cancelled)
+        moved.put(moved.start());
+    return end;
+}
+
+Qt::CursorShape cursorOf(std::uint8_t edges)
+{
+    for (std::size_t index = 0; index < handleTable.size(); ++index) {
+        if (handleTable[index].edges == edges)
+            return handleCursor(index);
+    }
+    return Qt::SizeAllCursor;
+}
+
+} // namespace
+
+PointerEnd moveWindow(std::int32_t hWnd)
+{
+    Moved moved(hWnd);
+    if (!moved.exists() || !PointerPress::current())
+        return PointerEnd::Interrupted;
+    const LoopCursor cursor(Qt::SizeAllCursor);
+    const QPointer<EditLayer> layer(moved.control() ? EditLayer::find(*moved.place()) : nullptr);
+    const PointerEnd end = follow(moved, [&](const QRect& start, QPoint by, Qt::KeyboardModifiers modifiers) {
+        const QRect proposed = start.translated(by);
+        return layer && layer->adjust() ? layer->adjust()(*moved.control(), proposed, modifiers) : proposed;
+    });
+    if (layer)
+        layer->setGuides({});
+    return end;
+}
+
+PointerEnd resizeWindow(std::int32_t hWnd, std::uint8_t edges)
+{
+    Moved moved(hWnd);
+    if (!moved.exists() || !PointerPress::current())
+        return PointerEnd::Interrupted;
+    const LoopCursor cursor(cursorOf(edges));
+    return follow(
+        moved, [edges](const QRect& start, QPoint by, Qt::KeyboardModifiers) { return resized(start, edges, by); });
+}
+
+std::optional<Drop> dragControl(LiveControl& control)
+{
+    const Ref<LiveControl> source(&control);
+    const QPointer<Surface> surface(control.surface());
+    const PointerPress* press = PointerPress::current();
+    if (!surface || !press)
+        return std::nullopt;
+    const QPoint grab = surface->mapFromGlobal(press->global()) - control.bounds().topLeft();
+    const QPixmap picture = surface->pictureOf(control);
+    const QPointer<EditLayer> layer(&EditLayer::of(*surface));
+    QPoint place = surface->mapFromGlobal(press->global());
+    PointerEnd end;
+    {
+        const LoopCursor cursor(Qt::SizeAllCursor);
+        end = PointerLoop::run(*surface, [&](QPoint global, Qt::KeyboardModifiers) {
+            if (!surface || !layer)
+                return;
+            place = surface->mapFromGlobal(global);
+            layer->setDragPicture(picture, place - grab);
+            surface->flush();
+        });
+    }
+    if (layer)
+        layer->setDragPicture({}, {});
+    if (end != PointerEnd::Released || !surface || !source->isLoaded() || !surface->rect().contains(place))
+        return std::nullopt;
+    const Ref<LiveControl> target = surface->controlAt(place);
+    return Drop{target, target ? place - target->bounds().topLeft() : place};
+}
+
+} // namespace zan::surface
