@@ -39,16 +39,26 @@ QString lineOf(const QString& text, int line)
 } // namespace
 
 ScriptControl::ScriptControl(ScriptHost* host)
-    : m_settings(std::make_shared<EngineSettings>())
-    , m_state(std::make_shared<State>())
+    : ScriptControl(std::make_shared<EngineSettings>())
 {
     m_settings->host = host;
     m_settings->clock = steadyTime;
     m_settings->memoryInUse = heapInUse;
+}
+
+ScriptControl::ScriptControl(std::shared_ptr<EngineSettings> settings)
+    : m_settings(std::move(settings))
+    , m_state(std::make_shared<State>())
+{
     m_state->engine = std::make_shared<Engine>(m_settings);
 }
 
 ScriptControl::~ScriptControl() = default;
+
+std::unique_ptr<ScriptControl> ScriptControl::beside() const
+{
+    return std::unique_ptr<ScriptControl>(new ScriptControl(m_settings));
+}
 
 void ScriptControl::Reset()
 {
@@ -58,16 +68,37 @@ void ScriptControl::Reset()
     state->error.Clear();
 }
 
+namespace {
+
+ScriptError errorAt(const values::RuntimeError& error, const QString& description, Position position)
+{
+    const QString source = error.source().isEmpty() ? QStringLiteral("VBScript runtime error") : error.source();
+    return ScriptError(error.number(), description, source, position.line, position.column, {});
+}
+
+} // namespace
+
 /// Runs a call into the engine; false when it failed, with the error noted.
 template <class Call>
 bool ScriptControl::guarded(const QString& text, Call&& call)
 {
+    const std::shared_ptr<EngineSettings> settings = m_settings;
+    const Budget::Scope scope(settings->budget);
     const std::shared_ptr<State> state = m_state; // outlives the control, and the engine a Reset by the script
-    const std::shared_ptr<Engine> engine = state->engine;
+    std::shared_ptr<Engine> engine = state->engine;
     ++state->running;
     bool succeeded = false;
+    Position position;
     try {
-        call(*engine);
+        try {
+            call(*engine);
+        } catch (...) {
+            position = engine->vm().errorPosition();
+            throw;
+        }
+        engine.reset(); // after a Reset by the script its program ends here, which is part of the run
+        if (settings->budget.isStopped())
+            settings->budget.look();
         succeeded = true;
     } catch (const CompileError& error) {
         state->error = ScriptError(error.number(), compileErrorText(error.number()),
@@ -77,19 +108,52 @@ bool ScriptControl::guarded(const QString& text, Call&& call)
         QString description = error.description();
         if (!error.about().isEmpty())
             description += QStringLiteral(": '%1'").arg(error.about().text());
-        const Position position = engine->vm().errorPosition();
-        state->error = ScriptError(error.number(), description, QStringLiteral("VBScript runtime error"),
-                                   position.line, position.column, {});
+        state->error = errorAt(error, description, position);
     } catch (const RuntimeError& error) {
-        const Position position = engine->vm().errorPosition();
-        const QString source = error.source().isEmpty() ? QStringLiteral("VBScript runtime error") : error.source();
-        state->error = ScriptError(error.number(), error.description(), source, position.line, position.column, {});
+        state->error = errorAt(error, error.description(), position);
     } catch (const std::bad_alloc&) {
         state->error = ScriptError(int(ErrorNumber::OutOfMemory), values::errorText(ErrorNumber::OutOfMemory),
                                    QStringLiteral("VBScript runtime error"), 0, 0, {});
     }
     --state->running;
     return succeeded;
+}
+
+struct ScriptControl::Session::Part
+{
+    explicit Part(std::shared_ptr<EngineSettings> shared)
+        : settings(std::move(shared))
+        , scope(settings->budget)
+    {}
+    std::shared_ptr<EngineSettings> settings;
+    Budget::Scope scope;
+};
+
+ScriptControl::Session::Session(const ScriptControl& control)
+    : m_part(std::make_unique<Part>(control.m_settings))
+{}
+
+ScriptControl::Session::~Session() = default;
+
+struct ScriptControl::Pause::Part
+{
+    explicit Part(std::shared_ptr<EngineSettings> shared)
+        : settings(std::move(shared))
+        , pause(settings->budget)
+    {}
+    std::shared_ptr<EngineSettings> settings;
+    Budget::Pause pause;
+};
+
+ScriptControl::Pause::Pause(const ScriptControl& control)
+    : m_part(std::make_unique<Part>(control.m_settings))
+{}
+
+ScriptControl::Pause::~Pause() = default;
+
+bool ScriptControl::isStopped() const noexcept
+{
+    return m_settings->budget.isStopped();
 }
 
 bool ScriptControl::AddObject(const QString& name, const binding::Ref<binding::Object>& object, bool addMembers)

@@ -54,6 +54,17 @@ public:
     /// Value of an expression in the program; nothing when it failed.
     std::optional<values::Variant> Eval(const QString& expression);
 
+    /// A second engine beside this one, with variables of its own, for a script that starts while this one runs.
+    /// Host, classes, clock and limits are the same: what is under way in both at once shares one depth, one time and
+    /// one memory, and a limit ends it all.
+    std::unique_ptr<ScriptControl> beside() const;
+    /// Calls made while it lives are one run: they share the limits of one call.
+    class Session;
+    /// Time that does not count while it lives, because the host shows a box of its own to the user.
+    class Pause;
+    /// True from the moment that a limit was hit until the outermost call under way has returned.
+    bool isStopped() const noexcept;
+
     /// What went wrong in the last call that failed. A call that succeeds leaves it as it is.
     ScriptError& Error() noexcept { return m_state->error; }
     const ScriptError& Error() const noexcept { return m_state->error; }
@@ -81,11 +92,38 @@ private:
         ScriptError error;
         int running = 0;
     };
+    explicit ScriptControl(std::shared_ptr<EngineSettings> settings);
     template <class Call>
     bool guarded(const QString& text, Call&& call);
 
     std::shared_ptr<EngineSettings> m_settings;
     std::shared_ptr<State> m_state;
+};
+
+class ScriptControl::Session
+{
+public:
+    explicit Session(const ScriptControl& control);
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+private:
+    struct Part;
+    std::unique_ptr<Part> m_part;
+};
+
+class ScriptControl::Pause
+{
+public:
+    explicit Pause(const ScriptControl& control);
+    ~Pause();
+    Pause(const Pause&) = delete;
+    Pause& operator=(const Pause&) = delete;
+
+private:
+    struct Part;
+    std::unique_ptr<Part> m_part;
 };
 
 } // namespace zan::script

@@ -62,6 +62,7 @@ void ActionEngine::RunAction(const Ref<iBenchControl>& control)
     const QString function = GetAttribute(action, element::Function);
     // 3. Only a connect works without a connection, whatever the type.
     if (function != QLatin1String("CONNECT") && logger()->Link()->State() != LinkState::Connected) {
+        const auto pause = m_scripts->pause();
         m_window.forms().messageBox(
             &m_window, QStringLiteral("You have to Connect to the site before you can perform this action"),
             HostForms::Information, QString());
@@ -86,6 +87,7 @@ bool ActionEngine::askForValue(QString& value)
 {
     const QPointer<BenchWindow> window(&m_window);
     const QPointer<frmSet> form = m_setForm;
+    const auto pause = m_scripts->pause();
     m_window.forms().showModal(*form);
     if (!window || !form || form->cancelled())
         return false;
@@ -185,6 +187,7 @@ void ActionEngine::vesper(const Node& action, const QString& function)
         status = QStringLiteral("Waiting for prompt...");
     } else if (function == QLatin1String("UNLOAD")) {
         const Ref<site::Logger> target = logger();
+        const auto pause = m_scripts->pause();
         m_window.forms().messageBox(&m_window,
                                     QStringLiteral("NB: Unload functionality not yet complete - get onto it Robin"),
                                     HostForms::Information, QString());
@@ -221,6 +224,7 @@ void ActionEngine::connectOrDisconnect(QString& title)
 bool ActionEngine::confirmProgramming()
 {
     const Ref<site::Logger> target = logger();
+    const auto pause = m_scripts->pause();
     const int answer = m_window.forms().messageBox(
         &m_window, QStringLiteral("Warning - this will reset the logger"), HostForms::OkCancel, QString());
     if (answer != HostForms::Ok)

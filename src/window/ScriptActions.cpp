@@ -45,6 +45,7 @@ private:
     bool m_isBusy = false;
 };
 
+/// The panel's engine, and how many of its scripts are under way, each inside the one before.
 struct ScriptActions::Engine
 {
     explicit Engine(BenchWindow& window)
@@ -53,6 +54,23 @@ struct ScriptActions::Engine
     {}
     PanelHost host;
     script::ScriptControl control;
+    int running = 0;
+};
+
+class ScriptActions::Running
+{
+public:
+    explicit Running(Engine& engine)
+        : m_engine(engine)
+    {
+        ++m_engine.running;
+    }
+    ~Running() { --m_engine.running; }
+    Running(const Running&) = delete;
+    Running& operator=(const Running&) = delete;
+
+private:
+    Engine& m_engine;
 };
 
 namespace {
@@ -82,32 +100,53 @@ ScriptActions::ScriptActions(BenchWindow& window)
 
 ScriptActions::~ScriptActions() = default;
 
-std::shared_ptr<ScriptActions::Engine> ScriptActions::idleEngine()
+std::unique_ptr<script::ScriptControl::Pause> ScriptActions::pause() const
 {
-    // A script that shows a box may be interrupted by the script behind another button: that one runs in an engine
-    // of its own, so that neither sees the other's variables.
-    if (!m_engine)
-        m_engine = std::make_shared<Engine>(m_window);
-    return m_engine->control.isRunning() ? std::make_shared<Engine>(m_window) : m_engine;
+    return m_engine ? std::make_unique<script::ScriptControl::Pause>(m_engine->control) : nullptr;
 }
 
 void ScriptActions::run(const QString& storedText, const Ref<binding::Object>& control)
 {
+    if (!m_engine)
+        m_engine = std::make_shared<Engine>(m_window);
     const QPointer<BenchWindow> window(&m_window);
-    const std::shared_ptr<Engine> engine = idleEngine(); // outlives the panel, should the script close it
-    script::ScriptControl& scripts = engine->control;
+    const std::shared_ptr<Engine> engine = m_engine; // outlives the panel, should the script close it
+    QString failure;
+    if (engine->running == 0) {
+        const Running running(*engine);
+        engine->control.Reset();
+        const script::ScriptControl::Session session(engine->control);
+        failure = failureOf(engine->control, storedText, control);
+        engine->host.endBusy();
+    } else {
+        // A script that presses a control or shows a box may be interrupted by the script behind another button: that
+        // one runs in an engine of its own, so that neither sees the other's variables. Both keep to one set of limits,
+        // and when these end them the outermost says so.
+        const Running running(*engine);
+        const std::unique_ptr<script::ScriptControl> own = engine->control.beside();
+        failure = failureOf(*own, storedText, control);
+        if (own->isStopped())
+            return;
+    }
+    if (failure.isEmpty() || !window)
+        return;
+    const script::ScriptControl::Pause pause(engine->control);
+    window->forms().messageBox(window, failure, surface::HostForms::OkOnly, QString());
+}
+
+/// Runs the script; what went wrong, or nothing.
+QString ScriptActions::failureOf(script::ScriptControl& scripts, const QString& storedText,
+                                 const Ref<binding::Object>& control)
+{
     const Ref<site::Logger> logger = m_window.Logger();
     const Ref<site::Scheme> scheme = logger ? logger->Scheme() : nullptr;
-    scripts.Reset();
     const bool succeeded = scripts.AddObject(QStringLiteral("Window"), m_window.object()) &&
                            scripts.AddObject(QStringLiteral("Logger"), logger) &&
                            scripts.AddObject(QStringLiteral("Control"), control) &&
                            scripts.AddObject(QStringLiteral("Scheme"), scheme) &&
                            scripts.AddCode(scriptText(storedText)) &&
                            scripts.Run(QStringLiteral("Main")).has_value();
-    engine->host.endBusy();
-    if (!succeeded && window)
-        window->forms().messageBox(window, failureText(scripts.Error()), surface::HostForms::OkOnly, QString());
+    return succeeded ? QString() : failureText(scripts.Error());
 }
 
 } // namespace zan::window

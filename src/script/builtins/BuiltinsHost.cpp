@@ -8,6 +8,18 @@ namespace {
 
 using values::ErrorNumber;
 
+/// Shows a box, which takes no time. A script that the user sets off meanwhile may have come to the end of it.
+template <class Box>
+auto ask(Engine& engine, Box&& box)
+{
+    auto answer = [&] {
+        const Budget::Pause pause(engine.vm().budget());
+        return box();
+    }();
+    engine.vm().budget().countCall();
+    return answer;
+}
+
 Variant msgBox(Engine& engine, Arguments arguments)
 {
     constexpr std::int16_t Ok = 1;
@@ -18,8 +30,8 @@ Variant msgBox(Engine& engine, Arguments arguments)
     ScriptHost* host = engine.settings().host;
     if (!host)
         return Variant(Ok);
-    const Vm::Pause pause(engine.vm());
-    return Variant(std::int16_t(host->messageBox(text, buttons, title)));
+    const int answer = ask(engine, [&] { return host->messageBox(text, buttons, title); });
+    return Variant(std::int16_t(answer));
 }
 
 /// COMPAT: a box that was cancelled gives Empty, not an empty text.
@@ -31,8 +43,7 @@ Variant inputBox(Engine& engine, Arguments arguments)
     ScriptHost* host = engine.settings().host;
     if (!host)
         return {};
-    const Vm::Pause pause(engine.vm());
-    const std::optional<QString> typed = host->inputBox(prompt, title, text);
+    const std::optional<QString> typed = ask(engine, [&] { return host->inputBox(prompt, title, text); });
     return typed ? Variant(*typed) : Variant();
 }
 
@@ -42,7 +53,9 @@ Variant createObject(Engine& engine, Arguments arguments)
     const QString name = values::toText(arguments[0]);
     const auto& classes = engine.settings().classes;
     if (const auto found = classes.find(values::Name(name).folded()); found != classes.end()) {
-        if (const values::Ref<binding::Object> object = found->second())
+        const values::Ref<binding::Object> object = found->second();
+        engine.vm().budget().countCall();
+        if (object)
             return Variant(object);
     } else if (name.compare(QLatin1String("Scripting.Dictionary"), Qt::CaseInsensitive) == 0) {
         return Variant(values::make<Dictionary>(engine));

@@ -143,23 +143,25 @@ Variant setLocale(Engine& engine, Arguments arguments)
     return Variant(old);
 }
 
+using Cost = Builtin::Cost;
+
 constexpr Builtin Functions[] = {
     {"Err", 0, 0, err},
     {"GetLocale", 0, 0, getLocale},
     {"GetRef", 1, 1, getRef},
-    {"IsArray", 1, 1, isArray},
+    {"IsArray", 1, 1, isArray, Cost::Result},
     {"IsDate", 1, 1, isDate},
-    {"IsEmpty", 1, 1, isEmpty},
-    {"IsNull", 1, 1, isNull},
+    {"IsEmpty", 1, 1, isEmpty, Cost::Result},
+    {"IsNull", 1, 1, isNull, Cost::Result},
     {"IsNumeric", 1, 1, isNumeric},
-    {"IsObject", 1, 1, isObject},
+    {"IsObject", 1, 1, isObject, Cost::Result},
     {"ScriptEngine", 0, 0, scriptEngine},
     {"ScriptEngineBuildVersion", 0, 0, buildVersion},
     {"ScriptEngineMajorVersion", 0, 0, majorVersion},
     {"ScriptEngineMinorVersion", 0, 0, minorVersion},
     {"SetLocale", 0, 1, setLocale},
-    {"TypeName", 1, 1, typeName},
-    {"VarType", 1, 1, varType},
+    {"TypeName", 1, 1, typeName, Cost::Result},
+    {"VarType", 1, 1, varType, Cost::Result},
 };
 
 } // namespace

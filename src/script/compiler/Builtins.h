@@ -16,10 +16,13 @@ using values::Variant;
 struct Builtin
 {
     using Function = Variant (*)(Engine& engine, Arguments arguments);
+    /// What a call takes time for: reading its arguments through, as most do, or no more than making its result.
+    enum class Cost : std::uint8_t { Reading, Result };
     const char* name;
     std::uint8_t requiredArguments;
     std::uint8_t allowedArguments;
     Function function;
+    Cost cost = Cost::Reading;
 };
 
 /// Number of the built-in function of this name, or -1. The number is good for builtinAt.

@@ -3,6 +3,8 @@
 #include "values/Variant.h"
 
 #include <cstddef>
+#include <memory>
+#include <vector>
 
 namespace zan::script {
 
@@ -19,14 +21,30 @@ public:
     values::Variant* begin() const noexcept { return m_slots; }
     values::Variant* end() const noexcept { return m_slots + m_count; }
     std::size_t count() const noexcept { return m_count; }
-    /// Slots at and above this one were never touched; keeps destruction from walking over unused pages.
+    /// Slots at and above this one were never touched; keeps clearing from walking over unused pages.
     void noteUse(std::size_t count) noexcept { m_used = count > m_used ? count : m_used; }
     std::size_t used() const noexcept { return m_used; }
+    /// Makes every slot Empty again. What the slots held may run code that uses the arena meanwhile.
+    void clear() noexcept;
 
 private:
     values::Variant* m_slots;
     std::size_t m_count;
     std::size_t m_used = 0;
+};
+
+/// Arenas of engines that have ended, for those to come: a program that starts at every click of a button must not
+/// pay for fresh memory each time.
+class ArenaPool
+{
+public:
+    /// An arena of so many slots, all Empty.
+    std::unique_ptr<SlotArena> take(std::size_t count);
+    /// Keeps an arena, unless there are enough or it has taken much memory.
+    void give(std::unique_ptr<SlotArena> arena) noexcept;
+
+private:
+    std::vector<std::unique_ptr<SlotArena>> m_arenas;
 };
 
 } // namespace zan::script

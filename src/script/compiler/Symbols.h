@@ -31,8 +31,9 @@ class Symbols
 {
 public:
     static constexpr std::uint32_t Maximum = 1 << 18;
-    Symbols()
-        : m_values(Maximum)
+    /// The values must be a row of Maximum.
+    explicit Symbols(SlotArena& values)
+        : m_values(values)
     {}
 
     /// The number of a name; added when it is new. Raises error 7 when there are too many.
@@ -51,7 +52,7 @@ public:
 private:
     std::vector<Symbol> m_symbols;
     std::unordered_map<values::Name, std::uint32_t> m_numbers; ///< by folded name
-    SlotArena m_values;
+    SlotArena& m_values;
 };
 
 } // namespace zan::script

@@ -20,6 +20,8 @@ public:
     {}
 
     QString typeName() const override { return QStringLiteral("Object"); }
+    /// True for a collection of the host's, of which nobody knows how long a step takes.
+    bool isOfHost() const noexcept { return m_items != nullptr; }
     std::optional<values::Variant> next()
     {
         if (m_items)

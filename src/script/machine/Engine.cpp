@@ -15,12 +15,17 @@ using values::Variant;
 
 Engine::Engine(std::shared_ptr<EngineSettings> settings)
     : m_settings(std::move(settings))
+    , m_globals(m_settings->arenas.take(Symbols::Maximum))
+    , m_stack(m_settings->arenas.take(Vm::StackSlots))
+    , m_symbols(*m_globals)
     , m_err(values::make<ErrObject>())
-    , m_vm(*this)
+    , m_vm(*this, *m_stack)
 {}
 
 Engine::~Engine()
 {
+    // The last words of all its objects together are one run, or part of the run that is under way.
+    const Budget::Scope scope(m_settings->budget);
     // 1. Variables go, and with them everything that is no cycle. The host's items stay for last words.
     for (std::uint32_t number = 0; number < m_symbols.count(); ++number) {
         if (m_symbols.at(number).kind != Symbol::Kind::HostItem)
@@ -65,6 +70,9 @@ Engine::~Engine()
     dropAll();
     for (std::uint32_t number = 0; number < m_symbols.count(); ++number)
         m_symbols.value(number) = Variant();
+    m_vm.clearStack();
+    m_settings->arenas.give(std::move(m_globals));
+    m_settings->arenas.give(std::move(m_stack));
 }
 
 void Engine::track(Tracked& object) noexcept
@@ -96,10 +104,10 @@ bool Engine::addObject(values::Name name, const binding::Ref<binding::Object>& o
         return false;
     symbol.kind = Symbol::Kind::HostItem;
     m_symbols.value(number) = Variant(object);
-    m_history += QLatin1Char('|') + name.text();
+    learn({Lesson::Kind::Item, name.id()});
     if (addMembers) {
         m_globalItems.push_back(number);
-        m_history += QStringLiteral("*%1").arg(reinterpret_cast<quintptr>(&object->members()));
+        learn({Lesson::Kind::GlobalItem, &object->members()});
     }
     return true;
 }
@@ -116,14 +124,17 @@ int Engine::hostItemWith(values::Name name) const
 
 void Engine::noteChange(values::Name name)
 {
-    m_history += QLatin1Char('~') + name.text();
+    learn({Lesson::Kind::Name, name.id()});
 }
 
-QString Engine::cacheKey(const QString& text, RunMode mode, bool dynamicScope) const
+/// Counts a third of the work of compiling so many characters, and looks at the limits.
+void Engine::spendOnText(qsizetype characters)
 {
-    constexpr QChar Separator(0x1f);
-    return m_history + Separator + QString::number(int(mode)) + QLatin1Char(dynamicScope ? 'd' : 'g') + Separator +
-           text;
+    constexpr qsizetype PassesPerCharacter = 2;
+    constexpr qsizetype Free = 256; // short texts are what a loop runs: looking costs more than they do
+    m_vm.spend(std::size_t(characters * PassesPerCharacter));
+    if (characters > Free)
+        m_vm.look();
 }
 
 std::shared_ptr<const Unit> Engine::compile(const QString& text, RunMode mode, bool dynamicScope)
@@ -132,12 +143,16 @@ std::shared_ptr<const Unit> Engine::compile(const QString& text, RunMode mode, b
         throw CompileError(SyntaxError::OutOfMemory, {1, 0});
     if (mode == RunMode::ExecuteGlobal)
         mode = RunMode::Execute; // what differs is the scope
-    const QString key = cacheKey(text, mode, dynamicScope);
-    if (std::shared_ptr<const Unit> known = m_settings->cache.find(key))
+    if (std::shared_ptr<const Unit> known = m_settings->cache.find({m_knowledge, text, mode, dynamicScope}))
         return known;
+    spendOnText(text.size());
     const std::vector<Token> tokens = Lexer(text).run();
+    spendOnText(text.size());
     Parser parser(tokens);
     const SyntaxTree tree = mode == RunMode::Eval ? parser.parseExpressionText() : parser.parseProgram();
+    spendOnText(text.size());
+    const UnitCache::Key key{m_knowledge, text, mode,
+                             dynamicScope}; // looking at the limits may run code that adds to it
     const std::uint32_t symbolsBefore = m_symbols.count();
     Compiler compiler(tree, {m_symbols, [this](values::Name name) { return hostItemWith(name); }, dynamicScope});
     try {
@@ -146,7 +161,7 @@ std::shared_ptr<const Unit> Engine::compile(const QString& text, RunMode mode, b
         return unit;
     } catch (...) {
         if (m_symbols.count() != symbolsBefore) // names stay numbered, so that later texts compile differently
-            m_history += QStringLiteral("!%1").arg(m_symbols.count());
+            learn({Lesson::Kind::Symbols, nullptr, m_symbols.count()});
         throw;
     }
 }
@@ -181,7 +196,7 @@ void Engine::load(const std::shared_ptr<const Unit>& unit)
         }
     }
     if (changed)
-        m_history += QStringLiteral("#%1").arg(unit->serial);
+        learn({Lesson::Kind::Unit, nullptr, unit->serial});
     if (unit->procedures.size() > 1 || !unit->classes.empty())
         m_units.insert(unit);
 }

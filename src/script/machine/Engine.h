@@ -63,11 +63,14 @@ public:
     bool isClosing() const noexcept { return m_closing; }
 
 private:
-    QString cacheKey(const QString& text, RunMode mode, bool dynamicScope) const;
+    void spendOnText(qsizetype characters);
+    void learn(const Lesson& lesson) { m_knowledge = m_settings->cache.after(m_knowledge, lesson); }
 
     std::shared_ptr<EngineSettings> m_settings;
+    std::unique_ptr<SlotArena> m_globals;
+    std::unique_ptr<SlotArena> m_stack;
     Symbols m_symbols;
-    QString m_history; ///< what was added so far, as far as it decides how a text compiles
+    Knowledge m_knowledge = 0; ///< what was added so far, as far as it decides how a text compiles
     std::unordered_set<std::shared_ptr<const Unit>> m_units; ///< those whose procedures and classes are known
     std::vector<std::uint32_t> m_globalItems;
     values::Ref<ErrObject> m_err;

@@ -78,25 +78,6 @@ inline bool bothIntegers(const Variant& left, const Variant& right) noexcept
     return left.kind() == Kind::Integer && right.kind() == Kind::Integer;
 }
 
-Ordering generalCompare(const Variant& left, const Variant& right, int flags)
-{
-    return values::compare(left, right, static_cast<values::Operand>(flags >> LeftLiteralShift & 3),
-                           static_cast<values::Operand>(flags >> RightLiteralShift & 3));
-}
-
-bool isTrue(const Variant& value)
-{
-    if (value.is(Kind::Boolean))
-        return value.boolean();
-    if (value.isNull())
-        return false;
-    if (value.isObject() && value.object()) {
-        const Variant plain = value.objectRef()->defaultValue();
-        return plain.isNull() ? false : values::toBoolean(plain);
-    }
-    return values::toBoolean(value);
-}
-
 /// Place of an index in an array of one dimension, or -1 for anything out of the ordinary.
 inline std::int64_t simplePlace(const values::Array& array, const Variant& index) noexcept
 {
@@ -208,8 +189,14 @@ void Vm::dispatch(std::size_t stopDepth)
             putWhole(R(code->a), std::int64_t(x) sign y, bothIntegers(left, right));                               \
         else if (numeric(left, p) && numeric(right, q) && std::isfinite(p = p sign q))                             \
             put(R(code->a), p);                                                                                    \
-        else                                                                                                       \
-            R(code->a) = general(READ(code->b), READ(code->c));                                                    \
+        else {                                                                                                     \
+            const Variant& first = READ(code->b);                                                                  \
+            const Variant& second = READ(code->c);                                                                 \
+            spendOn(first);                                                                                        \
+            spendOn(second);                                                                                       \
+            R(code->a) = general(first, second);                                                                   \
+            look();                                                                                                \
+        }                                                                                                          \
     }                                                                                                              \
     NEXT;
 
@@ -229,6 +216,7 @@ void Vm::dispatch(std::size_t stopDepth)
             holds = p sign q;                                                                                      \
         } else {                                                                                                   \
             const Variant result = comparisonResult(op, generalCompare(READ(code->a), READ(code->b), code->n));    \
+            look();                                                                                                \
             holds = !result.isNull() && result.boolean();                                                          \
         }                                                                                                          \
         if (!holds)                                                                                                \
@@ -310,15 +298,26 @@ void Vm::dispatch(std::size_t stopDepth)
             {
                 double p = 0;
                 double q = 0;
-                if (numeric(R(code->b), p) && numeric(R(code->c), q) && q != 0 && std::isfinite(p /= q))
+                if (numeric(R(code->b), p) && numeric(R(code->c), q) && q != 0 && std::isfinite(p /= q)) {
                     put(R(code->a), p);
-                else
-                    R(code->a) = values::divide(READ(code->b), READ(code->c));
+                } else {
+                    const Variant& first = READ(code->b);
+                    const Variant& second = READ(code->c);
+                    spendOn(first);
+                    spendOn(second);
+                    R(code->a) = values::divide(first, second);
+                    look();
+                }
             }
             NEXT;
             OP(Binary)
             {
-                R(code->a) = applyBinary(static_cast<Operator>(code->n), READ(code->b), READ(code->c));
+                const Variant& first = READ(code->b);
+                const Variant& second = READ(code->c);
+                spendOn(first);
+                spendOn(second);
+                R(code->a) = applyBinary(static_cast<Operator>(code->n), first, second);
+                look();
             }
             NEXT;
             OP(Unary)
@@ -326,8 +325,12 @@ void Vm::dispatch(std::size_t stopDepth)
                 const Variant& source = R(code->b);
                 if (static_cast<Operator>(code->n) == Operator::Not && source.is(Kind::Boolean))
                     put(R(code->a), !source.boolean());
-                else
-                    R(code->a) = applyUnary(static_cast<Operator>(code->n), READ(code->b));
+                else {
+                    const Variant& operand = READ(code->b);
+                    spendOn(operand);
+                    R(code->a) = applyUnary(static_cast<Operator>(code->n), operand);
+                    look();
+                }
             }
             NEXT;
             OP(Concat2)
@@ -342,6 +345,7 @@ void Vm::dispatch(std::size_t stopDepth)
                     charge(result.isText() ? result.text().size() : 0);
                     R(code->a) = std::move(result);
                 }
+                look();
             }
             NEXT;
             OP(Concat)
@@ -350,11 +354,13 @@ void Vm::dispatch(std::size_t stopDepth)
                 Variant result = join(pieces, code->n);
                 clear(pieces, code->n);
                 R(code->a) = std::move(result);
+                look();
             }
             NEXT;
             OP(Append)
             {
                 append(R(code->a), &R(code->b), code->n);
+                look();
             }
             NEXT;
             OP(Compare)
@@ -366,8 +372,10 @@ void Vm::dispatch(std::size_t stopDepth)
                     R(code->a) = comparisonResult(op, x < y   ? Ordering::Less
                                                       : x > y ? Ordering::Greater
                                                               : Ordering::Equal);
-                else
+                else {
                     R(code->a) = comparisonResult(op, generalCompare(READ(code->b), READ(code->c), code->n));
+                    look();
+                }
             }
             NEXT;
             OP(Is)
@@ -543,12 +551,14 @@ void Vm::dispatch(std::size_t stopDepth)
             {
                 SAVE;
                 CALLED(putIndex(R(code->a), &R(code->b), code->n, code->c != 0));
+                look();
             }
             NEXT;
             OP(PutIndex1)
             {
                 SAVE;
                 CALLED(putElement(R(code->a), READ(code->b), READ(code->c)));
+                look();
             }
             NEXT;
             OP(CallValue)
@@ -616,11 +626,13 @@ void Vm::dispatch(std::size_t stopDepth)
             OP(ReDim)
             {
                 redim(follow(R(code->a)), &R(code->b), code->n, code->c != 0);
+                look();
             }
             NEXT;
             OP(Erase)
             {
                 erase(follow(R(code->a)));
+                look();
             }
             NEXT;
             OP(ByValue)

@@ -2,12 +2,14 @@
 
 #include "script/compiler/Bytecode.h"
 #include "script/compiler/SlotArena.h"
+#include "script/machine/Budget.h"
 
 #include "binding/Object.h"
 #include "values/Array.h"
+#include "values/Compare.h"
 #include "values/RuntimeError.h"
 
-#include <chrono>
+#include <algorithm>
 #include <memory>
 #include <unordered_map>
 #include <vector>
@@ -16,13 +18,6 @@ namespace zan::script {
 
 class Engine;
 class Instance;
-
-/// A run-time error that no On Error catches: the host's limits, a cancelled run.
-class StopError : public values::RuntimeError
-{
-public:
-    using RuntimeError::RuntimeError;
-};
 
 /// A run-time error about a name, which the error record shows and Err.Description does not.
 class NamedError : public values::RuntimeError
@@ -48,7 +43,8 @@ std::size_t bytesOfArray(const std::vector<std::int32_t>& upperBounds) noexcept;
 class Vm
 {
 public:
-    explicit Vm(Engine& engine);
+    /// The stack must be a row of StackSlots.
+    Vm(Engine& engine, SlotArena& stack);
     ~Vm();
     Vm(const Vm&) = delete;
     Vm& operator=(const Vm&) = delete;
@@ -58,7 +54,8 @@ public:
     /// Late-bound access to an object of a script's class from outside.
     values::Variant invokeInstance(Instance& object, values::Name name, binding::Access access,
                                    binding::Arguments arguments);
-    /// Runs Class_Terminate; nothing leaves it.
+    /// Runs Class_Terminate; nothing leaves it. Where the native stack or the machine's has no room for it left, the
+    /// object is kept and hears it as soon as there is some.
     void runTerminate(Instance& object) noexcept;
 
     /// Lets go of whatever an interrupted call left in its slots.
@@ -69,20 +66,46 @@ public:
     Position errorPosition() const noexcept { return m_errorPosition; }
     /// The statement that has called out of the script; nothing of a place while no script runs.
     Position currentPosition() const noexcept;
-    /// Time that does not count: a box is open.
-    class Pause;
+    /// What this machine and those around it may still take.
+    Budget& budget() noexcept { return m_budget; }
+    /// Counts work that takes as long as so many passes of a loop.
+    void spend(std::size_t passes) noexcept
+    {
+        m_credit = passes < std::size_t(CreditPerTick) ? std::max(m_credit - int(passes), -1) : -1;
+    }
+    /// Counts work over so many characters.
+    void spendText(qsizetype characters) noexcept { spend(std::size_t(characters) / CharactersPerPass); }
+    /// Counts the work of reading a value through: a long text takes as long as it is.
+    void spendOn(const values::Variant& value) noexcept
+    {
+        if (value.isText())
+            spendText(value.text().size());
+    }
+    /// Looks at the limits when the work counted so far makes it time to. Code of the host may run meanwhile, and
+    /// scripts that it calls: what a caller holds must be its own.
+    void look()
+    {
+        if (m_credit < 0) [[unlikely]]
+            tick();
+    }
     /// Counts the memory and the work of a text that is about to be made; raises 14 when it is longer than the host
     /// allows.
     void charge(qsizetype characters);
     /// Raises 14 for a text longer than the host allows.
     void checkLength(qsizetype characters) const;
-    /// Counts memory that is about to be taken, so that one instruction's work is seen in time by the limits.
-    /// Raises 7 when it would go beyond the host's limit.
+    /// Counts memory that is about to be taken, and the work of filling it. Raises 7 when it would go beyond the host's limit.
     void chargeBytes(std::size_t bytes);
     /// Counts what a value takes that code outside the machine has made.
     void chargeValue(const values::Variant& value);
 
+    static constexpr std::size_t StackSlots = 1 << 19;
+
 private:
+    /// Loop passes and calls between two looks at the limits.
+    static constexpr int CreditPerTick = 20000;
+    static constexpr std::size_t CharactersPerPass = 32;
+    class Room;
+    enum class Purpose : std::uint8_t { Call, LastWords };
     struct ElementPath
     {
         values::Variant* root;
@@ -107,6 +130,8 @@ private:
     // Vm.cpp
     void dispatch(std::size_t stopDepth);
     // VmText.cpp
+    bool isTrue(const values::Variant& value);
+    values::Ordering generalCompare(const values::Variant& left, const values::Variant& right, int flags);
     values::Variant generalAdd(const values::Variant& left, const values::Variant& right);
     values::Variant join(const values::Variant* pieces, std::size_t count);
     void append(values::Variant& slot, values::Variant* pieces, std::size_t count);
@@ -123,7 +148,9 @@ private:
     bool resume(std::size_t stopDepth, int number, const QString& description, const QString& source);
     void noteErrorPosition();
     void tick();
-    void checkMemory(std::size_t more);
+    values::Variant execute(const Procedure& procedure, Instance* me, binding::Arguments arguments,
+                            Purpose purpose);
+    void hearWaiting() noexcept;
     // VmArrays.cpp
     values::Variant& follow(values::Variant& slot)
     {
@@ -134,10 +161,10 @@ private:
         return slot.isReference() ? followReference(slot, false) : slot;
     }
     values::Variant& followReference(const values::Variant& slot, bool forWriting);
-    static void plainIndices(values::Variant* indices, std::size_t count);
+    void plainIndices(values::Variant* indices, std::size_t count);
     static std::size_t elementPlace(const values::Variant& holder, const values::Variant* indices,
                                     std::size_t count);
-    static values::Variant plainValue(const values::Variant& value);
+    values::Variant plainValue(const values::Variant& value);
     bool elementReference(const Instruction& code, values::Variant* const* banks);
     bool indexInto(values::Variant& slot, values::Variant* arguments, std::size_t count, Operand result);
     bool putElement(values::Variant& slot, const values::Variant& index, const values::Variant& source);
@@ -191,34 +218,19 @@ private:
     values::Variant& makeVariable(values::Name name);
 
     Engine& m_engine;
-    SlotArena m_stack;
+    Budget& m_budget;
+    SlotArena& m_stack;
+    values::Variant* m_stackEnd; ///< the last part of the stack is kept for last words
     std::vector<Frame> m_frames;
     std::vector<std::unique_ptr<ElementPath>> m_paths;
     std::vector<std::shared_ptr<const Unit>> m_units; ///< texts that Eval and Execute are running
     values::Variant m_result;                         ///< of the last procedure that returned to outside
     std::size_t m_depthLimit = 0;
-    int m_nativeDepth = 0;
-    std::size_t m_unchecked = 0; ///< bytes counted since memory was last looked at
-    int m_credit = 0;            ///< loop passes and calls until the limits are looked at
-    std::chrono::nanoseconds m_started{0};
-    std::chrono::nanoseconds m_nextBusy{0};
-    std::size_t m_memoryAtStart = 0;
+    int m_credit = 0;                             ///< loop passes and calls until the limits are looked at
+    std::vector<values::Ref<Instance>> m_waiting; ///< objects that wait for their last words
+    bool m_isHearing = false;
     Position m_errorPosition;
     bool m_errorPositionKnown = false;
-};
-
-/// While it lives, script time stands still.
-class Vm::Pause
-{
-public:
-    explicit Pause(Vm& vm);
-    ~Pause();
-    Pause(const Pause&) = delete;
-    Pause& operator=(const Pause&) = delete;
-
-private:
-    Vm& m_vm;
-    std::chrono::nanoseconds m_from;
 };
 
 } // namespace zan::script

@@ -115,6 +115,7 @@ void Vm::plainIndices(Variant* indices, std::size_t count)
     for (std::size_t place = 0; place < count; ++place) {
         if (indices[place].isObject())
             indices[place] = plainValue(indices[place]);
+        spendOn(indices[place]);
     }
 }
 
@@ -146,6 +147,7 @@ Variant Vm::plainValue(const Variant& value)
         if (step == MostSteps)
             values::raise(ErrorNumber::NoSuchMember);
         result = result.objectRef()->defaultValue();
+        m_budget.countCall();
     }
     return result;
 }
@@ -272,6 +274,8 @@ bool Vm::nextEach(Variant& state, Variant& slot)
         values::raise(ErrorNumber::ForLoopNotInitialized);
     const values::Ref<values::AutomationObject> alive = state.objectRef();
     std::optional<Variant> item = static_cast<EachState&>(*alive).next();
+    if (static_cast<EachState&>(*alive).isOfHost())
+        m_budget.countCall();
     if (!item)
         return false;
     follow(slot) = std::move(*item);
@@ -281,6 +285,8 @@ bool Vm::nextEach(Variant& state, Variant& slot)
 /// Start value to the control variable, the bounds made numbers. False when the body must not run at all.
 bool Vm::startFor(Variant& slot, Variant* state)
 {
+    for (int place = 0; place < 3; ++place)
+        spendOn(state[place]);
     const Variant start = loopNumber(state[2]);
     state[0] = loopNumber(state[0]);
     state[1] = loopNumber(state[1]);

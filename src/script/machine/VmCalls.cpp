@@ -39,6 +39,7 @@ void Vm::settle(Variant* arguments, std::size_t count)
     for (std::size_t place = 0; place < count; ++place) {
         if (arguments[place].isReference())
             arguments[place] = Variant(followReference(arguments[place], false));
+        spendOn(arguments[place]);
     }
 }
 
@@ -90,6 +91,7 @@ bool Vm::getMember(const Variant& target, Site& site, Variant* arguments, std::s
     }
     clear(arguments, count);
     chargeValue(value);
+    m_budget.countCall();
     deliver(result, std::move(value));
     return false;
 }
@@ -146,6 +148,7 @@ bool Vm::putMember(const Variant& target, Site& site, Variant* arguments, std::s
     static_cast<binding::Object&>(*alive).invoke(site.name, set ? Access::PutReference : Access::Put,
                                                  {arguments, count});
     clear(arguments, count);
+    m_budget.countCall();
     return false;
 }
 
@@ -198,6 +201,8 @@ bool Vm::callDefault(const Variant& value, Variant* arguments, std::size_t count
     const values::Ref<values::AutomationObject> alive = value.objectRef();
     Variant made = static_cast<binding::Object&>(*alive).invoke({}, Access::Get, {arguments, count});
     clear(arguments, count);
+    chargeValue(made);
+    m_budget.countCall();
     deliver(result, std::move(made));
     return false;
 }

@@ -14,12 +14,9 @@ using values::Variant;
 
 namespace {
 
-constexpr std::size_t StackSlots = 1 << 19;
-/// Calls from script to host to script to host ... that may be under way; each takes native stack.
-constexpr int MostNativeCalls = 60;
-/// Loop passes and calls between two looks at the clock.
-constexpr int CreditPerTick = 20000;
-constexpr int UserInterrupt = 18;
+/// What of stack and depth is kept for Class_Terminate, which runs wherever the last reference goes.
+constexpr std::size_t SlotsForLastWords = 1 << 16;
+constexpr std::size_t ProceduresForLastWords = 100;
 constexpr int ExceptionOccurred = 507;
 
 QString runtimeSource()
@@ -34,9 +31,11 @@ NamedError::NamedError(int number, values::Name about)
     , m_about(about)
 {}
 
-Vm::Vm(Engine& engine)
+Vm::Vm(Engine& engine, SlotArena& stack)
     : m_engine(engine)
-    , m_stack(StackSlots)
+    , m_budget(engine.settings().budget)
+    , m_stack(stack)
+    , m_stackEnd(stack.end() - SlotsForLastWords)
 {}
 
 Vm::~Vm() = default;
@@ -111,30 +110,70 @@ void Vm::deliver(Operand result, Variant&& value)
 
 Variant Vm::run(const Procedure& procedure, Instance* me, binding::Arguments arguments)
 {
-    if (m_nativeDepth >= MostNativeCalls)
+    const Budget::Scope scope(m_budget);
+    if (m_budget.depth >= Budget::MostNativeCalls) {
+        // Scripts that set each other off through the host's controls end together: none of them would hear of it.
+        if (m_budget.innermost->vm != this)
+            m_budget.stop(StopError(ErrorNumber::OutOfStack));
         values::raise(ErrorNumber::OutOfStack);
+    }
+    m_budget.countCall();
+    Variant result = execute(procedure, me, arguments, Purpose::Call);
+    if (m_budget.isStopped()) // inside a Class_Terminate, which nothing leaves
+        m_budget.look();
+    return result;
+}
+
+/// The stack and the depth that a call may use: what the calls around it have left, and for last words a reserve.
+class Vm::Room
+{
+public:
+    Room(Vm& vm, Purpose purpose)
+        : m_vm(vm)
+        , m_activation({&vm, vm.m_budget.innermost, vm.m_frames.size(), 0})
+        , m_depthLimit(vm.m_depthLimit)
+        , m_stackEnd(vm.m_stackEnd)
+    {
+        if (const Activation* outer = m_activation.outer)
+            m_activation.below = outer->below + outer->vm->m_frames.size() - outer->frames;
+        const std::size_t allowed = vm.m_engine.settings().limits.callDepth;
+        std::size_t left = allowed > m_activation.below ? allowed - m_activation.below : 0;
+        if (purpose == Purpose::LastWords) {
+            left = std::max(left, ProceduresForLastWords);
+            vm.m_stackEnd = vm.m_stack.end();
+        }
+        vm.m_depthLimit = vm.m_frames.size() + left;
+        vm.m_budget.innermost = &m_activation;
+        ++vm.m_budget.depth;
+    }
+    ~Room()
+    {
+        --m_vm.m_budget.depth;
+        m_vm.m_budget.innermost = m_activation.outer;
+        m_vm.m_depthLimit = m_depthLimit;
+        m_vm.m_stackEnd = m_stackEnd;
+    }
+    Room(const Room&) = delete;
+    Room& operator=(const Room&) = delete;
+
+private:
+    Vm& m_vm;
+    Activation m_activation;
+    std::size_t m_depthLimit;
+    Variant* m_stackEnd;
+};
+
+Variant Vm::execute(const Procedure& procedure, Instance* me, binding::Arguments arguments, Purpose purpose)
+{
+    if (m_frames.empty()) {
+        m_credit = m_budget.isStopped() ? 0 : CreditPerTick;
+        m_errorPositionKnown = false;
+    }
+    const Room room(*this, purpose);
     Variant* const base = top();
     reserve(base, arguments.size() + 8);
     m_stack.noteUse(std::size_t(base - m_stack.begin()) + arguments.size());
     std::copy(arguments.begin(), arguments.end(), base);
-    if (m_nativeDepth == 0) {
-        m_started = m_engine.settings().clock();
-        m_nextBusy = m_started + m_engine.settings().limits.busyInterval;
-        m_memoryAtStart = m_engine.settings().memoryInUse();
-        m_credit = CreditPerTick;
-        m_errorPositionKnown = false;
-    }
-    struct Depth
-    {
-        explicit Depth(int& value)
-            : depth(value)
-        {
-            ++depth;
-        }
-        ~Depth() { --depth; }
-        int& depth;
-    } const depth(m_nativeDepth);
-    m_depthLimit = m_engine.settings().limits.callDepth;
     const std::size_t stopDepth = m_frames.size();
     try {
         push(procedure, base, arguments.size(), me, NoOperand);
@@ -151,10 +190,19 @@ void Vm::runTerminate(Instance& object) noexcept
     const bool known = m_errorPositionKnown;
     const Position position = m_errorPosition;
     try {
-        run(*object.info().terminate, &object, {});
+        const Budget::Scope scope(m_budget);
+        if (m_budget.depth >= Budget::MostNativeCalls + Budget::NativeCallsForLastWords) {
+            m_waiting.emplace_back(&object);
+            return;
+        }
+        if (m_budget.allowLastWords())
+            execute(*object.info().terminate, &object, {}, Purpose::LastWords);
     } catch (const std::exception&) {
         // Whoever let the object go is not to blame for its last words.
     }
+    if (m_budget.isStopped())
+        m_credit = 0; // the run that let it go ends at its next look
+    hearWaiting();
     m_errorPositionKnown = known;
     m_errorPosition = position;
 }
@@ -166,6 +214,20 @@ Position Vm::currentPosition() const noexcept
     const Frame& frame = m_frames.back();
     const Mark* mark = frame.procedure->markAt(std::size_t(frame.next - frame.procedure->code.data() - 1));
     return mark ? mark->position : Position();
+}
+
+/// Runs Class_Terminate of the objects that had to wait, and of those which they let go.
+void Vm::hearWaiting() noexcept
+{
+    if (m_isHearing)
+        return;
+    m_isHearing = true;
+    while (!m_waiting.empty()) {
+        const values::Ref<Instance> object = std::move(m_waiting.back());
+        m_waiting.pop_back();
+        runTerminate(*object);
+    }
+    m_isHearing = false;
 }
 
 void Vm::noteErrorPosition()
@@ -230,37 +292,9 @@ bool Vm::resume(std::size_t stopDepth, int number, const QString& description, c
 void Vm::tick()
 {
     m_credit = 0; // a run that is to stop stops at the next look, too, should an object's last words be cut short
-    EngineSettings& settings = m_engine.settings();
-    const std::chrono::nanoseconds now = settings.clock();
-    const std::chrono::nanoseconds elapsed = now - m_started;
-    if (elapsed > settings.limits.runTime) {
-        const double seconds = std::chrono::duration<double>(settings.limits.runTime).count();
-        throw StopError(UserInterrupt,
-                        QStringLiteral("The script was stopped: it ran longer than %1 seconds").arg(seconds));
-    }
-    checkMemory(0);
-    if (now >= m_nextBusy && settings.host) {
-        const auto whole = std::chrono::duration_cast<std::chrono::milliseconds>(elapsed);
-        bool goOn = true;
-        {
-            const Pause pause(*this);
-            goOn = settings.host->busy(whole);
-        }
-        m_nextBusy = settings.clock() + settings.limits.busyInterval;
-        if (!goOn)
-            throw StopError(UserInterrupt, QStringLiteral("The script was cancelled"));
-    }
+    m_budget.look();
+    m_budget.lookAtMemory(0);
     m_credit = CreditPerTick;
-}
-
-void Vm::checkMemory(std::size_t more)
-{
-    const std::size_t used = m_engine.settings().memoryInUse();
-    const std::size_t grown = used > m_memoryAtStart ? used - m_memoryAtStart : 0;
-    if (grown > m_engine.settings().limits.memory)
-        throw StopError(ErrorNumber::OutOfMemory);
-    if (grown + more > m_engine.settings().limits.memory) // not taken yet, so the script may go on without it
-        values::raise(ErrorNumber::OutOfMemory);
 }
 
 void Vm::checkLength(qsizetype characters) const
@@ -277,14 +311,9 @@ void Vm::charge(qsizetype characters)
 
 void Vm::chargeBytes(std::size_t bytes)
 {
-    constexpr std::size_t BytesPerLook = 1 << 20;
     constexpr std::size_t BytesPerPass = 1 << 11; // as much work as one pass of a loop
-    m_unchecked += bytes;
-    if (m_unchecked >= BytesPerLook) {
-        m_unchecked = 0;
-        checkMemory(bytes);
-    }
-    m_credit -= int(std::min(bytes / BytesPerPass, std::size_t(CreditPerTick)));
+    m_budget.countBytes(bytes);
+    spend(bytes / BytesPerPass);
 }
 
 void Vm::chargeValue(const Variant& value)
@@ -293,18 +322,6 @@ void Vm::chargeValue(const Variant& value)
         charge(value.text().size());
     else if (value.isArray())
         chargeBytes(value.array().elements().size() * sizeof(Variant));
-}
-
-Vm::Pause::Pause(Vm& vm)
-    : m_vm(vm)
-    , m_from(vm.m_engine.settings().clock())
-{}
-
-Vm::Pause::~Pause()
-{
-    const std::chrono::nanoseconds taken = m_vm.m_engine.settings().clock() - m_from;
-    m_vm.m_started += taken;
-    m_vm.m_nextBusy += taken;
 }
 
 } // namespace zan::script

@@ -28,6 +28,7 @@ Variant* Vm::findVariable(values::Name name)
     }
     if (!isInside)
         return nullptr;
+    spend(scope.procedure->locals.size() / 16);
     for (const auto& [local, slot] : scope.procedure->locals) {
         if (local == name.folded())
             return &follow(scope.base[slot]);
@@ -145,6 +146,8 @@ bool Vm::callFound(const Found& found, values::Name name, Variant* arguments, st
     const Variant object = m_engine.symbols().value(std::uint32_t(found.hostItem));
     Variant value = binding::objectOf(object).invoke(name, binding::Access::Get, {arguments, count});
     clear(arguments, count);
+    chargeValue(value);
+    m_budget.countCall();
     deliver(result, std::move(value));
     return false;
 }
@@ -190,6 +193,7 @@ bool Vm::storeName(values::Name name, const Variant& value, bool set)
         const Variant object = m_engine.symbols().value(std::uint32_t(found.hostItem));
         const auto access = set ? binding::Access::PutReference : binding::Access::Put;
         binding::objectOf(object).invoke(name, access, {&stored, 1});
+        m_budget.countCall();
         return false;
     }
     if (found.variable || found.procedure || found.builtin >= 0 || found.constant)

@@ -15,7 +15,7 @@ inline void Vm::push(const Procedure& procedure, values::Variant* base, std::siz
 {
     constexpr std::size_t Spare = 8; // arguments of code of the host lie above the last frame
     values::Variant* const end = base + procedure.frameSize + Spare;
-    if (count != procedure.parameterCount || m_frames.size() >= m_depthLimit || end > m_stack.end()) [[unlikely]]
+    if (count != procedure.parameterCount || m_frames.size() >= m_depthLimit || end > m_stackEnd) [[unlikely]]
         refusePush(procedure, count);
     m_stack.noteUse(std::size_t(end - m_stack.begin()));
     for (std::size_t slot = count; slot < procedure.localCount; ++slot) {

@@ -9,6 +9,7 @@
 namespace zan::script {
 
 using values::ErrorNumber;
+using values::Kind;
 using values::Variant;
 
 namespace {
@@ -19,6 +20,29 @@ QString pieceText(const Variant& piece)
 }
 
 } // namespace
+
+bool Vm::isTrue(const Variant& value)
+{
+    if (value.is(Kind::Boolean))
+        return value.boolean();
+    if (value.isNull())
+        return false;
+    if (value.isObject() && value.object()) {
+        const Variant plain = value.objectRef()->defaultValue();
+        m_budget.countCall();
+        return plain.isNull() ? false : values::toBoolean(plain);
+    }
+    spendOn(value);
+    return values::toBoolean(value);
+}
+
+values::Ordering Vm::generalCompare(const Variant& left, const Variant& right, int flags)
+{
+    spendOn(left);
+    spendOn(right);
+    return values::compare(left, right, static_cast<values::Operand>(flags >> LeftLiteralShift & 3),
+                           static_cast<values::Operand>(flags >> RightLiteralShift & 3));
+}
 
 /// `+` in its general form; two texts are joined, and count as any joined text.
 Variant Vm::generalAdd(const Variant& left, const Variant& right)
@@ -88,8 +112,13 @@ Variant Vm::callBuiltin(std::uint32_t number, const Variant* arguments, std::siz
     const Builtin& function = builtinAt(number);
     if (count < function.requiredArguments || count > function.allowedArguments)
         throw NamedError(ErrorNumber::WrongArgumentCount, values::Name(function.name));
+    if (function.cost == Builtin::Cost::Reading) {
+        for (std::size_t place = 0; place < count; ++place)
+            spendOn(arguments[place]);
+    }
     Variant result = function.function(m_engine, {arguments, count});
     chargeValue(result);
+    look();
     return result;
 }
 
@@ -106,7 +135,8 @@ bool Vm::runText(const Variant& text, RunMode mode, Operand result)
     const Procedure& running = *m_frames[current].procedure;
     const bool inside = mode != RunMode::ExecuteGlobal && (!running.isMain || running.dynamicScope);
     const std::size_t scope = running.dynamicScope ? m_frames[current].scope : current;
-    const std::shared_ptr<const Unit> unit = m_engine.compile(text.text(), mode, inside);
+    const QString source = text.text(); // looking at the limits may run code that changes the variable
+    const std::shared_ptr<const Unit> unit = m_engine.compile(source, mode, inside);
     m_engine.load(unit);
     if (--m_credit < 0)
         tick();
