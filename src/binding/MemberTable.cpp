@@ -4,8 +4,36 @@
 
 namespace zan::binding {
 
+namespace {
+
+detail::TableEntry* first = nullptr; // set before anything is constructed
+
+} // namespace
+
+detail::TableEntry::TableEntry(Table table) noexcept
+    : m_table(table)
+    , m_next(std::exchange(first, this))
+{}
+
+detail::TableEntry::~TableEntry()
+{
+    TableEntry** place = &first;
+    while (*place != this)
+        place = &(*place)->m_next;
+    *place = m_next;
+}
+
+std::vector<const MemberTable*> MemberTable::all()
+{
+    std::vector<const MemberTable*> tables;
+    for (const detail::TableEntry* entry = first; entry; entry = entry->m_next)
+        tables.push_back(&entry->m_table());
+    return tables;
+}
+
 MemberTable::MemberTable(const char* className, const MemberTable* base, std::initializer_list<Member> members)
     : m_className(QString::fromLatin1(className))
+    , m_base(base)
 {
     if (base)
         m_members = base->m_members;
@@ -13,9 +41,13 @@ MemberTable::MemberTable(const char* className, const MemberTable* base, std::in
         const auto same = std::find_if(m_members.begin(), m_members.end(), [&](const Member& existing) {
             return existing.name.equalsIgnoringCase(member.name);
         });
-        if (same != m_members.end())
+        const bool isKnown = same != m_members.end();
+        const bool isAbsent = !member.get && !member.put;
+        if (isAbsent && isKnown)
+            m_members.erase(same);
+        else if (isKnown)
             *same = member;
-        else
+        else if (!isAbsent)
             m_members.push_back(member);
     }
     buildIndex();

@@ -58,23 +58,24 @@ const binding::MemberTable& StatusLightControl::members() const
 {
     using binding::property;
     using L = StatusLightControl;
-    static const binding::MemberTable table("StatusLight", &baseMembers(),
-                                            {
-                                                property<&L::enabled, &L::setEnabled>(name::Enabled),
-                                                property<&L::font, &L::setFont>(name::Font),
-                                                property<&L::backColor, &L::setBackColor>(name::BackColor),
-                                                property<&L::backStyle, &L::setBackStyle>(name::BackStyle),
-                                                property<&L::borderStyle, &L::setBorderStyle>(name::BorderStyle),
-                                                binding::method<&L::Refresh>(name::Refresh),
-                                                property<&L::caption, &L::setCaption>(name::Caption),
-                                                property<&L::trueColour, &L::setTrueColour>(name::TrueColour),
-                                                property<&L::falseColour, &L::setFalseColour>(name::FalseColour),
-                                                property<&L::value, &L::setValue>(name::Value),
-                                                property<&L::trueCaption, &L::setTrueCaption>(name::TrueCaption),
-                                                property<&L::falseCaption, &L::setFalseCaption>(name::FalseCaption),
-                                                property<&L::flash, &L::setFlash>(name::Flash),
-                                            });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable("StatusLight", &baseMembers(),
+                                    {
+                                        property<&L::enabled, &L::setEnabled>(name::Enabled),
+                                        property<&L::font, &L::setFont>(name::Font),
+                                        property<&L::backColor, &L::setBackColor>(name::BackColor),
+                                        property<&L::backStyle, &L::setBackStyle>(name::BackStyle),
+                                        property<&L::borderStyle, &L::setBorderStyle>(name::BorderStyle),
+                                        binding::method<&L::Refresh>(name::Refresh),
+                                        property<&L::caption, &L::setCaption>(name::Caption),
+                                        property<&L::trueColour, &L::setTrueColour>(name::TrueColour),
+                                        property<&L::falseColour, &L::setFalseColour>(name::FalseColour),
+                                        property<&L::value, &L::setValue>(name::Value),
+                                        property<&L::trueCaption, &L::setTrueCaption>(name::TrueCaption),
+                                        property<&L::falseCaption, &L::setFalseCaption>(name::FalseCaption),
+                                        property<&L::flash, &L::setFlash>(name::Flash),
+                                    });
+    });
 }
 
 const std::vector<DisplayControl::Setting>& StatusLightControl::settings() const

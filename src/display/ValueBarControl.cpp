@@ -81,28 +81,29 @@ const binding::MemberTable& ValueBarControl::members() const
 {
     using binding::property;
     using B = ValueBarControl;
-    static const binding::MemberTable table("ValueBar", &baseMembers(),
-                                            {
-                                                property<&B::backColor, &B::setBackColor>(name::BackColor),
-                                                property<&B::foreColor, &B::setForeColor>(name::ForeColor),
-                                                property<&B::enabled, &B::setEnabled>(name::Enabled),
-                                                property<&B::font, &B::setFont>(name::Font),
-                                                property<&B::backStyle, &B::setBackStyle>(name::BackStyle),
-                                                property<&B::borderStyle, &B::setBorderStyle>(name::BorderStyle),
-                                                binding::method<&B::Refresh>(name::Refresh),
-                                                property<&B::value, &B::setValue>(name::Value),
-                                                property<&B::highLimit, &B::setHighLimit>(name::HighLimit),
-                                                property<&B::lowLimit, &B::setLowLimit>(name::LowLimit),
-                                                property<&B::highColour, &B::setHighColour>(name::HighColour),
-                                                property<&B::normalColour, &B::setNormalColour>(name::NormalColour),
-                                                property<&B::lowColour, &B::setLowColour>(name::LowColour),
-                                                property<&B::flash, &B::setFlash>(name::Flash),
-                                                property<&B::maximum, &B::setMaximum>(name::Max),
-                                                property<&B::minimum, &B::setMinimum>(name::Min),
-                                                property<&B::showScale, &B::setShowScale>(name::ShowScale),
-                                                property<&B::tickCount, &B::setTickCount>(name::TickCount),
-                                            });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable("ValueBar", &baseMembers(),
+                                    {
+                                        property<&B::backColor, &B::setBackColor>(name::BackColor),
+                                        property<&B::foreColor, &B::setForeColor>(name::ForeColor),
+                                        property<&B::enabled, &B::setEnabled>(name::Enabled),
+                                        property<&B::font, &B::setFont>(name::Font),
+                                        property<&B::backStyle, &B::setBackStyle>(name::BackStyle),
+                                        property<&B::borderStyle, &B::setBorderStyle>(name::BorderStyle),
+                                        binding::method<&B::Refresh>(name::Refresh),
+                                        property<&B::value, &B::setValue>(name::Value),
+                                        property<&B::highLimit, &B::setHighLimit>(name::HighLimit),
+                                        property<&B::lowLimit, &B::setLowLimit>(name::LowLimit),
+                                        property<&B::highColour, &B::setHighColour>(name::HighColour),
+                                        property<&B::normalColour, &B::setNormalColour>(name::NormalColour),
+                                        property<&B::lowColour, &B::setLowColour>(name::LowColour),
+                                        property<&B::flash, &B::setFlash>(name::Flash),
+                                        property<&B::maximum, &B::setMaximum>(name::Max),
+                                        property<&B::minimum, &B::setMinimum>(name::Min),
+                                        property<&B::showScale, &B::setShowScale>(name::ShowScale),
+                                        property<&B::tickCount, &B::setTickCount>(name::TickCount),
+                                    });
+    });
 }
 
 const std::vector<DisplayControl::Setting>& ValueBarControl::settings() const

@@ -13,25 +13,26 @@ using binding::readOnly;
 
 const MemberTable& Channel::members() const
 {
-    static const MemberTable table("Channel", nullptr,
-                                   {
-                                       property<&Channel::BaseAddress, &Channel::setBaseAddress>("BaseAddress"),
-                                       property<&Channel::CDT, &Channel::setCDT>("CDT"),
-                                       property<&Channel::DataType, &Channel::setDataType>("DataType"),
-                                       property<&Channel::Bytes, &Channel::setBytes>("Bytes"),
-                                       property<&Channel::Multiplier, &Channel::setMultiplier>("Multiplier"),
-                                       property<&Channel::Offset, &Channel::setOffset>("Offset"),
-                                       property<&Channel::Formula, &Channel::setFormula>("Formula"),
-                                       property<&Channel::Label, &Channel::setLabel>("Label"),
-                                       property<&Channel::Format, &Channel::setFormat>("Format"),
-                                       property<&Channel::Units, &Channel::setUnits>("Units"),
-                                       property<&Channel::Visible, &Channel::setVisible>("Visible"),
-                                       readOnly<&Channel::Value>("Value").asDefault(),
-                                       readOnly<&Channel::Key>("Key"),
-                                       property<&Channel::UseCount, &Channel::setUseCount>("UseCount"),
-                                       readOnly<&Channel::XMLNode>("XMLNode"),
-                                   });
-    return table;
+    return binding::table([] {
+        return MemberTable("Channel", nullptr,
+                           {
+                               property<&Channel::BaseAddress, &Channel::setBaseAddress>("BaseAddress"),
+                               property<&Channel::CDT, &Channel::setCDT>("CDT"),
+                               property<&Channel::DataType, &Channel::setDataType>("DataType"),
+                               property<&Channel::Bytes, &Channel::setBytes>("Bytes"),
+                               property<&Channel::Multiplier, &Channel::setMultiplier>("Multiplier"),
+                               property<&Channel::Offset, &Channel::setOffset>("Offset"),
+                               property<&Channel::Formula, &Channel::setFormula>("Formula"),
+                               property<&Channel::Label, &Channel::setLabel>("Label"),
+                               property<&Channel::Format, &Channel::setFormat>("Format"),
+                               property<&Channel::Units, &Channel::setUnits>("Units"),
+                               property<&Channel::Visible, &Channel::setVisible>("Visible"),
+                               readOnly<&Channel::Value>("Value").asDefault(),
+                               readOnly<&Channel::Key>("Key"),
+                               property<&Channel::UseCount, &Channel::setUseCount>("UseCount"),
+                               readOnly<&Channel::XMLNode>("XMLNode"),
+                           });
+    });
 }
 
 QString dataTypeName(std::int32_t type)

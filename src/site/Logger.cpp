@@ -11,46 +11,50 @@ using binding::readOnly;
 
 const MemberTable& Link::members() const
 {
-    static const MemberTable table("Link", nullptr,
-                                   {
-                                       readOnly<&Link::State>("State").asDefault(),
-                                       method<&Link::Connect>("Connect"),
-                                       method<&Link::Disconnect>("Disconnect"),
-                                   });
-    return table;
+    return binding::table([] {
+        return MemberTable("Link", nullptr,
+                           {
+                               readOnly<&Link::State>("State").asDefault(),
+                               method<&Link::Connect>("Connect"),
+                               method<&Link::Disconnect>("Disconnect"),
+                           });
+    });
 }
 
 const MemberTable& LogRecords::members() const
 {
-    static const MemberTable table("LogRecords", nullptr,
-                                   {
-                                       readOnly<&LogRecords::rowCount>("RowCount"),
-                                       readOnly<&LogRecords::columnCount>("ColumnCount"),
-                                       readOnly<&LogRecords::columnLabel>("ColumnLabel"),
-                                       readOnly<&LogRecords::columnUnits>("ColumnUnits"),
-                                       readOnly<&LogRecords::cell>("Cell").asDefault(),
-                                   });
-    return table;
+    return binding::table([] {
+        return MemberTable("LogRecords", nullptr,
+                           {
+                               readOnly<&LogRecords::rowCount>("RowCount"),
+                               readOnly<&LogRecords::columnCount>("ColumnCount"),
+                               readOnly<&LogRecords::columnLabel>("ColumnLabel"),
+                               readOnly<&LogRecords::columnUnits>("ColumnUnits"),
+                               readOnly<&LogRecords::cell>("Cell").asDefault(),
+                           });
+    });
 }
 
 const MemberTable& LogBuffer::members() const
 {
-    static const MemberTable table("LogBuffer", nullptr,
-                                   {
-                                       readOnly<&LogBuffer::RecordCount>("RecordCount"),
-                                       readOnly<&LogBuffer::Records>("Records"),
-                                   });
-    return table;
+    return binding::table([] {
+        return MemberTable("LogBuffer", nullptr,
+                           {
+                               readOnly<&LogBuffer::RecordCount>("RecordCount"),
+                               readOnly<&LogBuffer::Records>("Records"),
+                           });
+    });
 }
 
 const MemberTable& LogBuffers::members() const
 {
-    static const MemberTable table("LogBuffers", nullptr,
-                                   {
-                                       readOnly<&LogBuffers::Count>("Count"),
-                                       readOnly<&LogBuffers::Item>("Item").asDefault(),
-                                   });
-    return table;
+    return binding::table([] {
+        return MemberTable("LogBuffers", nullptr,
+                           {
+                               readOnly<&LogBuffers::Count>("Count"),
+                               readOnly<&LogBuffers::Item>("Item").asDefault(),
+                           });
+    });
 }
 
 std::unique_ptr<binding::Enumerator> LogBuffers::enumerate()
@@ -60,28 +64,30 @@ std::unique_ptr<binding::Enumerator> LogBuffers::enumerate()
 
 const MemberTable& Live::members() const
 {
-    static const MemberTable table("Live", nullptr,
-                                   {
-                                       readOnly<&Live::Buffers>("Buffers"),
-                                       method<&Live::ReadMemory>("ReadMemory"),
-                                       method<&Live::WriteChannel>("WriteChannel"),
-                                   });
-    return table;
+    return binding::table([] {
+        return MemberTable("Live", nullptr,
+                           {
+                               readOnly<&Live::Buffers>("Buffers"),
+                               method<&Live::ReadMemory>("ReadMemory"),
+                               method<&Live::WriteChannel>("WriteChannel"),
+                           });
+    });
 }
 
 const MemberTable& Logger::members() const
 {
-    static const MemberTable table("Logger", nullptr,
-                                   {
-                                       readOnly<&Logger::Link>("Link"),
-                                       readOnly<&Logger::Scheme>("Scheme"),
-                                       readOnly<&Logger::Live>("Live"),
-                                       readOnly<&Logger::Actions>("Actions"),
-                                       method<&Logger::AddAction>("AddAction"),
-                                       method<&Logger::RemoveActions>("RemoveActions"),
-                                       method<&Logger::createChannel>("CreateChannel"),
-                                   });
-    return table;
+    return binding::table([] {
+        return MemberTable("Logger", nullptr,
+                           {
+                               readOnly<&Logger::Link>("Link"),
+                               readOnly<&Logger::Scheme>("Scheme"),
+                               readOnly<&Logger::Live>("Live"),
+                               readOnly<&Logger::Actions>("Actions"),
+                               method<&Logger::AddAction>("AddAction"),
+                               method<&Logger::RemoveActions>("RemoveActions"),
+                               method<&Logger::createChannel>("CreateChannel"),
+                           });
+    });
 }
 
 } // namespace zan::site

@@ -102,24 +102,25 @@ Node NodeObject::createElement(const QString& name) const
 
 const MemberTable& NodeObject::members() const
 {
-    static const MemberTable table("XMLNode", nullptr,
-                                   {
-                                       property<&NodeObject::text, &NodeObject::setText>("text").asDefault(),
-                                       readOnly<&NodeObject::nodeType>("nodeType"),
-                                       readOnly<&NodeObject::baseName>("baseName"),
-                                       readOnly<&NodeObject::baseName>("nodeName"),
-                                       readOnly<&NodeObject::xml>("xml"),
-                                       readOnly<&NodeObject::parentNode>("parentNode"),
-                                       readOnly<&NodeObject::ownerDocument>("ownerDocument"),
-                                       readOnly<&NodeObject::documentElement>("documentElement"),
-                                       readOnly<&NodeObject::childNodes>("childNodes"),
-                                       method<&NodeObject::selectSingleNode>("selectSingleNode"),
-                                       method<&NodeObject::selectNodes>("selectNodes"),
-                                       method<&NodeObject::appendChild>("appendChild"),
-                                       method<&NodeObject::removeChild>("removeChild"),
-                                       method<&NodeObject::createElement>("createElement"),
-                                   });
-    return table;
+    return binding::table([] {
+        return MemberTable("XMLNode", nullptr,
+                           {
+                               property<&NodeObject::text, &NodeObject::setText>("text").asDefault(),
+                               readOnly<&NodeObject::nodeType>("nodeType"),
+                               readOnly<&NodeObject::baseName>("baseName"),
+                               readOnly<&NodeObject::baseName>("nodeName"),
+                               readOnly<&NodeObject::xml>("xml"),
+                               readOnly<&NodeObject::parentNode>("parentNode"),
+                               readOnly<&NodeObject::ownerDocument>("ownerDocument"),
+                               readOnly<&NodeObject::documentElement>("documentElement"),
+                               readOnly<&NodeObject::childNodes>("childNodes"),
+                               method<&NodeObject::selectSingleNode>("selectSingleNode"),
+                               method<&NodeObject::selectNodes>("selectNodes"),
+                               method<&NodeObject::appendChild>("appendChild"),
+                               method<&NodeObject::removeChild>("removeChild"),
+                               method<&NodeObject::createElement>("createElement"),
+                           });
+    });
 }
 
 Node NodeListObject::item(std::int32_t index) const
@@ -129,12 +130,13 @@ Node NodeListObject::item(std::int32_t index) const
 
 const MemberTable& NodeListObject::members() const
 {
-    static const MemberTable table("XMLNodeList", nullptr,
-                                   {
-                                       readOnly<&NodeListObject::length>("length"),
-                                       readOnly<&NodeListObject::item>("item").asDefault(),
-                                   });
-    return table;
+    return binding::table([] {
+        return MemberTable("XMLNodeList", nullptr,
+                           {
+                               readOnly<&NodeListObject::length>("length"),
+                               readOnly<&NodeListObject::item>("item").asDefault(),
+                           });
+    });
 }
 
 std::unique_ptr<binding::Enumerator> NodeListObject::enumerate()

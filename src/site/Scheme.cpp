@@ -42,15 +42,16 @@ Member addChannelMember()
 
 const MemberTable& SchemeWindow::members() const
 {
-    static const MemberTable table("SchemeWindow", nullptr,
-                                   {
-                                       property<&SchemeWindow::Key, &SchemeWindow::setKey>("Key"),
-                                       readOnly<&SchemeWindow::XML>("XML"),
-                                       readOnly<&SchemeWindow::Count>("Count"),
-                                       readOnly<&SchemeWindow::Item>("Item").asDefault(),
-                                       addChannelMember(),
-                                   });
-    return table;
+    return binding::table([] {
+        return MemberTable("SchemeWindow", nullptr,
+                           {
+                               property<&SchemeWindow::Key, &SchemeWindow::setKey>("Key"),
+                               readOnly<&SchemeWindow::XML>("XML"),
+                               readOnly<&SchemeWindow::Count>("Count"),
+                               readOnly<&SchemeWindow::Item>("Item").asDefault(),
+                               addChannelMember(),
+                           });
+    });
 }
 
 std::unique_ptr<binding::Enumerator> SchemeWindow::enumerate()
@@ -60,15 +61,16 @@ std::unique_ptr<binding::Enumerator> SchemeWindow::enumerate()
 
 const MemberTable& SchemeWindows::members() const
 {
-    static const MemberTable table("SchemeWindows", nullptr,
-                                   {
-                                       readOnly<&SchemeWindows::Count>("Count"),
-                                       readOnly<&SchemeWindows::Item>("Item").asDefault(),
-                                       method<&SchemeWindows::Add>("Add"),
-                                       method<&SchemeWindows::createWindow>("CreateWindow"),
-                                       method<&SchemeWindows::createChannel>("CreateChannel"),
-                                   });
-    return table;
+    return binding::table([] {
+        return MemberTable("SchemeWindows", nullptr,
+                           {
+                               readOnly<&SchemeWindows::Count>("Count"),
+                               readOnly<&SchemeWindows::Item>("Item").asDefault(),
+                               method<&SchemeWindows::Add>("Add"),
+                               method<&SchemeWindows::createWindow>("CreateWindow"),
+                               method<&SchemeWindows::createChannel>("CreateChannel"),
+                           });
+    });
 }
 
 std::unique_ptr<binding::Enumerator> SchemeWindows::enumerate()
@@ -78,13 +80,14 @@ std::unique_ptr<binding::Enumerator> SchemeWindows::enumerate()
 
 const MemberTable& Scheme::members() const
 {
-    static const MemberTable table("Scheme", nullptr,
-                                   {
-                                       property<&Scheme::Name, &Scheme::setName>("Name").asDefault(),
-                                       readOnly<&Scheme::Windows>("Windows"),
-                                       method<&Scheme::Save>("Save"),
-                                   });
-    return table;
+    return binding::table([] {
+        return MemberTable("Scheme", nullptr,
+                           {
+                               property<&Scheme::Name, &Scheme::setName>("Name").asDefault(),
+                               readOnly<&Scheme::Windows>("Windows"),
+                               method<&Scheme::Save>("Save"),
+                           });
+    });
 }
 
 Ref<Channel> findChannel(const Ref<SchemeWindows>& windows, const QString& bindString) noexcept

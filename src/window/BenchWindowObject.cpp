@@ -15,34 +15,35 @@ const binding::MemberTable& BenchWindowObject::members() const
     using binding::method;
     using binding::property;
     using binding::readOnly;
-    static const binding::MemberTable table(
-        "BenchWindow", nullptr,
-        {
-            property<&C::BackColor, &C::setBackColor>("BackColor"),
-            property<&C::ForeColor, &C::setForeColor>("ForeColor"),
-            property<&C::Enabled, &C::setEnabled>("Enabled"),
-            property<&C::Font, &C::setFont>("Font"),
-            property<&C::BackStyle, &C::setBackStyle>("BackStyle"),
-            property<&C::BorderStyle, &C::setBorderStyle>("BorderStyle"),
-            property<&C::GridSize, &C::setGridSize>("GridSize"),
-            property<&C::SnapToGrid, &C::setSnapToGrid>("SnapToGrid"),
-            property<&C::LockPositions, &C::setLockPositions>("LockPositions"),
-            readOnly<&C::Controls>("Controls"),
-            property<&C::Logger, &C::setLogger>("Logger"),
-            property<&C::Stretch, &C::setStretch>("Stretch"),
-            property<&C::ShowSiteMap, &C::setShowSiteMap>("ShowSiteMap"),
-            method<&C::Refresh>("Refresh"),
-            property<&C::Picture, &C::setPicture>("Picture"),
-            property<&C::PictureFile, &C::setPictureFile>("PictureFile"),
-            method<&C::LoadWindow>("LoadWindow"),
-            method<&C::Clear>("Clear"),
-            method<&C::SaveWindow>("SaveWindow"),
-            property<&C::LockMenu, &C::setLockMenu>("LockMenu"),
-            property<&C::HideProtectedControls, &C::setHideProtectedControls>("HideProtectedControls"),
-            readOnly<&C::CurrentWindow>("CurrentWindow"),
-            method<&C::ShowProgress>("ShowProgress"),
-        });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable(
+            "BenchWindow", nullptr,
+            {
+                property<&C::BackColor, &C::setBackColor>("BackColor"),
+                property<&C::ForeColor, &C::setForeColor>("ForeColor"),
+                property<&C::Enabled, &C::setEnabled>("Enabled"),
+                property<&C::Font, &C::setFont>("Font"),
+                property<&C::BackStyle, &C::setBackStyle>("BackStyle"),
+                property<&C::BorderStyle, &C::setBorderStyle>("BorderStyle"),
+                property<&C::GridSize, &C::setGridSize>("GridSize"),
+                property<&C::SnapToGrid, &C::setSnapToGrid>("SnapToGrid"),
+                property<&C::LockPositions, &C::setLockPositions>("LockPositions"),
+                readOnly<&C::Controls>("Controls"),
+                property<&C::Logger, &C::setLogger>("Logger"),
+                property<&C::Stretch, &C::setStretch>("Stretch"),
+                property<&C::ShowSiteMap, &C::setShowSiteMap>("ShowSiteMap"),
+                method<&C::Refresh>("Refresh"),
+                property<&C::Picture, &C::setPicture>("Picture"),
+                property<&C::PictureFile, &C::setPictureFile>("PictureFile"),
+                method<&C::LoadWindow>("LoadWindow"),
+                method<&C::Clear>("Clear"),
+                method<&C::SaveWindow>("SaveWindow"),
+                property<&C::LockMenu, &C::setLockMenu>("LockMenu"),
+                property<&C::HideProtectedControls, &C::setHideProtectedControls>("HideProtectedControls"),
+                readOnly<&C::CurrentWindow>("CurrentWindow"),
+                method<&C::ShowProgress>("ShowProgress"),
+            });
+    });
 }
 
 } // namespace zan::window

@@ -52,8 +52,7 @@ BenchControl::~BenchControl()
 
 const binding::MemberTable& BenchControl::members() const
 {
-    static const binding::MemberTable table("BenchControl", &iBenchControl::members(), {});
-    return table;
+    return binding::table([] { return binding::MemberTable("BenchControl", &wrapperMembers(), {}); });
 }
 
 // Beginning ----------------------------------------------------------------------------------------------------

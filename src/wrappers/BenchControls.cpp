@@ -336,15 +336,16 @@ const binding::MemberTable& BenchControls::members() const
     using C = BenchControls;
     using binding::method;
     using binding::readOnly;
-    static const binding::MemberTable table("BenchControls", nullptr,
-                                            {
-                                                readOnly<&C::Count>("Count"),
-                                                readOnly<&C::Control>("Control").asDefault(),
-                                                method<&C::Add>("Add"),
-                                                method<&C::Remove>("Remove"),
-                                                method<&C::Clear>("Clear"),
-                                            });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable("BenchControls", nullptr,
+                                    {
+                                        readOnly<&C::Count>("Count"),
+                                        readOnly<&C::Control>("Control").asDefault(),
+                                        method<&C::Add>("Add"),
+                                        method<&C::Remove>("Remove"),
+                                        method<&C::Clear>("Clear"),
+                                    });
+    });
 }
 
 } // namespace zan::wrappers

@@ -82,6 +82,7 @@ public:
     virtual void setUpdated(bool) {}
 
     const binding::MemberTable& members() const override;
+    static const binding::MemberTable& wrapperMembers();
 };
 
 } // namespace zan::wrappers

@@ -58,6 +58,16 @@ TEST(MemberTable, AMemberTakesThePlaceOfOneOfTheBase)
     EXPECT_EQ(values::toText(object->get(Name("Key"))), u"key") << "the others stay";
 }
 
+TEST(MemberTable, AnAbsentMemberOfTheBaseIsNoMember)
+{
+    const auto base = make<Sample>();
+    const MemberTable table("Less", &base->members(), {absent("caption"), absent("NoSuch")});
+    EXPECT_EQ(table.find(Name("Caption")), nullptr);
+    EXPECT_EQ(table.find(Name("NoSuch")), nullptr);
+    EXPECT_EQ(table.members().size(), base->members().members().size() - 1);
+    EXPECT_EQ(table.base(), &base->members());
+}
+
 TEST(MemberTable, TheDefaultMemberOfTheDerivedClassCounts)
 {
     EXPECT_EQ(values::toText(make<Derived>()->defaultValue()), u"title");

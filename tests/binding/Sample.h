@@ -2,6 +2,7 @@
 
 #include "binding/MemberTable.h"
 #include "binding/Object.h"
+#include "support/ErrorOf.h"
 
 #include <QString>
 
@@ -11,17 +12,7 @@
 
 namespace zan::binding {
 
-/// Number of the error that an action raises; 0 for none.
-template <class Action>
-int errorOf(Action action)
-{
-    try {
-        action();
-    } catch (const RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
+using test::errorOf;
 
 enum class Direction { None, Up, Down };
 

@@ -301,25 +301,6 @@ TEST(StatusLight, PropertiesStandInTheOrderOfThePublicInterface)
     EXPECT_EQ(light->typeName(), u"StatusLight");
 }
 
-TEST(StatusLight, EveryPropertyTakesBackWhatItReads)
-{
-    Stage stage;
-    for (const binding::Member& member : stage.control->members().members()) {
-        if (!member.put || member.kind != binding::Member::Kind::Property)
-            continue;
-        const std::string name = member.name.text().toStdString();
-        Variant value;
-        ASSERT_EQ(stage.control->tryGet(member.name, value), binding::AccessStatus::Ok) << name;
-        EXPECT_EQ(stage.control->tryPut(member.name, value), binding::AccessStatus::Ok) << name;
-        Variant again;
-        ASSERT_EQ(stage.control->tryGet(member.name, again), binding::AccessStatus::Ok) << name;
-        EXPECT_EQ(again.kind(), value.kind()) << name;
-        if (!value.isObject()) {
-            EXPECT_EQ(values::toText(again), values::toText(value)) << name;
-        }
-    }
-}
-
 TEST(StatusLight, NewLightHasTheDefaults)
 {
     Stage stage;

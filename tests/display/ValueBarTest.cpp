@@ -2,6 +2,7 @@
 
 #include "DisplayFixture.h"
 #include "binding/MemberTable.h"
+#include "support/ErrorOf.h"
 
 #include <gtest/gtest.h>
 
@@ -15,6 +16,8 @@ using values::make;
 using values::Name;
 using values::Variant;
 
+using zan::test::errorOf;
+
 namespace {
 
 using Stage = test::Stage<ValueBarControl>;
@@ -24,18 +27,6 @@ struct RecordingHost final : DisplayControl::Host
     std::vector<std::string> names;
     void propertyChanged(const char* name) override { names.emplace_back(name); }
 };
-
-/// Number of the error that a step raises, 0 for none.
-template <class Step>
-int errorOf(Step&& step)
-{
-    try {
-        step();
-    } catch (const values::RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 /// Colour of the lowest row of the bar.
 QColor foot(Stage& stage)

@@ -1,5 +1,6 @@
 #include "document/FileOps.h"
 #include "document/StringOps.h"
+#include "support/ErrorOf.h"
 #include "values/RuntimeError.h"
 
 #include <gtest/gtest.h>
@@ -11,6 +12,8 @@
 using namespace zan::document;
 using zan::values::ErrorNumber;
 using zan::values::RuntimeError;
+
+using zan::test::errorOf;
 
 namespace {
 
@@ -39,17 +42,6 @@ const PathRow Paths[] = {
     {u"/unix/path.txt", u"txt", u"/unix/path", u"/unix/path.txt", u""},
     {u"\tC:\\dir\\\tfile\t.\ttxt\t", u"txt", u"file", u"file.txt", u"C:\\dir\\"},
 };
-
-template <class Function>
-int errorOf(Function function)
-{
-    try {
-        function();
-    } catch (const RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 } // namespace
 

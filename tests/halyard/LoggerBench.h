@@ -4,6 +4,7 @@
 #include "ScriptedDriver.h"
 #include "halyard/HalyardLogger.h"
 #include "halyard/LoggerFactory.h"
+#include "support/ErrorOf.h"
 #include "support/FakeSite.h"
 
 #include <QCoreApplication>
@@ -13,6 +14,8 @@
 #include <gtest/gtest.h>
 
 namespace zan::halyard {
+
+using test::errorOf;
 
 using testing::ElementsAre;
 using values::make;
@@ -148,17 +151,5 @@ protected:
     std::function<void(const std::string&)> onEvent;
     QObject context;
 };
-
-/// The number of the run-time error that a call raises, 0 for none.
-template <class Call>
-int errorOf(Call call)
-{
-    try {
-        call();
-    } catch (const values::RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 } // namespace zan::halyard

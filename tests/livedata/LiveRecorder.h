@@ -6,6 +6,7 @@
 #include "wrappers/BenchControl.h"
 #include "wrappers/BenchControls.h"
 
+#include "support/ErrorOf.h"
 #include "support/FakeSite.h"
 
 #include <map>
@@ -75,17 +76,5 @@ public:
     values::Ref<wrappers::BenchControl> wrapper = values::make<wrappers::BenchControl>();
     values::Ref<LiveRecorder> live = values::make<LiveRecorder>();
 };
-
-/// Number of the error that a step raises, 0 for none.
-template <class Step>
-int errorOf(Step&& step)
-{
-    try {
-        step();
-    } catch (const values::RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 } // namespace zan::test

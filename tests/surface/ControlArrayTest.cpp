@@ -1,12 +1,14 @@
-#include "surface/Errors.h"
 #include "surface/SurfaceFixture.h"
 #include "surface/intrinsic/Label.h"
 #include "surface/intrinsic/ProgressBar.h"
 #include "surface/intrinsic/TextBox.h"
 
+#include "support/ErrorOf.h"
 #include "values/Convert.h"
 
 namespace zan::surface::tests {
+
+using test::errorOf;
 
 using values::Name;
 

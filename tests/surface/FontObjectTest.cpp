@@ -1,7 +1,7 @@
 #include "surface/text/FontObject.h"
 
 #include "binding/MemberTable.h"
-#include "surface/Errors.h"
+#include "support/ErrorOf.h"
 #include "surface/text/FontFace.h"
 
 #include <QFontInfo>
@@ -9,6 +9,8 @@
 #include <gtest/gtest.h>
 
 namespace zan::surface::tests {
+
+using test::errorOf;
 
 namespace {
 

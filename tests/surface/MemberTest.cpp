@@ -1,4 +1,3 @@
-#include "surface/Errors.h"
 #include "surface/SurfaceFixture.h"
 #include "surface/host/Picture.h"
 #include "surface/intrinsic/CheckBox.h"
@@ -11,11 +10,14 @@
 #include "surface/intrinsic/TextBox.h"
 
 #include "binding/MemberTable.h"
+#include "support/ErrorOf.h"
 #include "values/Convert.h"
 
 #include <set>
 
 namespace zan::surface::tests {
+
+using test::errorOf;
 
 using binding::AccessStatus;
 using binding::Member;
@@ -43,55 +45,9 @@ const Choice Choices[]{
     {"pbar", "Scrolling", 1},    {"pbar", "BorderStyle", 1},    {"pbar", "Appearance", 1},
 };
 
-/// A value that differs from what stands there, for a property of this type.
-Variant otherValue(const Variant& value, binding::ValueType type)
-{
-    switch (type) {
-    case binding::ValueType::Boolean:
-        return Variant(!values::toBoolean(value));
-    case binding::ValueType::Integer:
-        return Variant(std::int16_t(values::toInteger(value) == 0 ? 1 : 0));
-    case binding::ValueType::Long:
-        return Variant(values::toLong(value) + 1);
-    case binding::ValueType::Colour:
-        return Variant(std::int32_t(0x00336699));
-    case binding::ValueType::Single:
-        return Variant(values::toSingle(value) + 30.5F);
-    case binding::ValueType::String:
-        return Variant(QStringLiteral("x"));
-    default:
-        return {};
-    }
-}
-
 } // namespace
 
 using Members = SurfaceTest;
-
-TEST_F(Members, WhatIsWrittenIsReadBackForEveryPropertyOfEveryType)
-{
-    // Selections depend on a text; Default and the like report nothing; Min and Max bind each other.
-    const std::set<QString> special{QStringLiteral("SelStart"), QStringLiteral("SelLength"),
-                                    QStringLiteral("SelText"), QStringLiteral("Min")};
-    for (const char* array : ArrayNames) {
-        const Ref<LiveControl> control = surface->array(QString::fromLatin1(array))->item(1);
-        for (const Member& member : control->members().members()) {
-            if (member.kind != Member::Kind::Property || !member.put || special.contains(member.name.text()))
-                continue;
-            if (control->typeName() == u"CommandButton" && member.name.text() == u"Value")
-                continue;
-            const Variant before = control->get(member.name);
-            const bool isWidth = member.name.text() == u"BorderWidth"; // 0 is no width
-            const Variant wanted = isWidth ? Variant(std::int16_t(5)) : otherValue(before, member.type);
-            if (wanted.isEmpty())
-                continue; // objects have tests of their own
-            ASSERT_EQ(control->tryPut(member.name, wanted), AccessStatus::Ok)
-                << array << '.' << member.name.text().toStdString();
-            EXPECT_EQ(values::toText(control->get(member.name)), values::toText(wanted))
-                << array << '.' << member.name.text().toStdString();
-        }
-    }
-}
 
 TEST_F(Members, ChoicesTakeTheirRangeAndRefuseTheNeighboursOfIt)
 {

@@ -1,4 +1,3 @@
-#include "surface/Errors.h"
 #include "surface/SurfaceFixture.h"
 #include "surface/host/Picture.h"
 #include "surface/intrinsic/Label.h"
@@ -8,11 +7,14 @@
 #include "surface/text/DosCharset.h"
 #include "surface/text/TextPainter.h"
 
+#include "support/ErrorOf.h"
 #include "surface/text/FontFace.h"
 
 #include <QPainter>
 
 namespace zan::surface::tests {
+
+using test::errorOf;
 
 namespace {
 

@@ -1,5 +1,5 @@
 #include "surface/host/Picture.h"
-#include "surface/Errors.h"
+#include "support/ErrorOf.h"
 
 #include <QDir>
 #include <QFile>
@@ -10,6 +10,8 @@
 #include <gtest/gtest.h>
 
 namespace zan::surface::tests {
+
+using test::errorOf;
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "surface/Errors.h"
+#include "support/ErrorOf.h"
 #include "surface/SurfaceFixture.h"
 #include "surface/host/WidgetControl.h"
 #include "surface/intrinsic/CheckBox.h"
@@ -16,6 +16,8 @@
 #include <QTest>
 
 namespace zan::surface::tests {
+
+using test::errorOf;
 
 class Widgets : public SurfaceTest
 {

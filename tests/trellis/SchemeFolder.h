@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/ErrorOf.h"
 #include "trellis/SchemeFile.h"
 
 #include <gtest/gtest.h>
@@ -14,6 +15,8 @@
 #include <unistd.h>
 
 namespace zan::trellis {
+
+using test::errorOf;
 
 /// A folder of its own for every test, with a scheme file in it when the test writes one.
 class SchemeFolder : public testing::Test
@@ -53,18 +56,6 @@ protected:
 private:
     QTemporaryDir m_folder;
 };
-
-/// Number of the run-time error that the function raises; 0 when it raises none.
-template <class Function>
-int errorOf(Function function)
-{
-    try {
-        function();
-    } catch (const values::RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 /// Runs the function in a process of its own, without the rights of the superuser when asked; gives back what it
 /// returns (0 to 255), or a negative number when it died.

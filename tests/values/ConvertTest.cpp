@@ -1,4 +1,5 @@
 #include "values/Convert.h"
+#include "support/ErrorOf.h"
 #include "values/Array.h"
 
 #include <gtest/gtest.h>
@@ -9,18 +10,9 @@
 
 namespace zan::values {
 
-namespace {
+using test::errorOf;
 
-/// Number of the error that a call raises; 0 when it raises none.
-int errorOf(const std::function<void()>& call)
-{
-    try {
-        call();
-        return 0;
-    } catch (const RuntimeError& error) {
-        return error.number();
-    }
-}
+namespace {
 
 /// An object whose default value is whatever the test gives it.
 class Box : public AutomationObject

@@ -2,6 +2,7 @@
 
 #include "document/XMLOps.h"
 #include "document/XmlText.h"
+#include "support/ErrorOf.h"
 #include "support/FakeSite.h"
 #include "surface/forms/RecordingForms.h"
 #include "surface/host/LiveControl.h"
@@ -15,6 +16,8 @@
 #include <vector>
 
 namespace zan::window {
+
+using test::errorOf;
 
 /// A panel with a logger and a scheme that a test fills.
 class WindowTest : public testing::Test
@@ -48,16 +51,6 @@ protected:
             panel->Controls()->Control(binding::Variant(place))->Control().get()));
     }
     QString property(int place, const char* name) { return values::toText(live(place)->get(values::Name(name))); }
-    static int errorOf(const std::function<void()>& action)
-    {
-        try {
-            action();
-        } catch (const values::RuntimeError& error) {
-            return error.number();
-        }
-        return 0;
-    }
-
     surface::RecordingForms forms;
     values::Ref<fake::FakeLogger> logger = values::make<fake::FakeLogger>();
     std::unique_ptr<BenchWindow> panel;

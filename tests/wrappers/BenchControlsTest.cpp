@@ -1,5 +1,6 @@
 #include "wrappers/BenchControls.h"
 
+#include "support/ErrorOf.h"
 #include "support/FakePanel.h"
 #include "support/FakeSite.h"
 
@@ -14,6 +15,8 @@ using values::Ref;
 using values::Variant;
 using wrappers::BenchControls;
 using wrappers::iBenchControl;
+
+using zan::test::errorOf;
 
 namespace {
 
@@ -58,16 +61,6 @@ protected:
             list << controls->Control(Variant(place))->Key();
         return list.join(u' ');
     }
-    static int errorOf(const std::function<void()>& action)
-    {
-        try {
-            action();
-        } catch (const values::RuntimeError& error) {
-            return error.number();
-        }
-        return 0;
-    }
-
     fake::FakePanelWindow window;
     RecordingLiveData live;
     Node node;

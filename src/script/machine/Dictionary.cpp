@@ -52,21 +52,22 @@ Dictionary::~Dictionary()
 
 const binding::MemberTable& Dictionary::members() const
 {
-    static const binding::MemberTable table(
-        "Dictionary", nullptr,
-        {
-            binding::method<&Dictionary::add>("Add"),
-            binding::property<&Dictionary::compareMode, &Dictionary::setCompareMode>("CompareMode"),
-            binding::readOnly<&Dictionary::count>("Count"),
-            binding::method<&Dictionary::exists>("Exists"),
-            binding::property<&Dictionary::item, &Dictionary::setItem>("Item").asDefault(),
-            binding::method<&Dictionary::items>("Items"),
-            binding::writeOnly<&Dictionary::setKey>("Key"),
-            binding::method<&Dictionary::keys>("Keys"),
-            binding::method<&Dictionary::remove>("Remove"),
-            binding::method<&Dictionary::removeAll>("RemoveAll"),
-        });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable(
+            "Dictionary", nullptr,
+            {
+                binding::method<&Dictionary::add>("Add"),
+                binding::property<&Dictionary::compareMode, &Dictionary::setCompareMode>("CompareMode"),
+                binding::readOnly<&Dictionary::count>("Count"),
+                binding::method<&Dictionary::exists>("Exists"),
+                binding::property<&Dictionary::item, &Dictionary::setItem>("Item").asDefault(),
+                binding::method<&Dictionary::items>("Items"),
+                binding::writeOnly<&Dictionary::setKey>("Key"),
+                binding::method<&Dictionary::keys>("Keys"),
+                binding::method<&Dictionary::remove>("Remove"),
+                binding::method<&Dictionary::removeAll>("RemoveAll"),
+            });
+    });
 }
 
 /// `d.Items()(0)` and `d.Keys(0)`: an index after a method without parameters is one of its result.

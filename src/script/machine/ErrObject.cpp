@@ -4,18 +4,19 @@ namespace zan::script {
 
 const binding::MemberTable& ErrObject::members() const
 {
-    static const binding::MemberTable table(
-        "Object", nullptr,
-        {
-            binding::property<&ErrObject::number, &ErrObject::setNumber>("Number").asDefault(),
-            binding::property<&ErrObject::description, &ErrObject::setDescription>("Description"),
-            binding::property<&ErrObject::source, &ErrObject::setSource>("Source"),
-            binding::property<&ErrObject::helpContext, &ErrObject::setHelpContext>("HelpContext"),
-            binding::property<&ErrObject::helpFile, &ErrObject::setHelpFile>("HelpFile"),
-            binding::method<&ErrObject::raise>("Raise"),
-            binding::method<&ErrObject::clear>("Clear"),
-        });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable(
+            "Object", nullptr,
+            {
+                binding::property<&ErrObject::number, &ErrObject::setNumber>("Number").asDefault(),
+                binding::property<&ErrObject::description, &ErrObject::setDescription>("Description"),
+                binding::property<&ErrObject::source, &ErrObject::setSource>("Source"),
+                binding::property<&ErrObject::helpContext, &ErrObject::setHelpContext>("HelpContext"),
+                binding::property<&ErrObject::helpFile, &ErrObject::setHelpFile>("HelpFile"),
+                binding::method<&ErrObject::raise>("Raise"),
+                binding::method<&ErrObject::clear>("Clear"),
+            });
+    });
 }
 
 void ErrObject::set(int number, const QString& description, const QString& source)

@@ -107,18 +107,19 @@ void appendReplacement(QString& result, const QString& replacement, const QRegul
 
 const binding::MemberTable& RegExpObject::members() const
 {
-    static const binding::MemberTable table(
-        "RegExp", nullptr,
-        {
-            binding::property<&RegExpObject::pattern, &RegExpObject::setPattern>("Pattern"),
-            binding::property<&RegExpObject::global, &RegExpObject::setGlobal>("Global"),
-            binding::property<&RegExpObject::ignoreCase, &RegExpObject::setIgnoreCase>("IgnoreCase"),
-            binding::property<&RegExpObject::multiLine, &RegExpObject::setMultiLine>("MultiLine"),
-            binding::method<&RegExpObject::execute>("Execute"),
-            binding::method<&RegExpObject::test>("Test"),
-            binding::method<&RegExpObject::replace>("Replace"),
-        });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable(
+            "RegExp", nullptr,
+            {
+                binding::property<&RegExpObject::pattern, &RegExpObject::setPattern>("Pattern"),
+                binding::property<&RegExpObject::global, &RegExpObject::setGlobal>("Global"),
+                binding::property<&RegExpObject::ignoreCase, &RegExpObject::setIgnoreCase>("IgnoreCase"),
+                binding::property<&RegExpObject::multiLine, &RegExpObject::setMultiLine>("MultiLine"),
+                binding::method<&RegExpObject::execute>("Execute"),
+                binding::method<&RegExpObject::test>("Test"),
+                binding::method<&RegExpObject::replace>("Replace"),
+            });
+    });
 }
 
 void RegExpObject::setPattern(const QString& pattern)
@@ -207,12 +208,13 @@ QString RegExpObject::replace(const QString& text, const Variant& replacement)
 
 const binding::MemberTable& SubMatches::members() const
 {
-    static const binding::MemberTable table("SubMatches", nullptr,
-                                            {
-                                                binding::readOnly<&SubMatches::count>("Count"),
-                                                binding::readOnly<&SubMatches::item>("Item").asDefault(),
-                                            });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable("SubMatches", nullptr,
+                                    {
+                                        binding::readOnly<&SubMatches::count>("Count"),
+                                        binding::readOnly<&SubMatches::item>("Item").asDefault(),
+                                    });
+    });
 }
 
 std::unique_ptr<binding::Enumerator> SubMatches::enumerate()
@@ -237,24 +239,26 @@ Match::Match(const QRegularExpressionMatch& match)
 
 const binding::MemberTable& Match::members() const
 {
-    static const binding::MemberTable table("Match", nullptr,
-                                            {
-                                                binding::readOnly<&Match::firstIndex>("FirstIndex"),
-                                                binding::readOnly<&Match::length>("Length"),
-                                                binding::readOnly<&Match::value>("Value").asDefault(),
-                                                binding::readOnly<&Match::subMatches>("SubMatches"),
-                                            });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable("Match", nullptr,
+                                    {
+                                        binding::readOnly<&Match::firstIndex>("FirstIndex"),
+                                        binding::readOnly<&Match::length>("Length"),
+                                        binding::readOnly<&Match::value>("Value").asDefault(),
+                                        binding::readOnly<&Match::subMatches>("SubMatches"),
+                                    });
+    });
 }
 
 const binding::MemberTable& MatchCollection::members() const
 {
-    static const binding::MemberTable table("MatchCollection", nullptr,
-                                            {
-                                                binding::readOnly<&MatchCollection::count>("Count"),
-                                                binding::readOnly<&MatchCollection::item>("Item").asDefault(),
-                                            });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable("MatchCollection", nullptr,
+                                    {
+                                        binding::readOnly<&MatchCollection::count>("Count"),
+                                        binding::readOnly<&MatchCollection::item>("Item").asDefault(),
+                                    });
+    });
 }
 
 std::unique_ptr<binding::Enumerator> MatchCollection::enumerate()

@@ -60,15 +60,16 @@ const binding::MemberTable& ControlArray::members() const
 {
     using binding::method;
     using binding::readOnly;
-    static const binding::MemberTable table("ControlArray", nullptr,
-                                            {
-                                                readOnly<&ControlArray::item>("Item").asDefault(),
-                                                readOnly<&ControlArray::count>("Count"),
-                                                readOnly<&ControlArray::lBound>("LBound"),
-                                                readOnly<&ControlArray::uBound>("UBound"),
-                                                readOnly<&ControlArray::name>("Name"),
-                                            });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable("ControlArray", nullptr,
+                                    {
+                                        readOnly<&ControlArray::item>("Item").asDefault(),
+                                        readOnly<&ControlArray::count>("Count"),
+                                        readOnly<&ControlArray::lBound>("LBound"),
+                                        readOnly<&ControlArray::uBound>("UBound"),
+                                        readOnly<&ControlArray::name>("Name"),
+                                    });
+    });
 }
 
 std::unique_ptr<binding::Enumerator> ControlArray::enumerate()

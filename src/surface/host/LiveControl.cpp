@@ -40,25 +40,26 @@ const binding::MemberTable& LiveControl::baseMembers()
     using binding::method;
     using binding::property;
     using binding::readOnly;
-    static const binding::MemberTable table(
-        "Control", nullptr,
-        {
-            readOnly<&LiveControl::name>("Name"),
-            readOnly<&LiveControl::index>("Index"),
-            property<&LiveControl::tag, &LiveControl::setTag>("Tag"),
-            property<&LiveControl::left, &LiveControl::setLeft>("Left"),
-            property<&LiveControl::top, &LiveControl::setTop>("Top"),
-            property<&LiveControl::width, &LiveControl::setWidth>("Width"),
-            property<&LiveControl::height, &LiveControl::setHeight>("Height"),
-            property<&LiveControl::visible, &LiveControl::setVisible>("Visible"),
-            property<&LiveControl::enabled, &LiveControl::setEnabled>("Enabled"),
-            property<&LiveControl::toolTipText, &LiveControl::setToolTipText>("ToolTipText"),
-            readOnly<&LiveControl::hWnd>("hWnd"),
-            method<&LiveControl::move>("Move"),
-            method<&LiveControl::zOrder>("ZOrder"),
-            method<&LiveControl::setFocus>("SetFocus"),
-        });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable(
+            "Control", nullptr,
+            {
+                readOnly<&LiveControl::name>("Name"),
+                readOnly<&LiveControl::index>("Index"),
+                property<&LiveControl::tag, &LiveControl::setTag>("Tag"),
+                property<&LiveControl::left, &LiveControl::setLeft>("Left"),
+                property<&LiveControl::top, &LiveControl::setTop>("Top"),
+                property<&LiveControl::width, &LiveControl::setWidth>("Width"),
+                property<&LiveControl::height, &LiveControl::setHeight>("Height"),
+                property<&LiveControl::visible, &LiveControl::setVisible>("Visible"),
+                property<&LiveControl::enabled, &LiveControl::setEnabled>("Enabled"),
+                property<&LiveControl::toolTipText, &LiveControl::setToolTipText>("ToolTipText"),
+                readOnly<&LiveControl::hWnd>("hWnd"),
+                method<&LiveControl::move>("Move"),
+                method<&LiveControl::zOrder>("ZOrder"),
+                method<&LiveControl::setFocus>("SetFocus"),
+            });
+    });
 }
 
 Variant LiveControl::invoke(binding::Name name, binding::Access access, binding::Arguments arguments)

@@ -52,14 +52,15 @@ Picture::~Picture() = default;
 const binding::MemberTable& Picture::members() const
 {
     using binding::readOnly;
-    static const binding::MemberTable table("Picture", nullptr,
-                                            {
-                                                readOnly<&Picture::handle>("Handle").asDefault(),
-                                                readOnly<&Picture::width>("Width"),
-                                                readOnly<&Picture::height>("Height"),
-                                                readOnly<&Picture::type>("Type"),
-                                            });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable("Picture", nullptr,
+                                    {
+                                        readOnly<&Picture::handle>("Handle").asDefault(),
+                                        readOnly<&Picture::width>("Width"),
+                                        readOnly<&Picture::height>("Height"),
+                                        readOnly<&Picture::type>("Type"),
+                                    });
+    });
 }
 
 const QPixmap& Picture::pixmap() const

@@ -20,14 +20,15 @@ StyledControl::~StyledControl()
 const binding::MemberTable& StyledControl::styledMembers()
 {
     using binding::property;
-    static const binding::MemberTable table(
-        "Control", &baseMembers(),
-        {
-            property<&StyledControl::backColor, &StyledControl::setBackColor>("BackColor"),
-            property<&StyledControl::foreColor, &StyledControl::setForeColor>("ForeColor"),
-            property<&StyledControl::font, &StyledControl::setFont>("Font"),
-        });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable(
+            "Control", &baseMembers(),
+            {
+                property<&StyledControl::backColor, &StyledControl::setBackColor>("BackColor"),
+                property<&StyledControl::foreColor, &StyledControl::setForeColor>("ForeColor"),
+                property<&StyledControl::font, &StyledControl::setFont>("Font"),
+            });
+    });
 }
 
 void StyledControl::setBackColor(Colour colour)

@@ -19,13 +19,13 @@ WidgetControl::~WidgetControl()
 const binding::MemberTable& WidgetControl::widgetMembers()
 {
     using binding::property;
-    static const binding::MemberTable table(
-        "Control", &styledMembers(),
-        {
-            property<&WidgetControl::tabIndex, &WidgetControl::setTabIndex>("TabIndex"),
-            property<&WidgetControl::tabStop, &WidgetControl::setTabStop>("TabStop"),
-        });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable("Control", &styledMembers(),
+                                    {
+                                        property<&WidgetControl::tabIndex, &WidgetControl::setTabIndex>("TabIndex"),
+                                        property<&WidgetControl::tabStop, &WidgetControl::setTabStop>("TabStop"),
+                                    });
+    });
 }
 
 QWidget* WidgetControl::ensureWidget()

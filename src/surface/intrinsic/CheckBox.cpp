@@ -16,14 +16,14 @@ CheckBox::CheckBox()
 const binding::MemberTable& CheckBox::members() const
 {
     using binding::property;
-    static const binding::MemberTable table(
-        "CheckBox", &widgetMembers(),
-        {
-            property<&CheckBox::value, &CheckBox::setValue>("Value").asDefault(),
-            property<&CheckBox::caption, &CheckBox::setCaption>("Caption"),
-            property<&CheckBox::alignment, &CheckBox::setAlignment>("Alignment"),
-        });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable("CheckBox", &widgetMembers(),
+                                    {
+                                        property<&CheckBox::value, &CheckBox::setValue>("Value").asDefault(),
+                                        property<&CheckBox::caption, &CheckBox::setCaption>("Caption"),
+                                        property<&CheckBox::alignment, &CheckBox::setAlignment>("Alignment"),
+                                    });
+    });
 }
 
 void CheckBox::setCaption(const QString& caption)

@@ -40,17 +40,19 @@ CommandButton::~CommandButton() = default;
 const binding::MemberTable& CommandButton::members() const
 {
     using binding::property;
-    static const binding::MemberTable table(
-        "CommandButton", &widgetMembers(),
-        {
-            property<&CommandButton::value, &CommandButton::setValue>("Value").asDefault(),
-            property<&CommandButton::caption, &CommandButton::setCaption>("Caption"),
-            property<&CommandButton::isDefault, &CommandButton::setDefault>("Default"),
-            property<&CommandButton::cancel, &CommandButton::setCancel>("Cancel"),
-            property<&CommandButton::style, &CommandButton::setStyle>("Style"),
-            property<&CommandButton::picture, &CommandButton::setPicture>("Picture"),
-        });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable(
+            "CommandButton", &widgetMembers(),
+            {
+                binding::absent("ForeColor"), // it would show nowhere, and a document would keep it
+                property<&CommandButton::value, &CommandButton::setValue>("Value").asDefault(),
+                property<&CommandButton::caption, &CommandButton::setCaption>("Caption"),
+                property<&CommandButton::isDefault, &CommandButton::setDefault>("Default"),
+                property<&CommandButton::cancel, &CommandButton::setCancel>("Cancel"),
+                property<&CommandButton::style, &CommandButton::setStyle>("Style"),
+                property<&CommandButton::picture, &CommandButton::setPicture>("Picture"),
+            });
+    });
 }
 
 void CommandButton::setCaption(const QString& caption)

@@ -26,19 +26,19 @@ Label::Label()
 const binding::MemberTable& Label::members() const
 {
     using binding::property;
-    static const binding::MemberTable table(
-        "Label", &styledMembers(),
-        {
-            property<&Label::caption, &Label::setCaption>("Caption").asDefault(),
-            property<&Label::alignment, &Label::setAlignment>("Alignment"),
-            property<&Label::borderStyle, &Label::setBorderStyle>("BorderStyle"),
-            property<&Label::backStyle, &Label::setBackStyle>("BackStyle"),
-            property<&Label::appearance, &Label::setAppearance>("Appearance"),
-            property<&Label::autoSize, &Label::setAutoSize>("AutoSize"),
-            property<&Label::wordWrap, &Label::setWordWrap>("WordWrap"),
-            property<&Label::useMnemonic, &Label::setUseMnemonic>("UseMnemonic"),
-        });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable("Label", &styledMembers(),
+                                    {
+                                        property<&Label::caption, &Label::setCaption>("Caption").asDefault(),
+                                        property<&Label::alignment, &Label::setAlignment>("Alignment"),
+                                        property<&Label::borderStyle, &Label::setBorderStyle>("BorderStyle"),
+                                        property<&Label::backStyle, &Label::setBackStyle>("BackStyle"),
+                                        property<&Label::appearance, &Label::setAppearance>("Appearance"),
+                                        property<&Label::autoSize, &Label::setAutoSize>("AutoSize"),
+                                        property<&Label::wordWrap, &Label::setWordWrap>("WordWrap"),
+                                        property<&Label::useMnemonic, &Label::setUseMnemonic>("UseMnemonic"),
+                                    });
+    });
 }
 
 void Label::setCaption(const QString& caption)

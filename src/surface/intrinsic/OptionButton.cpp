@@ -16,14 +16,15 @@ OptionButton::OptionButton()
 const binding::MemberTable& OptionButton::members() const
 {
     using binding::property;
-    static const binding::MemberTable table(
-        "OptionButton", &widgetMembers(),
-        {
-            property<&OptionButton::value, &OptionButton::setValue>("Value").asDefault(),
-            property<&OptionButton::caption, &OptionButton::setCaption>("Caption"),
-            property<&OptionButton::alignment, &OptionButton::setAlignment>("Alignment"),
-        });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable(
+            "OptionButton", &widgetMembers(),
+            {
+                property<&OptionButton::value, &OptionButton::setValue>("Value").asDefault(),
+                property<&OptionButton::caption, &OptionButton::setCaption>("Caption"),
+                property<&OptionButton::alignment, &OptionButton::setAlignment>("Alignment"),
+            });
+    });
 }
 
 void OptionButton::setCaption(const QString& caption)

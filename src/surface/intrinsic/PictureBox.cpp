@@ -20,15 +20,16 @@ PictureBox::~PictureBox() = default;
 const binding::MemberTable& PictureBox::members() const
 {
     using binding::property;
-    static const binding::MemberTable table(
-        "PictureBox", &styledMembers(),
-        {
-            property<&PictureBox::picture, &PictureBox::setPicture>("Picture").asDefault(),
-            property<&PictureBox::borderStyle, &PictureBox::setBorderStyle>("BorderStyle"),
-            property<&PictureBox::appearance, &PictureBox::setAppearance>("Appearance"),
-            property<&PictureBox::autoSize, &PictureBox::setAutoSize>("AutoSize"),
-        });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable(
+            "PictureBox", &styledMembers(),
+            {
+                property<&PictureBox::picture, &PictureBox::setPicture>("Picture").asDefault(),
+                property<&PictureBox::borderStyle, &PictureBox::setBorderStyle>("BorderStyle"),
+                property<&PictureBox::appearance, &PictureBox::setAppearance>("Appearance"),
+                property<&PictureBox::autoSize, &PictureBox::setAutoSize>("AutoSize"),
+            });
+    });
 }
 
 void PictureBox::setPicture(const Ref<Picture>& picture)

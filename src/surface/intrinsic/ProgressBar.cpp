@@ -31,18 +31,19 @@ ProgressBar::ProgressBar() = default;
 const binding::MemberTable& ProgressBar::members() const
 {
     using binding::property;
-    static const binding::MemberTable table(
-        "ProgressBar", &baseMembers(),
-        {
-            property<&ProgressBar::value, &ProgressBar::setValue>("Value").asDefault(),
-            property<&ProgressBar::minimum, &ProgressBar::setMinimum>("Min"),
-            property<&ProgressBar::maximum, &ProgressBar::setMaximum>("Max"),
-            property<&ProgressBar::orientation, &ProgressBar::setOrientation>("Orientation"),
-            property<&ProgressBar::scrolling, &ProgressBar::setScrolling>("Scrolling"),
-            property<&ProgressBar::borderStyle, &ProgressBar::setBorderStyle>("BorderStyle"),
-            property<&ProgressBar::appearance, &ProgressBar::setAppearance>("Appearance"),
-        });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable(
+            "ProgressBar", &baseMembers(),
+            {
+                property<&ProgressBar::value, &ProgressBar::setValue>("Value").asDefault(),
+                property<&ProgressBar::minimum, &ProgressBar::setMinimum>("Min"),
+                property<&ProgressBar::maximum, &ProgressBar::setMaximum>("Max"),
+                property<&ProgressBar::orientation, &ProgressBar::setOrientation>("Orientation"),
+                property<&ProgressBar::scrolling, &ProgressBar::setScrolling>("Scrolling"),
+                property<&ProgressBar::borderStyle, &ProgressBar::setBorderStyle>("BorderStyle"),
+                property<&ProgressBar::appearance, &ProgressBar::setAppearance>("Appearance"),
+            });
+    });
 }
 
 void ProgressBar::setMinimum(float minimum)

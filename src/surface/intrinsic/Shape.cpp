@@ -63,19 +63,19 @@ Shape::Shape() = default;
 const binding::MemberTable& Shape::members() const
 {
     using binding::property;
-    static const binding::MemberTable table(
-        "Shape", &baseMembers(),
-        {
-            property<&Shape::shape, &Shape::setShape>("Shape").asDefault(),
-            property<&Shape::borderStyle, &Shape::setBorderStyle>("BorderStyle"),
-            property<&Shape::borderColor, &Shape::setBorderColor>("BorderColor"),
-            property<&Shape::borderWidth, &Shape::setBorderWidth>("BorderWidth"),
-            property<&Shape::fillStyle, &Shape::setFillStyle>("FillStyle"),
-            property<&Shape::fillColor, &Shape::setFillColor>("FillColor"),
-            property<&Shape::backStyle, &Shape::setBackStyle>("BackStyle"),
-            property<&Shape::backColor, &Shape::setBackColor>("BackColor"),
-        });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable("Shape", &baseMembers(),
+                                    {
+                                        property<&Shape::shape, &Shape::setShape>("Shape").asDefault(),
+                                        property<&Shape::borderStyle, &Shape::setBorderStyle>("BorderStyle"),
+                                        property<&Shape::borderColor, &Shape::setBorderColor>("BorderColor"),
+                                        property<&Shape::borderWidth, &Shape::setBorderWidth>("BorderWidth"),
+                                        property<&Shape::fillStyle, &Shape::setFillStyle>("FillStyle"),
+                                        property<&Shape::fillColor, &Shape::setFillColor>("FillColor"),
+                                        property<&Shape::backStyle, &Shape::setBackStyle>("BackStyle"),
+                                        property<&Shape::backColor, &Shape::setBackColor>("BackColor"),
+                                    });
+    });
 }
 
 void Shape::setShape(std::int16_t shape)

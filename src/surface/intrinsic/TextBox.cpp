@@ -56,22 +56,22 @@ TextBox::TextBox()
 const binding::MemberTable& TextBox::members() const
 {
     using binding::property;
-    static const binding::MemberTable table(
-        "TextBox", &widgetMembers(),
-        {
-            property<&TextBox::text, &TextBox::setText>("Text").asDefault(),
-            property<&TextBox::alignment, &TextBox::setAlignment>("Alignment"),
-            property<&TextBox::locked, &TextBox::setLocked>("Locked"),
-            property<&TextBox::maxLength, &TextBox::setMaxLength>("MaxLength"),
-            property<&TextBox::passwordChar, &TextBox::setPasswordChar>("PasswordChar"),
-            property<&TextBox::multiLine, &TextBox::setMultiLine>("MultiLine"),
-            property<&TextBox::scrollBars, &TextBox::setScrollBars>("ScrollBars"),
-            property<&TextBox::borderStyle, &TextBox::setBorderStyle>("BorderStyle"),
-            property<&TextBox::selStart, &TextBox::setSelStart>("SelStart"),
-            property<&TextBox::selLength, &TextBox::setSelLength>("SelLength"),
-            property<&TextBox::selText, &TextBox::setSelText>("SelText"),
-        });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable("TextBox", &widgetMembers(),
+                                    {
+                                        property<&TextBox::text, &TextBox::setText>("Text").asDefault(),
+                                        property<&TextBox::alignment, &TextBox::setAlignment>("Alignment"),
+                                        property<&TextBox::locked, &TextBox::setLocked>("Locked"),
+                                        property<&TextBox::maxLength, &TextBox::setMaxLength>("MaxLength"),
+                                        property<&TextBox::passwordChar, &TextBox::setPasswordChar>("PasswordChar"),
+                                        property<&TextBox::multiLine, &TextBox::setMultiLine>("MultiLine"),
+                                        property<&TextBox::scrollBars, &TextBox::setScrollBars>("ScrollBars"),
+                                        property<&TextBox::borderStyle, &TextBox::setBorderStyle>("BorderStyle"),
+                                        property<&TextBox::selStart, &TextBox::setSelStart>("SelStart"),
+                                        property<&TextBox::selLength, &TextBox::setSelLength>("SelLength"),
+                                        property<&TextBox::selText, &TextBox::setSelText>("SelText"),
+                                    });
+    });
 }
 
 void TextBox::setText(const QString& text)

@@ -62,19 +62,20 @@ Ref<FontObject> FontObject::fromQFont(const QFont& font)
 const binding::MemberTable& FontObject::members() const
 {
     using binding::property;
-    static const binding::MemberTable table(
-        "Font", nullptr,
-        {
-            property<&FontObject::name, &FontObject::setName>("Name").asDefault(),
-            property<&FontObject::size, &FontObject::setSize>("Size"),
-            property<&FontObject::bold, &FontObject::setBold>("Bold"),
-            property<&FontObject::italic, &FontObject::setItalic>("Italic"),
-            property<&FontObject::underline, &FontObject::setUnderline>("Underline"),
-            property<&FontObject::strikethrough, &FontObject::setStrikethrough>("Strikethrough"),
-            property<&FontObject::weight, &FontObject::setWeight>("Weight"),
-            property<&FontObject::charset, &FontObject::setCharset>("Charset"),
-        });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable(
+            "Font", nullptr,
+            {
+                property<&FontObject::name, &FontObject::setName>("Name").asDefault(),
+                property<&FontObject::size, &FontObject::setSize>("Size"),
+                property<&FontObject::bold, &FontObject::setBold>("Bold"),
+                property<&FontObject::italic, &FontObject::setItalic>("Italic"),
+                property<&FontObject::underline, &FontObject::setUnderline>("Underline"),
+                property<&FontObject::strikethrough, &FontObject::setStrikethrough>("Strikethrough"),
+                property<&FontObject::weight, &FontObject::setWeight>("Weight"),
+                property<&FontObject::charset, &FontObject::setCharset>("Charset"),
+            });
+    });
 }
 
 void FontObject::setName(const QString& name)

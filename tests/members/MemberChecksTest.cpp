@@ -1,6 +1,6 @@
-#include "support/MemberTableChecks.h"
+#include "MemberChecks.h"
 
-#include "Sample.h"
+#include "binding/Sample.h"
 
 #include <gtest/gtest.h>
 
@@ -55,12 +55,12 @@ private:
 
 } // namespace
 
-TEST(MemberTableChecks, FindNothingOnASoundClass)
+TEST(MemberChecks, FindNothingOnASoundClass)
 {
     EXPECT_EQ(brokenRules(*make<Sample>()), Rules());
 }
 
-TEST(MemberTableChecks, LeaveTheObjectAsItWas)
+TEST(MemberChecks, LeaveTheObjectAsItWas)
 {
     const auto object = make<Sample>();
     object->setCaption(QStringLiteral("c"));
@@ -72,7 +72,7 @@ TEST(MemberTableChecks, LeaveTheObjectAsItWas)
     EXPECT_EQ(object->Small(), 1);
 }
 
-TEST(MemberTableChecks, FindEveryRuleThatIsBroken)
+TEST(MemberChecks, FindEveryRuleThatIsBroken)
 {
     const Rules expected = {
         "table: has more than one default member",
@@ -88,9 +88,9 @@ TEST(MemberTableChecks, FindEveryRuleThatIsBroken)
     EXPECT_EQ(brokenRules(*make<Broken>()), expected);
 }
 
-TEST(MemberTableChecks, LeaveOutWhatIsExempt)
+TEST(MemberChecks, LeaveOutWhatIsExempt)
 {
-    MemberTableExemptions exemptions;
+    MemberExemptions exemptions;
     exemptions.notRead = {"counting", "Failing", "Mislabelled"};
     exemptions.notWritten = {"Forgetful", "Refusing", "HASTY"};
     const Rules expected = {"table: has more than one default member",

@@ -2,11 +2,14 @@
 
 #include "binding/MemberTable.h"
 #include "binding/Object.h"
+#include "support/ErrorOf.h"
+#include "values/NumberText.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <initializer_list>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -14,19 +17,20 @@
 namespace zan::binding {
 
 /// Members of a class that the checks leave alone, by name: there has to be a reason for each.
-struct MemberTableExemptions
+struct MemberExemptions
 {
+    bool keepsNothing = false;        ///< an abstract class: what is written goes nowhere
     std::vector<const char*> notRead; ///< reading changes something, or raises on an object with nothing behind it
     std::vector<const char*> notWritten; ///< writing changes something else, or does not keep what is written
 };
 
 /// Walks the member table of an object and tries every member on it. Whatever breaks a rule that holds for every class
 /// is one complaint. Properties without indices are read, written with what was read, written with other values of
-/// their type and put back; methods are never called.
-class MemberTableChecks
+/// their type and put back as a document would; methods are never called.
+class MemberChecks
 {
 public:
-    explicit MemberTableChecks(Object& object, MemberTableExemptions exemptions = {})
+    explicit MemberChecks(Object& object, MemberExemptions exemptions = {})
         : m_object(&object)
         , m_exemptions(std::move(exemptions))
     {}
@@ -116,8 +120,8 @@ private:
                         m_object->tryPutText(member.name, QStringLiteral("1")) == AccessStatus::ReadOnly,
                     member, "can be written");
         if (member.requiredArguments > 0 && member.get)
-            require(errorOf([&] { m_object->get(member.name); }) == ErrorNumber::WrongArgumentCount, member,
-                    "takes fewer arguments than it needs");
+            require(test::errorOf([&] { m_object->get(member.name); }) == int(ErrorNumber::WrongArgumentCount),
+                    member, "takes fewer arguments than it needs");
     }
 
     void checkValue(const Member& member)
@@ -129,7 +133,7 @@ private:
         Variant second;
         require(m_object->tryGet(member.name, second) == AccessStatus::Ok && same(first, second), member,
                 "gives another value when it is read again");
-        if (!member.put || isExempt(m_exemptions.notWritten, member))
+        if (!member.put || m_exemptions.keepsNothing || isExempt(m_exemptions.notWritten, member))
             return;
         require(m_object->tryPut(member.name, first) == AccessStatus::Ok, member, "refuses the value that it has");
         require(m_object->tryGet(member.name, second) == AccessStatus::Ok && same(first, second), member,
@@ -140,12 +144,32 @@ private:
             require(m_object->tryGet(member.name, second) == AccessStatus::Ok &&
                         same(taken ? other : first, second),
                     member, taken ? "does not keep what is written" : "changes although it refuses");
-            require(m_object->tryPut(member.name, first) == AccessStatus::Ok, member, "cannot be put back");
+            require(putBack(member, first), member, "cannot be put back");
         }
         if (member.type != ValueType::Object)
             require(m_object->tryPut(member.name, Variant::nothing()) != AccessStatus::Ok ||
                         member.type == ValueType::Variant,
                     member, "takes Nothing for a value");
+    }
+
+    /// Puts the value back, as the text of a document's element where the type has one.
+    bool putBack(const Member& member, const Variant& value)
+    {
+        const std::optional<QString> text = elementText(value);
+        const AccessStatus status =
+            text ? m_object->tryPutText(member.name, *text) : m_object->tryPut(member.name, value);
+        Variant now;
+        return status == AccessStatus::Ok && m_object->tryGet(member.name, now) == AccessStatus::Ok &&
+               same(value, now);
+    }
+
+    static std::optional<QString> elementText(const Variant& value)
+    {
+        if (value.is(values::Kind::Boolean))
+            return value.boolean() ? QStringLiteral("-1") : QStringLiteral("0");
+        if (value.isText())
+            return value.text();
+        return value.isNumber() ? std::optional(values::documentText(values::toDouble(value))) : std::nullopt;
     }
 
     static std::vector<Variant> otherValues(ValueType type, const Variant& value)
@@ -215,19 +239,8 @@ private:
                values::toDouble(a) == values::toDouble(b);
     }
 
-    template <class Access>
-    static ErrorNumber errorOf(Access access)
-    {
-        try {
-            access();
-        } catch (const RuntimeError& error) {
-            return ErrorNumber(error.number());
-        }
-        return ErrorNumber::None;
-    }
-
     Ref<Object> m_object;
-    MemberTableExemptions m_exemptions;
+    MemberExemptions m_exemptions;
     std::set<QString> m_names;
     std::vector<std::string> m_complaints;
 };
@@ -235,9 +248,9 @@ private:
 /// Every rule that a member table of the object breaks; none for a sound one:
 /// `EXPECT_EQ(brokenRules(*object), Rules())`.
 using Rules = std::vector<std::string>;
-inline Rules brokenRules(Object& object, MemberTableExemptions exemptions = {})
+inline Rules brokenRules(Object& object, MemberExemptions exemptions = {})
 {
-    return MemberTableChecks(object, std::move(exemptions)).complaints();
+    return MemberChecks(object, std::move(exemptions)).complaints();
 }
 
 } // namespace zan::binding

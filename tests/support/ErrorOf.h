@@ -2,18 +2,20 @@
 
 #include "values/RuntimeError.h"
 
-namespace zan::surface::tests {
+#include <utility>
+
+namespace zan::test {
 
 /// Number of the run-time error that the call raises, 0 when it raises none.
 template <class Call>
 int errorOf(Call&& call)
 {
     try {
-        call();
+        std::forward<Call>(call)();
     } catch (const values::RuntimeError& error) {
         return error.number();
     }
     return 0;
 }
 
-} // namespace zan::surface::tests
+} // namespace zan::test
