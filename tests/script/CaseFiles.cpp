@@ -1,44 +1,23 @@
-// Every .vbs file in the folder `cases` is a test of its own; drop one in and it runs. A file says what it expects
-// with Ok(condition, text), Same(actual, expected, text) and Fails(number, statement).
+// Every .vbs file below the folder `cases` is a test of its own; drop one in and it runs. A file holds one rule or one
+// small family of rules, and says what it expects with Ok condition, text / Same actual, expected, text /
+// Fails number, statements / Gives expression, type, text.
 
-#include "script/ScriptControl.h"
-
-#include "binding/MemberTable.h"
-#include "values/Convert.h"
+#include "CaseChecks.h"
 
 #include <gtest/gtest.h>
 
-#include <QDir>
+#include <QDirIterator>
 #include <QFile>
+#include <QRegularExpression>
 
+#include <algorithm>
+
+using script_test::CaseChecks;
 using zan::script::ScriptControl;
-using zan::values::Ref;
-using zan::values::Variant;
 
 namespace {
 
 const QString Folder = QStringLiteral("tests/script/cases");
-
-/// Counts what a case says, and complains where it is wrong.
-class Checks : public zan::binding::Object
-{
-public:
-    const zan::binding::MemberTable& members() const override
-    {
-        static const zan::binding::MemberTable table("Checks", nullptr,
-                                                     {zan::binding::method<&Checks::note>("Note")});
-        return table;
-    }
-    void note(bool holds, const QString& text)
-    {
-        ++m_count;
-        EXPECT_TRUE(holds) << qPrintable(text);
-    }
-    int count() const { return m_count; }
-
-private:
-    int m_count = 0;
-};
 
 QString textOf(const QString& path)
 {
@@ -49,11 +28,14 @@ QString textOf(const QString& path)
 class CaseFile : public testing::TestWithParam<QString>
 {};
 
+/// Paths below the folder.
 std::vector<QString> caseNames()
 {
     std::vector<QString> names;
-    for (const QString& name : QDir(Folder).entryList({QStringLiteral("*.vbs")}, QDir::Files, QDir::Name))
-        names.push_back(name);
+    QDirIterator files(Folder, {QStringLiteral("*.vbs")}, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext())
+        names.push_back(files.next().mid(Folder.size() + 1));
+    std::sort(names.begin(), names.end());
     return names;
 }
 
@@ -65,6 +47,22 @@ std::string nameOfCase(const testing::TestParamInfo<QString>& info)
             c = QLatin1Char('_');
     }
     return name.toStdString();
+}
+
+/// Lines, from 1, that begin with a check. Under On Error Resume Next a check whose condition fails is passed over in
+/// silence: every one of them must have been made.
+std::vector<int> linesWithChecks(const QString& text)
+{
+    static const QRegularExpression check(QStringLiteral("^\\s*(Ok|Same|Fails|Gives)\\s"),
+                                          QRegularExpression::CaseInsensitiveOption);
+    std::vector<int> lines;
+    int number = 0;
+    for (const QString& line : text.split(QLatin1Char('\n'))) {
+        ++number;
+        if (check.match(line).hasMatch())
+            lines.push_back(number);
+    }
+    return lines;
 }
 
 int totalAssertions = 0;
@@ -80,16 +78,26 @@ const testing::Environment* const counter = testing::AddGlobalTestEnvironment(ne
 
 TEST_P(CaseFile, HoldsThroughout)
 {
-    const auto checks = zan::values::make<Checks>();
+    const QString path = Folder + QLatin1Char('/') + GetParam();
+    const std::string file = path.toStdString();
+    const QString text = textOf(path);
     ScriptControl control;
-    control.AddObject(QStringLiteral("Checks"), checks);
+    const auto checks = zan::values::make<CaseChecks>(control, path);
+    ASSERT_TRUE(control.AddObject(QStringLiteral("Checks"), checks, true));
     ASSERT_TRUE(control.AddCode(textOf(QStringLiteral("tests/script/prelude.vbs"))))
         << control.Error().Line() << qPrintable(control.Error().Description());
-    const bool ran = control.AddCode(textOf(QDir(Folder).filePath(GetParam())));
-    EXPECT_TRUE(ran) << "line " << control.Error().Line() << ", column " << control.Error().Column() << ": "
-                     << control.Error().Number() << " " << qPrintable(control.Error().Description()) << " "
-                     << qPrintable(control.Error().Text());
-    EXPECT_GT(checks->count(), 0) << "a case that checks nothing";
+    if (!control.AddCode(text)) {
+        const auto& error = control.Error();
+        ADD_FAILURE_AT(file.c_str(), error.Line()) << "column " << error.Column() << ": error " << error.Number()
+                                                   << " " << qPrintable(error.Description());
+        return;
+    }
+    const std::vector<int> expected = linesWithChecks(text);
+    EXPECT_FALSE(expected.empty()) << "a case that checks nothing";
+    for (const int line : expected) {
+        if (!checks->lines().contains(line))
+            ADD_FAILURE_AT(file.c_str(), line) << "this check was never made";
+    }
     totalAssertions += checks->count();
 }
 
