@@ -349,11 +349,9 @@ Variant negate(const Variant& a)
 
 Variant plus(const Variant& a)
 {
-    if (a.isObject())
-        return plus(plainValue(a));
     if (a.isArray())
         raise(ErrorNumber::TypeMismatch);
-    return a;
+    return a; // an object too: nothing asks for its value
 }
 
 Variant concatenate(const Variant& a, const Variant& b)

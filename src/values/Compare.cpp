@@ -105,6 +105,8 @@ Ordering orderTextAgainst(const Variant& text, const Variant& other, Operand tex
         return order(toDouble(text), toDouble(other));
     if (other.is(Kind::Error))
         raise(ErrorNumber::TypeMismatch);
+    if (other.is(Kind::Date)) // the text is read as a date, and must be one
+        return order(toDate(text).serial, other.date().serial);
     if (textOperand == Operand::TextLiteral)
         return orderText(text.text(), toText(other));
     return Ordering::Greater;

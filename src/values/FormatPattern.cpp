@@ -207,6 +207,8 @@ private:
     void finishNumber();
     bool takeDateStep();
     bool takeTextStep();
+    void addPlace(Step step);
+    void setCase(LetterCase letterCase);
 
     QStringView m_text;
     qsizetype m_place = 0;
@@ -215,6 +217,7 @@ private:
     std::int32_t m_firstZero = -1; ///< first whole place that always shows
     std::int64_t m_commas = 0;     ///< commas since the last digit place
     bool m_afterHour = false;      ///< the last date field was an hour: `m` is minutes
+    LetterCase m_case = LetterCase::Kept;
 };
 
 void SectionParser::takePlace(bool always)
@@ -234,21 +237,23 @@ void SectionParser::takePlace(bool always)
     m_commas = 0;
 }
 
-/// `E+00` and its like; without a digit place after the sign the letters are literals.
+/// `E+00` and its like; without a digit after the sign the letters are literals. Any digit there is a place of the
+/// exponent: a number before a literal "e-1" would read as a tenth of itself.
 bool SectionParser::takeExponent()
 {
     if (m_section.hasExponent || m_text.size() - m_place < 3)
         return false;
     const QChar sign = m_text[m_place + 1];
     const QChar first = m_text[m_place + 2];
-    if ((sign != u'+' && sign != u'-') || (first != u'0' && first != u'#'))
+    const auto isPlace = [](QChar unit) { return unit == u'#' || (unit >= u'0' && unit <= u'9'); };
+    if ((sign != u'+' && sign != u'-') || !isPlace(first))
         return false;
     m_section.hasExponent = true;
     m_section.exponentLetter = m_text[m_place].unicode();
     m_section.exponentPlus = sign == u'+';
     m_place += 2;
-    for (; m_place < m_text.size() && (m_text[m_place] == u'0' || m_text[m_place] == u'#'); ++m_place)
-        m_section.leastExponent += m_text[m_place] == u'0' ? 1 : 0;
+    for (; m_place < m_text.size() && isPlace(m_text[m_place]); ++m_place)
+        m_section.leastExponent += m_text[m_place] == u'#' ? 0 : 1;
     add(Step::Exponent);
     return true;
 }
@@ -346,22 +351,39 @@ bool SectionParser::takeDateStep()
     }
 }
 
+void SectionParser::addPlace(Step step)
+{
+    add(step);
+    m_section.items.back().letterCase = m_case;
+    ++m_section.textPlaces;
+}
+
+/// One mark counts for the whole text wherever it stands; of several each counts from its place on.
+void SectionParser::setCase(LetterCase letterCase)
+{
+    if (m_case == LetterCase::Kept) {
+        m_section.letterCase = letterCase;
+        for (FormatSection::Item& item : m_section.items)
+            item.letterCase = letterCase;
+    }
+    m_section.mixedCase = m_section.mixedCase || letterCase != m_section.letterCase;
+    m_case = letterCase;
+}
+
 bool SectionParser::takeTextStep()
 {
     switch (m_text[m_place].unicode()) {
     case u'@':
-        add(Step::Space);
-        ++m_section.textPlaces;
+        addPlace(Step::Space);
         break;
     case u'&':
-        add(Step::Nothing);
-        ++m_section.textPlaces;
+        addPlace(Step::Nothing);
         break;
     case u'<':
-        m_section.letterCase = LetterCase::Lower;
+        setCase(LetterCase::Lower);
         break;
     case u'>':
-        m_section.letterCase = LetterCase::Upper;
+        setCase(LetterCase::Upper);
         break;
     case u'!':
         m_section.fillFromLeft = true;

@@ -70,6 +70,7 @@ struct FormatSection
     {
         Step step;
         std::int32_t count;
+        LetterCase letterCase = LetterCase::Kept; ///< of a text place
     };
 
     SectionKind kind = SectionKind::Empty;
@@ -94,7 +95,8 @@ struct FormatSection
     // Text
     std::int32_t textPlaces = 0;
     bool fillFromLeft = false;
-    LetterCase letterCase = LetterCase::Kept;
+    LetterCase letterCase = LetterCase::Kept; ///< of the whole text, by the section's first mark
+    bool mixedCase = false;                   ///< a later mark says otherwise; each place has its own case then
 };
 
 /// Formats that have no sections.

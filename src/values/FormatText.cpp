@@ -2,13 +2,33 @@
 
 namespace zan::values {
 
+namespace {
+
+QString inCase(const QString& text, LetterCase letterCase)
+{
+    switch (letterCase) {
+    case LetterCase::Lower:
+        return text.toLower();
+    case LetterCase::Upper:
+        return text.toUpper();
+    case LetterCase::Kept:
+        break;
+    }
+    return text;
+}
+
+} // namespace
+
 void putText(FormatOutput& output, const FormatSection& section, const QString& text)
 {
-    QString shown = text;
-    if (section.letterCase == LetterCase::Lower)
-        shown = text.toLower();
-    else if (section.letterCase == LetterCase::Upper)
-        shown = text.toUpper();
+    QString shown = section.mixedCase ? text : inCase(text, section.letterCase);
+    LetterCase letterCase = section.letterCase; // of the place at hand, where the section mixes cases
+    const auto put = [&](QStringView piece) {
+        if (section.mixedCase)
+            output.put(inCase(piece.toString(), letterCase));
+        else
+            output.put(piece);
+    };
 
     // Places are filled from the right, so with too few characters the first places stay empty.
     const qsizetype places = section.textPlaces;
@@ -23,19 +43,20 @@ void putText(FormatOutput& output, const FormatSection& section, const QString& 
             literal += item.count;
             continue;
         }
+        letterCase = item.letterCase;
         if (place >= empty && next < shown.size())
-            output.put(shown[next++].unicode());
+            put(QStringView(shown).mid(next++, 1));
         else if (item.step == Step::Space)
             output.put(u' ');
         ++place;
         if (place == places) {
             // COMPAT: what finds no place of its own spills at the last one.
-            output.put(QStringView(shown).mid(next));
+            put(QStringView(shown).mid(next));
             next = shown.size();
         }
     }
     if (places == 0)
-        output.put(shown); // "<" and ">" alone: the whole text
+        put(shown); // "<" and ">" alone: the whole text
 }
 
 } // namespace zan::values

@@ -15,6 +15,19 @@ struct Bits
     bool isNull = false;
 };
 
+/// A text counts as a Long where it is a number, as a Boolean where it is the word for one.
+Bits bitsOfText(const Variant& text)
+{
+    std::int32_t whole = 0;
+    bool word = false;
+    const ErrorNumber error = tryToLong(text, whole);
+    if (error == ErrorNumber::None)
+        return {whole, Width::Long, false};
+    if (error != ErrorNumber::TypeMismatch || tryToBoolean(text, word) != ErrorNumber::None)
+        raise(error);
+    return {word ? -1 : 0, Width::Boolean, false};
+}
+
 Bits bitsOf(const Variant& value)
 {
     switch (value.kind()) {
@@ -26,6 +39,8 @@ Bits bitsOf(const Variant& value)
         return {value.byte(), Width::Byte, false};
     case Kind::Integer:
         return {value.integer(), Width::Integer, false};
+    case Kind::String:
+        return bitsOfText(value);
     default:
         return {toLong(value), Width::Long, false}; // Empty too
     }

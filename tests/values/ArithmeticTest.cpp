@@ -270,6 +270,7 @@ TEST(Arithmetic, UnaryPlusLeavesTextAndEmptyAsTheyAre)
     EXPECT_EQ(describe(plus(Variant())), "Empty");
     EXPECT_EQ(describe(plus(true)), "Boolean True");
     EXPECT_EQ(describe(plus(whole(5))), "Integer 5");
+    EXPECT_TRUE(plus(Variant::nothing()).isObject()) << "an object is not asked for its value";
 }
 
 TEST(Arithmetic, ConcatenationTakesNullForNoTextUnlessBothAreNull)

@@ -123,6 +123,16 @@ TEST(Compare, ATextLiteralMakesANumberText)
     EXPECT_EQ(ordered(u"abc", whole(5), TextLiteral, PlainValue), ">");
 }
 
+TEST(Compare, TextBesideADateIsReadAsOneAndMustBeOne)
+{
+    EXPECT_EQ(ordered(u"1/1/2000", Date{36526}), "=");
+    EXPECT_EQ(ordered(Date{36526}, u"1/2/2000"), "<");
+    EXPECT_EQ(ordered(u"36527", Date{36526}), ">");
+    EXPECT_EQ(ordered(u"1/1/2000", Date{36526}, TextLiteral, PlainValue), "=");
+    EXPECT_EQ(ordered(u"abc", Date{36526}), "error 13");
+    EXPECT_EQ(ordered(Date{36526}, u"", PlainValue, TextLiteral), "error 13");
+}
+
 TEST(Compare, ABooleanBesideATextLiteralIsItsEnglishWord)
 {
     EXPECT_EQ(ordered(u"True", true, TextLiteral, PlainValue), "=");

@@ -258,6 +258,20 @@ TEST(FormatDate, WeekOneMayBeTheFirstOfFourDaysOrTheFirstFullOne)
     EXPECT_EQ(week(moment(2006, 1, 1), FirstDayOfWeek::Sunday, FirstWeekOfYear::FirstFullWeek), 1);
 }
 
+TEST(FormatDate, TheMondayBeforeALeapYearThatOpensItsWeekOneIsWeekFiftyThree)
+{
+    const auto week = [](const Date& date, FirstDayOfWeek day, FirstWeekOfYear first) {
+        return format(date, u"ww", day, first).toInt();
+    };
+    using enum FirstWeekOfYear;
+    for (const Date& monday : {moment(2003, 12, 29), moment(2007, 12, 31), moment(2019, 12, 30)})
+        EXPECT_EQ(week(monday, FirstDayOfWeek::Monday, FirstFourDays), 53);
+    EXPECT_EQ(week(moment(2003, 12, 30), FirstDayOfWeek::Monday, FirstFourDays), 1) << "the Tuesday after it";
+    EXPECT_EQ(week(moment(2014, 12, 29), FirstDayOfWeek::Monday, FirstFourDays), 1) << "2015 is no leap year";
+    EXPECT_EQ(week(moment(2003, 12, 28), FirstDayOfWeek::Sunday, FirstFourDays), 53) << "by the rule itself";
+    EXPECT_EQ(week(moment(2019, 12, 30), FirstDayOfWeek::Tuesday, FirstFourDays), 52);
+}
+
 TEST(FormatDate, ANumberUnderADateFormatIsASerialNumber)
 {
     expectFormats({

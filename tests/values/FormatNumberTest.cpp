@@ -216,6 +216,19 @@ TEST(FormatNumber, AnExponentTakesADigitForEveryPlace)
     });
 }
 
+TEST(FormatNumber, AnyDigitAfterTheSignIsAPlaceOfTheExponent)
+{
+    expectFormats({
+        {1234.5678, u"0.0000e-1", u"1.2346e3"},
+        {1234.5678, u"0.0000e+1", u"1.2346e+3"},
+        {0.0001234, u"0.0000e-1", u"1.2340e-4"},
+        {0.0001234, u"0.0000e+1", u"1.2340e-4"},
+        {0, u"0.0000e-1", u"0.0000e0"},
+        {1e12, u"0.0e-1", u"1.0e12"},
+        {5, u"0.0E+10", u"5.0E+00"},
+    });
+}
+
 TEST(FormatNumber, AnEWithoutSignOrPlaceIsALiteral)
 {
     expectFormats({

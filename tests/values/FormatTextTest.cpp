@@ -57,6 +57,32 @@ TEST(FormatText, LessAndGreaterForceTheCase)
     });
 }
 
+TEST(FormatText, OfSeveralMarksEachForcesTheCaseFromItsPlaceOn)
+{
+    expectFormats({
+        {u"aB", u"<&>&", u"aB"},
+        {u"Ab", u"<&>&", u"aB"},
+        {u"Ab", u">&<&", u"Ab"},
+        {u"abCD", u"<&>&", u"aBCD"},
+        {u"aBcD", u"&>&<&&", u"ABcd"},
+        {u"Hello", u"@@@@@>", u"HELLO"},
+        {u"Hello", u"@@>@@@>", u"HELLO"},
+    });
+}
+
+TEST(FormatText, ABackslashTakesTheNextCharacterAsItStands)
+{
+    expectFormats({
+        {u"aB", u"@\\x", u"aBx"},
+        {u"", u"@\\x", u" x"},
+        {u"aB", u">@@\\x", u"ABx"},
+        {u"aB", u"@\\@@", u"a@B"},
+        {u"aB", u"&\\>&", u"a>B"},
+        {u"aB", u"@@\\\\", u"aB\\"},
+        {5, u"@\\x", u"5x"},
+    });
+}
+
 TEST(FormatText, ThePublishedExamplesHold)
 {
     expectFormats({{u"HELLO", u"<", u"hello"}, {u"This is it", u">", u"THIS IS IT"}});

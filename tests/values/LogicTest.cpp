@@ -54,6 +54,15 @@ TEST(Logic, RealNumbersAndTextAreRoundedToALong)
     EXPECT_EQ(describe(logicalNot(0.0)), "Long -1");
 }
 
+TEST(Logic, TheWordForABooleanIsOne)
+{
+    EXPECT_EQ(describe(logicalNot(u"#FALSE#")), "Boolean True");
+    EXPECT_EQ(describe(logicalNot(u"True")), "Boolean False");
+    EXPECT_EQ(made(logicalAnd, u"#TRUE#", true), "Boolean True");
+    EXPECT_EQ(made(logicalAnd, u"true", whole(3)), "Integer 3");
+    EXPECT_EQ(made(logicalOr, u"#NULL#", true), "error 13");
+}
+
 TEST(Logic, EmptyIsALongZero)
 {
     EXPECT_EQ(describe(logicalNot(Variant())), "Long -1");
