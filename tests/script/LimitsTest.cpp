@@ -230,7 +230,6 @@ TEST(Limits, LongButFlatTextsAreFine)
         QStringLiteral("x = 1") + repeated(" + 1", Many),
         QStringLiteral("x = \"a\"") + repeated(" & \"a\"", Many),
         QStringLiteral("x = 1") + repeated(" And 1", Many),
-        QStringLiteral("Const c = 1") + repeated(" + 0", Many),
         QStringLiteral("If 0 Then\n") + repeated("ElseIf 0 Then\nx = 1\n", Many) + QStringLiteral("End If"),
         repeated("x = 1 : ", Many),
         QStringLiteral("Dim a0") + repeated("x, b", 1).left(0),

@@ -3,6 +3,7 @@
 #include "script/syntax/Ast.h"
 
 #include <memory>
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
@@ -123,6 +124,8 @@ inline constexpr int RightLiteralShift = 10;
 inline constexpr std::uint16_t MemberWithParentheses = 2;
 
 enum class RunMode : std::uint16_t { Eval, Execute, ExecuteGlobal };
+/// Which of the three names that run a text this one is; nothing for any other name.
+std::optional<RunMode> runModeOf(values::Name name);
 
 struct ClassInfo;
 struct ClassMember;

@@ -94,11 +94,16 @@ void Compiler::declareBlockGlobals(const Block& statements)
         if (node->kind == StatementKind::Dim) {
             for (const Declarator& item : node->declarators) {
                 const Symbol* old = m_context.symbols.find(item.name);
+                if (old && old->kind == Symbol::Kind::Constant)
+                    throw CompileError(SyntaxError::NameRedefined, item.position);
                 if (old && old->kind == Symbol::Kind::Variable && item.isArray)
                     m_redeclaredArrays.insert(m_context.symbols.numberOf(*old));
                 addDeclaration(Declaration::Kind::Variable, item.name, {});
             }
         } else if (node->kind == StatementKind::Const) {
+            const Symbol* old = m_context.symbols.find(node->name);
+            if (old && old->kind == Symbol::Kind::Variable)
+                throw CompileError(SyntaxError::NameRedefined, node->position);
             addDeclaration(Declaration::Kind::Constant, node->name, {.value = node->value->value});
         } else if (node->kind == StatementKind::ReDim) {
             for (const Expression* item : node->items) {
@@ -386,12 +391,8 @@ Compiler::Resolved Compiler::resolveGlobal(values::Name name) const
         if (symbol->kind != Symbol::Kind::Undefined)
             return at(Kinds[int(symbol->kind)], m_context.symbols.numberOf(*symbol));
     }
-    constexpr std::pair<const char*, RunMode> RunTexts[] = {
-        {"eval", RunMode::Eval}, {"execute", RunMode::Execute}, {"executeglobal", RunMode::ExecuteGlobal}};
-    for (const auto& [word, mode] : RunTexts) {
-        if (name.folded().text() == QLatin1String(word))
-            return {.where = Where::RunText, .number = std::uint32_t(mode)};
-    }
+    if (const std::optional<RunMode> mode = runModeOf(name))
+        return {.where = Where::RunText, .number = std::uint32_t(*mode)};
     if (const int number = findBuiltin(name); number >= 0)
         return {.where = Where::Builtin, .number = std::uint32_t(number)};
     if (const Variant* found = findConstant(name)) {

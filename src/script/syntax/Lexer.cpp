@@ -13,6 +13,7 @@ namespace zan::script {
 namespace {
 
 constexpr qsizetype LongestIdentifier = 255;
+constexpr qsizetype LongestKeyword = 8;
 
 bool isLetter(char16_t c) noexcept
 {
@@ -154,8 +155,8 @@ std::vector<Token> Lexer::run()
             bracketedName();
         else if (isDigit(c) || (c == u'.' && isDigit(at(m_place + 1))))
             number();
-        else if (c == u'&' && startsBasedNumber())
-            basedNumber((at(m_place + 1) | 0x20) == u'h' ? 16 : 8);
+        else if (const Prefix prefix = c == u'&' ? numberPrefix() : Prefix(); prefix.base != 0)
+            basedNumber(prefix);
         else if (c == u'"')
             text();
         else if (c == u'#')
@@ -267,7 +268,7 @@ void Lexer::number()
     bool valid = false;
     const double value = QLocale::c().toDouble(m_text.sliced(start, m_place - start), &valid);
     if (!(std::abs(value) <= std::numeric_limits<double>::max())) {
-        bad(SyntaxError::InvalidNumber, m_place);
+        bad(SyntaxError::InvalidNumber, start);
         return;
     }
     Token& token = push(TokenKind::Number, start);
@@ -279,23 +280,59 @@ void Lexer::number()
         token.value = values::Variant(value);
 }
 
-/// `&` starts a number where `h` or `o` and nothing but digits of that base follow: in "a"&hello it joins texts.
-bool Lexer::startsBasedNumber() const
+/// Whether the last token ends an operand, so that an `&` after it joins texts.
+bool Lexer::afterOperand() const noexcept
 {
-    const char16_t letter = at(m_place + 1) | 0x20;
-    const int base = letter == u'h' ? 16 : letter == u'o' ? 8 : 0;
-    qsizetype end = m_place + 2;
-    while (base != 0 && digitValue(at(end)) < base)
-        ++end;
-    return end > m_place + 2 && !isWordCharacter(at(end));
+    using enum TokenKind;
+    if (m_tokens.empty())
+        return false;
+    switch (m_tokens.back().kind) {
+    case Identifier:
+    case Number:
+    case Text:
+    case Date:
+    case CloseParenthesis:
+    case True:
+    case False:
+    case TokenKind::Empty:
+    case Null:
+    case Nothing:
+    case Me:
+        return true;
+    default: // a keyword after a dot is the name of a member
+        return m_tokens.back().isWord() && m_tokens.size() > 1 && m_tokens[m_tokens.size() - 2].kind == Dot;
+    }
 }
 
-void Lexer::basedNumber(int base)
+/// `&` starts a number where `h` or `o` and digits of that base follow, and then the word ends or a keyword begins:
+/// `&h01or&h02` is two numbers, but in "a"&hello the `&` joins texts. With no letter the digits are octal; there only
+/// the place tells the number from the operator.
+Lexer::Prefix Lexer::numberPrefix() const
+{
+    const char16_t letter = at(m_place + 1) | 0x20;
+    if (letter != u'h' && letter != u'o')
+        return digitValue(at(m_place + 1)) < 8 && !afterOperand() ? Prefix{8, 1} : Prefix();
+    const Prefix prefix{letter == u'h' ? 16 : 8, 2};
+    qsizetype end = m_place + 2;
+    while (digitValue(at(end)) < prefix.base)
+        ++end;
+    if (end == m_place + 2)
+        return {};
+    const qsizetype word = end;
+    while (isWordCharacter(at(end)))
+        ++end;
+    const bool ends = end == word || (isLetter(at(word)) && end - word <= LongestKeyword &&
+                                      keywords().contains(values::Name(m_text.sliced(word, end - word)).folded()));
+    return ends ? prefix : Prefix();
+}
+
+void Lexer::basedNumber(Prefix prefix)
 {
     const qsizetype start = m_place;
+    const int base = prefix.base;
     std::uint64_t value = 0;
     bool fits = true;
-    for (m_place += 2; digitValue(here()) < base; ++m_place) {
+    for (m_place += prefix.length; digitValue(here()) < base; ++m_place) {
         value = value * std::uint64_t(base) + std::uint64_t(digitValue(here()));
         fits = fits && value <= 0xffffffffu;
         if (!fits)
@@ -305,15 +342,16 @@ void Lexer::basedNumber(int base)
     if (longSuffix)
         ++m_place;
     if (!fits) {
-        bad(SyntaxError::InvalidNumber, m_place);
+        bad(SyntaxError::InvalidNumber, start);
         return;
     }
     Token& token = push(TokenKind::Number, start);
     // COMPAT: four digits are a signed 16-bit pattern unless the suffix says Long, and whatever then fits an
-    // Integer is one: &hffff is -1, &hffff& is 65535, &hffffffff& is Integer -1.
+    // Integer is one: &hffff is -1, &hffff& is 65535, &hffffffff& is Integer -1. Only -32768 is a Long, as it is
+    // when written in decimal: &h8000.
     const std::int32_t pattern =
         !longSuffix && value <= 0xffff ? std::int16_t(value) : std::int32_t(std::uint32_t(value));
-    if (pattern >= -32768 && pattern <= 32767)
+    if (pattern > -32768 && pattern <= 32767)
         token.value = values::Variant(std::int16_t(pattern));
     else
         token.value = values::Variant(pattern);
@@ -395,9 +433,20 @@ void Lexer::punctuation()
     case u'>':
         return next == u'=' ? take(GreaterEqual, 2) : next == u'<' ? take(NotEqual, 2) : take(Greater, 1);
     default:
-        bad(SyntaxError::InvalidCharacter, m_place);
+        bad(SyntaxError::InvalidCharacter, offendingPlace());
         ++m_place;
     }
+}
+
+/// Place of a character that fits nowhere. A line continuation is misplaced because of what follows it on its line.
+qsizetype Lexer::offendingPlace() const noexcept
+{
+    qsizetype place = m_place + 1;
+    if (here() != u'_' || isWordCharacter(at(place)))
+        return m_place;
+    while (isBlank(at(place)))
+        ++place;
+    return place;
 }
 
 Token& Lexer::push(TokenKind kind, qsizetype start)

@@ -34,11 +34,19 @@ private:
     void word();
     void bracketedName();
     void number();
-    void basedNumber(int base);
-    bool startsBasedNumber() const;
+    /// The start of a number that is not decimal: `&h`, `&o`, or `&` alone before octal digits.
+    struct Prefix
+    {
+        int base = 0; ///< 0: there is no such number here
+        int length = 0;
+    };
+    Prefix numberPrefix() const;
+    bool afterOperand() const noexcept;
+    void basedNumber(Prefix prefix);
     void text();
     void date();
     void punctuation();
+    qsizetype offendingPlace() const noexcept;
     Token& push(TokenKind kind, qsizetype start);
     void bad(SyntaxError error, qsizetype place);
     void take(TokenKind kind, qsizetype length);

@@ -79,12 +79,14 @@ private:
     values::Variant constantValue(const Expression& node) const;
 
     // Statements
-    void statements(Block& block, Enclosing enclosing);
+    void statements(Block& block, Enclosing enclosing, int openLine = 0);
     void statement(Block& block, Enclosing enclosing);
     Statement* newStatement(StatementKind kind);
     bool endsBlock(Enclosing enclosing) const;
-    void afterStatement(Enclosing enclosing);
+    void afterStatement(Enclosing enclosing, int openLine = 0);
     bool keywordStatement(Block& block, Enclosing enclosing);
+    bool blockStatement(Block& block, Enclosing enclosing);
+    bool procedureInBlock(Enclosing enclosing);
     void expressionStatement(Block& block);
     Expression* parenthesise(Expression* inner);
     void callStatement(Block& block);

@@ -13,15 +13,11 @@ void Parser::ifStatement(Block& block, Enclosing)
     advance();
     first.condition = expression();
     expect(TokenKind::Then, SyntaxError::ExpectedThen);
-    const std::size_t afterThen = m_place;
-    while (at(TokenKind::Colon))
-        advance();
-    if (at(TokenKind::EndOfLine)) {
+    // Anything but a comment after Then makes it an If of one line, even a colon with nothing behind it.
+    if (atLineEnd())
         blockIf(*node);
-        return;
-    }
-    m_place = afterThen;
-    inlineIf(*node);
+    else
+        inlineIf(*node);
 }
 
 void Parser::blockIf(Statement& node)
@@ -32,8 +28,9 @@ void Parser::blockIf(Statement& node)
         branch.position = token().position;
         advance();
         branch.condition = expression();
+        const int line = token().position.line;
         expect(TokenKind::Then, SyntaxError::ExpectedThen);
-        statements(node.branches.back().body, Enclosing::If);
+        statements(node.branches.back().body, Enclosing::If, line);
     }
     if (accept(TokenKind::Else)) {
         node.hasElse = true;

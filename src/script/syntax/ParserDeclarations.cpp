@@ -140,6 +140,7 @@ void Parser::procedureBody(ProcedureNode& node)
     const ProcedureNode* const outerProcedure = std::exchange(m_procedure, &node);
     const int doDepth = std::exchange(m_doDepth, 0);
     const int forDepth = std::exchange(m_forDepth, 0);
+    const int withDepth = std::exchange(m_withDepth, 0);
     statements(node.body, Enclosing::Procedure);
     node.endPosition = token().position;
     expect(TokenKind::End, SyntaxError::ExpectedEnd);
@@ -155,6 +156,7 @@ void Parser::procedureBody(ProcedureNode& node)
     m_procedure = outerProcedure;
     m_doDepth = doDepth;
     m_forDepth = forDepth;
+    m_withDepth = withDepth;
 }
 
 void Parser::classDeclaration()
@@ -174,7 +176,8 @@ void Parser::classDeclaration()
         if (at(TokenKind::EndOfText))
             fail(SyntaxError::ExpectedEnd);
         classMember(node);
-        expectStatementEnd();
+        if (!at(TokenKind::End)) // which needs no separator before it
+            expectStatementEnd();
     }
     advance();
     expect(TokenKind::Class, SyntaxError::ExpectedClass);

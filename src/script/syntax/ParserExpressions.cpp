@@ -203,8 +203,7 @@ Expression* Parser::postfix(Expression* left)
     while (true) {
         if (at(TokenKind::Dot)) {
             left = word(left);
-        } else if (at(TokenKind::OpenParenthesis) && left->kind != ExpressionKind::Literal &&
-                   left->kind != ExpressionKind::Parenthesised) {
+        } else if (at(TokenKind::OpenParenthesis) && left->kind != ExpressionKind::Literal) {
             Expression* node = newNode(ExpressionKind::Index);
             node->position = left->position;
             node->left = left;
@@ -240,7 +239,7 @@ std::vector<Expression*> Parser::argumentList()
     }
 }
 
-/// The value of an expression of literals, as a Const needs it.
+/// The value of a literal with or without a sign, as a Const needs it: `1 + 1` is an expression and no literal.
 values::Variant Parser::constantExpression()
 {
     const Expression* node = expression();
@@ -260,16 +259,6 @@ values::Variant Parser::constantValue(const Expression& node) const
         return constantValue(*node.left);
     case ExpressionKind::Unary:
         return applyUnary(node.op, constantValue(*node.left));
-    case ExpressionKind::Binary: {
-        std::vector<const Expression*> spine; // operators grouped from the left are no levels of recursion
-        const Expression* leftmost = &node;
-        for (; leftmost->kind == ExpressionKind::Binary; leftmost = leftmost->left)
-            spine.push_back(leftmost);
-        values::Variant value = constantValue(*leftmost);
-        for (; !spine.empty(); spine.pop_back())
-            value = applyBinary(spine.back()->op, value, constantValue(*spine.back()->right));
-        return value;
-    }
     default:
         fail(SyntaxError::ExpectedLiteral);
     }

@@ -12,15 +12,16 @@ Statement* Parser::newStatement(StatementKind kind)
     return &node;
 }
 
-/// Statements up to the word that ends the block, or the end of the text; who asked looks at which it was.
-void Parser::statements(Block& block, Enclosing enclosing)
+/// Statements up to the word that ends the block, or the end of the text; who asked looks at which it was. On the
+/// open line, that of an ElseIf, the block's `End If` may follow a statement.
+void Parser::statements(Block& block, Enclosing enclosing, int openLine)
 {
     while (true) {
         skipLineEnds();
         if (at(TokenKind::EndOfText) || endsBlock(enclosing))
             return;
         statement(block, enclosing);
-        afterStatement(enclosing);
+        afterStatement(enclosing, openLine);
     }
 }
 
@@ -47,21 +48,21 @@ bool Parser::endsBlock(Enclosing enclosing) const
 }
 
 // COMPAT: `End` needs no separator before it ("Sub f() x = 1 End Sub"), but `End If` after the statements of a Then
-// part must stand first on its line.
-void Parser::afterStatement(Enclosing enclosing)
+// part, and `End Select`, must stand first on their line. `ElseIf c Then x = 1 End If` is legal again.
+void Parser::afterStatement(Enclosing enclosing, int openLine)
 {
     if (atStatementEnd())
         return;
     if (!at(TokenKind::End))
         fail(SyntaxError::ExpectedEndOfStatement);
-    if (enclosing == Enclosing::If)
+    if (enclosing == Enclosing::Select || (enclosing == Enclosing::If && token().position.line != openLine))
         fail(SyntaxError::MustBeFirst);
 }
 
 void Parser::statement(Block& block, Enclosing enclosing)
 {
     const Nesting nesting(*this);
-    if (keywordStatement(block, enclosing))
+    if (keywordStatement(block, enclosing) || blockStatement(block, enclosing) || procedureInBlock(enclosing))
         return;
     switch (token().kind) {
     case TokenKind::Identifier:
@@ -83,7 +84,7 @@ void Parser::statement(Block& block, Enclosing enclosing)
     }
 }
 
-bool Parser::keywordStatement(Block& block, Enclosing enclosing)
+bool Parser::keywordStatement(Block& block, Enclosing)
 {
     switch (token().kind) {
     case TokenKind::Dim:
@@ -98,18 +99,6 @@ bool Parser::keywordStatement(Block& block, Enclosing enclosing)
         return callStatement(block), true;
     case TokenKind::Set:
         return setStatement(block), true;
-    case TokenKind::If:
-        return ifStatement(block, enclosing), true;
-    case TokenKind::Select:
-        return selectStatement(block), true;
-    case TokenKind::For:
-        return forStatement(block), true;
-    case TokenKind::Do:
-        return doStatement(block), true;
-    case TokenKind::While:
-        return whileStatement(block), true;
-    case TokenKind::With:
-        return withStatement(block), true;
     case TokenKind::Exit:
         return exitStatement(block), true;
     case TokenKind::On:
@@ -122,6 +111,39 @@ bool Parser::keywordStatement(Block& block, Enclosing enclosing)
     default:
         return false;
     }
+}
+
+bool Parser::blockStatement(Block& block, Enclosing enclosing)
+{
+    switch (token().kind) {
+    case TokenKind::If:
+        return ifStatement(block, enclosing), true;
+    case TokenKind::Select:
+        return selectStatement(block), true;
+    case TokenKind::For:
+        return forStatement(block), true;
+    case TokenKind::Do:
+        return doStatement(block), true;
+    case TokenKind::While:
+        return whileStatement(block), true;
+    case TokenKind::With:
+        return withStatement(block), true;
+    default:
+        return false;
+    }
+}
+
+/// A procedure may stand inside a block of the statements outside procedures, where it is declared as anywhere else.
+bool Parser::procedureInBlock(Enclosing enclosing)
+{
+    const bool hasAccess = at(TokenKind::Public) || at(TokenKind::Private);
+    const TokenKind kind = hasAccess ? peek().kind : token().kind;
+    if ((kind != TokenKind::Sub && kind != TokenKind::Function) || m_procedure || enclosing == Enclosing::InlineIf)
+        return false;
+    if (hasAccess)
+        advance();
+    m_tree.procedures.push_back(procedure(true, false, false));
+    return true;
 }
 
 /// An assignment, or a call written without the word Call.
@@ -192,7 +214,7 @@ void Parser::callStatement(Block& block)
 {
     Statement* node = newStatement(StatementKind::Call);
     advance();
-    if (!at(TokenKind::Identifier) && !at(TokenKind::Me) && !at(TokenKind::Dot))
+    if (!at(TokenKind::Identifier) && !at(TokenKind::Me) && !at(TokenKind::Dot) && !at(TokenKind::OpenParenthesis))
         fail(SyntaxError::ExpectedIdentifier);
     node->flag = true;
     node->target = postfix(primary());

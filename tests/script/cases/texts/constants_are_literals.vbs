@@ -1,0 +1,11 @@
+' A Const takes a literal, with or without a sign or parentheses.
+Const Minus = -5, Inner = (7), Both = -(8), Text = "t"
+Same Minus, -5, "a sign"
+Same Inner, 7, "parentheses"
+Same Both, -8, "both"
+Same Text, "t", "a text"
+Fails 1045, "Const c1 = 1 + 1"
+Fails 1045, "Const c2 = ""a"" & ""b"""
+Fails 1045, "Const c3 = vbCrLf"
+Fails 1045, "Const c4 = Now"
+Fails 1045, "Class HasConst : Const c5 = 2 * 3 : End Class"
