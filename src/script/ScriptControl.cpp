@@ -72,7 +72,7 @@ namespace {
 
 ScriptError errorAt(const values::RuntimeError& error, const QString& description, Position position)
 {
-    const QString source = error.source().isEmpty() ? QStringLiteral("VBScript runtime error") : error.source();
+    const QString source = error.source().isEmpty() ? runtimeErrorSource() : error.source();
     return ScriptError(error.number(), description, source, position.line, position.column, {});
 }
 
@@ -101,9 +101,9 @@ bool ScriptControl::guarded(const QString& text, Call&& call)
             settings->budget.look();
         succeeded = true;
     } catch (const CompileError& error) {
-        state->error = ScriptError(error.number(), compileErrorText(error.number()),
-                                   QStringLiteral("VBScript compilation error"), error.position().line,
-                                   error.position().column, lineOf(text, error.position().line));
+        state->error =
+            ScriptError(error.number(), compileErrorText(error.number()), compilationErrorSource(),
+                        error.position().line, error.position().column, lineOf(text, error.position().line));
     } catch (const NamedError& error) {
         QString description = error.description();
         if (!error.about().isEmpty())
@@ -113,7 +113,7 @@ bool ScriptControl::guarded(const QString& text, Call&& call)
         state->error = errorAt(error, error.description(), position);
     } catch (const std::bad_alloc&) {
         state->error = ScriptError(int(ErrorNumber::OutOfMemory), values::errorText(ErrorNumber::OutOfMemory),
-                                   QStringLiteral("VBScript runtime error"), 0, 0, {});
+                                   runtimeErrorSource(), 0, 0, {});
     }
     --state->running;
     return succeeded;

@@ -43,7 +43,18 @@ TEST(ScriptControl, ARunTimeErrorHasThePositionOfItsStatementAndNoText)
     EXPECT_EQ(control.Error().Column(), 2);
     EXPECT_EQ(control.Error().Description(), "Division by zero");
     EXPECT_EQ(control.Error().Text(), "");
-    EXPECT_EQ(control.Error().Source(), "VBScript runtime error");
+    EXPECT_EQ(control.Error().Source(), "Microsoft VBScript runtime error");
+}
+
+TEST(ScriptControl, ACaseThatFailsIsReportedAtItsSelect)
+{
+    ScriptControl control;
+    EXPECT_FALSE(control.AddCode(QStringLiteral("x = 1\n  Select Case x\nCase 2\ny = 1\nCase 1 / 0\nEnd Select")));
+    EXPECT_EQ(control.Error().Number(), 11);
+    EXPECT_EQ(control.Error().Line(), 2);
+    EXPECT_EQ(control.Error().Column(), 2);
+    EXPECT_FALSE(control.AddCode(QStringLiteral("Select Case 1\nCase 1\ny = 1 / 0\nEnd Select")));
+    EXPECT_EQ(control.Error().Line(), 3) << "a statement of a case at its own place";
 }
 
 TEST(ScriptControl, LineEndsAreCountedAsTheClassicEngineDoes)

@@ -82,17 +82,17 @@ void Compiler::ifStatement(const Statement& node, std::size_t markNumber)
     patchAll(toEnd, here());
 }
 
-// COMPAT: under Resume Next a Case expression that fails counts as equal.
+// COMPAT: under Resume Next a Case expression that fails counts as equal, and a selected value that fails skips all
+// cases. A Case is no statement of its own: what fails in it is reported at the Select Case.
 void Compiler::selectStatement(const Statement& node, std::size_t markNumber)
 {
     const std::uint32_t temporaries = m_body->temporaries;
     const Operand selected = newTemporary();
     valueInto(*node.target, selected);
     emit(Op::Let, selected, selected, 0, 0);
-    setResume(markNumber, here());
     Jumps toEnd;
     for (const Branch& branch : node.branches) {
-        const std::size_t number = mark(branch.position);
+        const std::size_t number = mark(node.position);
         Jumps toBody;
         for (const Expression* condition : branch.conditions) {
             const std::uint32_t inner = m_body->temporaries;
@@ -115,6 +115,7 @@ void Compiler::selectStatement(const Statement& node, std::size_t markNumber)
     if (node.hasElse)
         block(node.body);
     patchAll(toEnd, here());
+    setResume(markNumber, here());
     emit(Op::Clear, selected, 0, 0, 1);
     release(temporaries);
 }
@@ -217,6 +218,7 @@ void Compiler::withStatement(const Statement& node)
     const Operand object = newTemporary();
     emit(Op::Clear, object, 0, 0, 1);
     valueInto(*node.target, object);
+    emit(Op::Set, object, object); // raises 424 for what is no object
     setResume(number, here());
     m_body->withObjects.push_back(object);
     block(node.body);

@@ -1,6 +1,18 @@
 #include "script/machine/ErrObject.h"
 
+#include "script/machine/ResultCodes.h"
+
 namespace zan::script {
+
+QString runtimeErrorSource()
+{
+    return QStringLiteral("Microsoft VBScript runtime error");
+}
+
+QString compilationErrorSource()
+{
+    return QStringLiteral("Microsoft VBScript compilation error");
+}
 
 const binding::MemberTable& ErrObject::members() const
 {
@@ -37,12 +49,14 @@ void ErrObject::clear()
 }
 
 void ErrObject::raise(std::int32_t number, std::optional<QString> source, std::optional<QString> description,
-                      std::optional<QString>, std::optional<std::int32_t>)
+                      std::optional<QString> helpFile, std::optional<std::int32_t> helpContext)
 {
-    if (number == 0)
+    constexpr std::int32_t LargestNumber = 65535;
+    if (number == 0 || number > LargestNumber)
         values::raise(values::ErrorNumber::InvalidCall);
-    throw values::RuntimeError(number, description ? *description : values::errorText(number),
-                               source ? *source : QString());
+    const std::int32_t shown = errorNumberOf(number);
+    throw RaisedError(shown, description ? *description : values::errorText(shown), source.value_or(QString()),
+                      helpFile.value_or(QString()), helpContext.value_or(0));
 }
 
 } // namespace zan::script

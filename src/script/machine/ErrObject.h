@@ -9,6 +9,27 @@
 
 namespace zan::script {
 
+/// What Err.Source says of an error that the language itself raised.
+QString runtimeErrorSource();
+QString compilationErrorSource();
+
+/// What Err.Raise throws: an error with the help that its author gave.
+class RaisedError final : public values::RuntimeError
+{
+public:
+    RaisedError(int number, QString description, QString source, QString helpFile, std::int32_t helpContext)
+        : RuntimeError(number, std::move(description), std::move(source))
+        , m_helpFile(std::move(helpFile))
+        , m_helpContext(helpContext)
+    {}
+    const QString& helpFile() const noexcept { return m_helpFile; }
+    std::int32_t helpContext() const noexcept { return m_helpContext; }
+
+private:
+    QString m_helpFile;
+    std::int32_t m_helpContext;
+};
+
 /// The object Err: the last run-time error that the script went on after.
 class ErrObject final : public binding::Object
 {
@@ -27,7 +48,7 @@ public:
     void setHelpContext(std::int32_t context) { m_helpContext = context; }
     QString helpFile() const { return m_helpFile; }
     void setHelpFile(const QString& file) { m_helpFile = file; }
-    /// Raises the error; 5 for number 0.
+    /// Raises the error, with the number that errorNumberOf makes of it; 5 for 0 and for what is above 65535.
     void raise(std::int32_t number, std::optional<QString> source, std::optional<QString> description,
                std::optional<QString> helpFile, std::optional<std::int32_t> helpContext);
 

@@ -215,6 +215,8 @@ bool Vm::putIndex(Variant& slot, Variant* arguments, std::size_t count, bool set
 
 void Vm::redim(Variant& slot, const Variant* upperBounds, std::size_t count, bool preserve)
 {
+    if (slot.isArray() && slot.array().isFixedSize()) // whatever the bounds asked for
+        values::raise(ErrorNumber::ArrayLocked);
     std::vector<Array::Bound> bounds;
     for (std::size_t place = 0; place < count; ++place)
         bounds.push_back({0, indexNumber(upperBounds[place])});
@@ -225,8 +227,6 @@ void Vm::redim(Variant& slot, const Variant* upperBounds, std::size_t count, boo
         total = std::min(total * bound.count(), Array::MaximumElements + 1);
     }
     chargeBytes(std::size_t(total) * sizeof(Variant));
-    if (slot.isArray() && slot.array().isFixedSize())
-        values::raise(ErrorNumber::ArrayLocked);
     if (!preserve || !slot.isArray() || slot.array().rank() == 0) {
         if (!slot.isArray() && !slot.isEmpty() && preserve)
             values::raise(ErrorNumber::TypeMismatch);
@@ -271,15 +271,17 @@ Variant Vm::startEach(const Variant& collection)
 bool Vm::nextEach(Variant& state, Variant& slot)
 {
     if (!state.isObject() || !state.object())
-        values::raise(ErrorNumber::ForLoopNotInitialized);
+        return false; // what failed was the collection: its error stands, and the one pass was all
     const values::Ref<values::AutomationObject> alive = state.objectRef();
-    std::optional<Variant> item = static_cast<EachState&>(*alive).next();
-    if (static_cast<EachState&>(*alive).isOfHost())
+    auto& walk = static_cast<EachState&>(*alive);
+    std::optional<Variant> item = walk.next();
+    if (walk.isOfHost())
         m_budget.countCall();
-    if (!item)
-        return false;
-    follow(slot) = std::move(*item);
-    return true;
+    if (item)
+        follow(slot) = std::move(*item);
+    else if (walk.isOfHost()) // COMPAT: after a collection the variable is Empty, after an array its last element
+        follow(slot) = Variant();
+    return item.has_value();
 }
 
 /// Start value to the control variable, the bounds made numbers. False when the body must not run at all.

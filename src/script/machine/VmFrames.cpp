@@ -19,11 +19,6 @@ constexpr std::size_t SlotsForLastWords = 1 << 16;
 constexpr std::size_t ProceduresForLastWords = 100;
 constexpr int ExceptionOccurred = 507;
 
-QString runtimeSource()
-{
-    return QStringLiteral("VBScript runtime error");
-}
-
 } // namespace
 
 NamedError::NamedError(int number, values::Name about)
@@ -250,21 +245,26 @@ void Vm::recover(std::size_t stopDepth)
             pop();
         throw;
     } catch (const values::RuntimeError& error) {
-        const QString& source = error.source().isEmpty() ? runtimeSource() : error.source();
+        const QString& source = error.source().isEmpty() ? runtimeErrorSource() : error.source();
+        const auto* raised = dynamic_cast<const RaisedError*>(&error);
         if (!resume(stopDepth, error.number(), error.description(), source))
             throw;
+        if (raised) {
+            m_engine.err().setHelpFile(raised->helpFile());
+            m_engine.err().setHelpContext(raised->helpContext());
+        }
     } catch (const CompileError& error) {
         const QString text = compileErrorText(error.number());
-        const QString source = QStringLiteral("VBScript compilation error");
+        const QString source = compilationErrorSource();
         if (!resume(stopDepth, error.number(), text, source))
             throw values::RuntimeError(error.number(), text, source);
     } catch (const std::bad_alloc&) {
         const QString text = values::errorText(ErrorNumber::OutOfMemory);
-        if (!resume(stopDepth, static_cast<int>(ErrorNumber::OutOfMemory), text, runtimeSource()))
+        if (!resume(stopDepth, static_cast<int>(ErrorNumber::OutOfMemory), text, runtimeErrorSource()))
             values::raise(ErrorNumber::OutOfMemory);
     } catch (const std::exception&) { // from code of the host
         const QString text = values::errorText(ExceptionOccurred);
-        if (!resume(stopDepth, ExceptionOccurred, text, runtimeSource()))
+        if (!resume(stopDepth, ExceptionOccurred, text, runtimeErrorSource()))
             throw values::RuntimeError(ExceptionOccurred, text);
     }
 }
