@@ -1,6 +1,7 @@
 #include "script/builtins/BuiltinSupport.h"
 #include "script/machine/Dictionary.h"
 #include "script/machine/Engine.h"
+#include "script/machine/RegExpObject.h"
 
 namespace zan::script {
 
@@ -59,6 +60,8 @@ Variant createObject(Engine& engine, Arguments arguments)
             return Variant(object);
     } else if (name.compare(QLatin1String("Scripting.Dictionary"), Qt::CaseInsensitive) == 0) {
         return Variant(values::make<Dictionary>(engine));
+    } else if (name.compare(QLatin1String("VBScript.RegExp"), Qt::CaseInsensitive) == 0) {
+        return Variant(values::make<RegExpObject>(engine));
     }
     values::raise(ErrorNumber::CannotCreateObject);
 }

@@ -5,6 +5,9 @@
 #include "binding/MemberTable.h"
 #include "values/Convert.h"
 
+#include <algorithm>
+#include <cctype>
+
 namespace zan::script {
 
 using values::ErrorNumber;
@@ -59,6 +62,36 @@ Variant itemAt(const std::vector<Variant>& items, std::int32_t place)
     throw values::RuntimeError(number, values::errorText(number));
 }
 
+/// A pattern in the toolkit's spelling: `\u0041` names a character by four digits; with fewer the `u` is a letter.
+QString translated(const QString& pattern)
+{
+    constexpr qsizetype Digits = 4;
+    QString result;
+    for (qsizetype place = 0; place < pattern.size(); ++place) {
+        if (pattern[place] != QLatin1Char('\\') || place + 1 == pattern.size()) {
+            result += pattern[place];
+            continue;
+        }
+        const QChar escaped = pattern[++place];
+        if (escaped != QLatin1Char('u')) {
+            result += QLatin1Char('\\');
+            result += escaped;
+            continue;
+        }
+        const QStringView digits = QStringView(pattern).mid(place + 1, Digits);
+        const bool allHex = std::all_of(digits.begin(), digits.end(), [](QChar c) {
+            return c.unicode() < 128 && std::isxdigit(static_cast<unsigned char>(c.unicode())) != 0;
+        });
+        if (allHex && digits.size() == Digits) {
+            result += QStringLiteral("\\x{%1}").arg(digits);
+            place += Digits;
+        } else {
+            result += escaped;
+        }
+    }
+    return result;
+}
+
 /// The replacement with $1 to $99, $&, $`, $' and $$ filled in.
 void appendReplacement(QString& result, const QString& replacement, const QRegularExpressionMatch& match,
                        const QString& text)
@@ -109,7 +142,7 @@ const binding::MemberTable& RegExpObject::members() const
 {
     return binding::table([] {
         return binding::MemberTable(
-            "RegExp", nullptr,
+            "IRegExp2", nullptr,
             {
                 binding::property<&RegExpObject::pattern, &RegExpObject::setPattern>("Pattern"),
                 binding::property<&RegExpObject::global, &RegExpObject::setGlobal>("Global"),
@@ -147,7 +180,7 @@ const QRegularExpression& RegExpObject::compiled()
     QRegularExpression::PatternOptions options;
     options.setFlag(QRegularExpression::CaseInsensitiveOption, m_ignoreCase);
     options.setFlag(QRegularExpression::MultilineOption, m_multiLine);
-    QRegularExpression expression(QLatin1String(MatchLimit) + m_pattern, options);
+    QRegularExpression expression(QLatin1String(MatchLimit) + translated(m_pattern), options);
     if (!expression.isValid())
         raisePattern(expression.errorString());
     m_expression = expression;
@@ -187,7 +220,10 @@ bool RegExpObject::test(const QString& text)
 
 QString RegExpObject::replace(const QString& text, const Variant& replacement)
 {
-    const QString with = values::toText(replacement);
+    // COMPAT: a Boolean is replaced by its number.
+    const QString with =
+        values::toText(replacement.is(values::Kind::Boolean) ? Variant(std::int16_t(replacement.boolean() ? -1 : 0))
+                                                             : replacement);
     QString result;
     qsizetype place = 0;
     QRegularExpressionMatchIterator found = compiled().globalMatch(text);
@@ -209,7 +245,7 @@ QString RegExpObject::replace(const QString& text, const Variant& replacement)
 const binding::MemberTable& SubMatches::members() const
 {
     return binding::table([] {
-        return binding::MemberTable("SubMatches", nullptr,
+        return binding::MemberTable("ISubMatches", nullptr,
                                     {
                                         binding::readOnly<&SubMatches::count>("Count"),
                                         binding::readOnly<&SubMatches::item>("Item").asDefault(),
@@ -240,7 +276,7 @@ Match::Match(const QRegularExpressionMatch& match)
 const binding::MemberTable& Match::members() const
 {
     return binding::table([] {
-        return binding::MemberTable("Match", nullptr,
+        return binding::MemberTable("IMatch2", nullptr,
                                     {
                                         binding::readOnly<&Match::firstIndex>("FirstIndex"),
                                         binding::readOnly<&Match::length>("Length"),
@@ -253,7 +289,7 @@ const binding::MemberTable& Match::members() const
 const binding::MemberTable& MatchCollection::members() const
 {
     return binding::table([] {
-        return binding::MemberTable("MatchCollection", nullptr,
+        return binding::MemberTable("IMatchCollection2", nullptr,
                                     {
                                         binding::readOnly<&MatchCollection::count>("Count"),
                                         binding::readOnly<&MatchCollection::item>("Item").asDefault(),

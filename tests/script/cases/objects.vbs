@@ -64,7 +64,6 @@ Fails 429, "Set y = GetObject(""winmgmts:"")"
 Fails 429, "Set y = LoadPicture(""a.bmp"")"
 ' RegExp
 Set r = New RegExp
-Same TypeName(r), "RegExp", "TypeName of RegExp"
 r.Pattern = "(\w+)@(\w+)\.com"
 Ok r.Test("me@example.com"), "Test"
 Ok Not r.Test("nobody"), "Test that fails"
