@@ -17,15 +17,6 @@ constexpr NumberConstant Numbers[] = {
     {"vbBinaryCompare", 0},
     {"vbTextCompare", 1},
     {"vbDatabaseCompare", 2},
-    // Colours
-    {"vbBlack", 0x000000},
-    {"vbRed", 0x0000ff},
-    {"vbGreen", 0x00ff00},
-    {"vbYellow", 0x00ffff},
-    {"vbBlue", 0xff0000},
-    {"vbMagenta", 0xff00ff},
-    {"vbCyan", 0xffff00},
-    {"vbWhite", 0xffffff},
     // Dates
     {"vbUseSystemDayOfWeek", 0},
     {"vbSunday", 1},
@@ -97,6 +88,12 @@ constexpr NumberConstant Numbers[] = {
     {"vbObjectError", -2147221504},
 };
 
+/// Always Long, black and red too.
+constexpr NumberConstant Colours[] = {
+    {"vbBlack", 0x000000}, {"vbRed", 0x0000ff},     {"vbGreen", 0x00ff00}, {"vbYellow", 0x00ffff},
+    {"vbBlue", 0xff0000},  {"vbMagenta", 0xff00ff}, {"vbCyan", 0xffff00},  {"vbWhite", 0xffffff},
+};
+
 struct TextConstant
 {
     const char* name;
@@ -123,6 +120,8 @@ ConstantTable makeTable()
         else
             add(entry.name, Variant(entry.value));
     }
+    for (const NumberConstant& entry : Colours)
+        add(entry.name, Variant(entry.value));
     for (const TextConstant& entry : Texts)
         add(entry.name, Variant(entry.value));
     add("vbNullChar", Variant(QString(QChar(0))));

@@ -10,12 +10,18 @@ Variant converted(Engine&, Arguments arguments)
     return Variant(Convert(arguments[0]));
 }
 
+template <auto Convert>
+constexpr Builtin conversion(const char* name)
+{
+    Builtin function{name, 1, 1, converted<Convert>};
+    function.onlyInExpressions = true;
+    return function;
+}
+
 constexpr Builtin Functions[] = {
-    {"CBool", 1, 1, converted<values::toBoolean>}, {"CByte", 1, 1, converted<values::toByte>},
-    {"CCur", 1, 1, converted<values::toCurrency>}, {"CDate", 1, 1, converted<values::toDate>},
-    {"CDbl", 1, 1, converted<values::toDouble>},   {"CInt", 1, 1, converted<values::toInteger>},
-    {"CLng", 1, 1, converted<values::toLong>},     {"CSng", 1, 1, converted<values::toSingle>},
-    {"CStr", 1, 1, converted<values::toText>},
+    conversion<values::toBoolean>("CBool"), conversion<values::toByte>("CByte"), conversion<values::toCurrency>("CCur"),
+    conversion<values::toDate>("CDate"),    conversion<values::toDouble>("CDbl"), conversion<values::toInteger>("CInt"),
+    conversion<values::toLong>("CLng"),     conversion<values::toSingle>("CSng"), conversion<values::toText>("CStr"),
 };
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "script/builtins/BuiltinSupport.h"
 
 #include "values/Calendar.h"
+#include "values/DateText.h"
 
 #include <QDateTime>
 
@@ -236,25 +237,33 @@ Variant timeSerial(Engine&, Arguments arguments)
     return dateValueOf(0, hour * 3600 + minute * 60 + second);
 }
 
+/// The date or time that a text says. COMPAT: a number is none, though it converts to a date elsewhere.
+CivilTime written(const Variant& value)
+{
+    const Variant plain = values::plainValue(value);
+    if (plain.is(values::Kind::Date))
+        return civil(plain);
+    const std::optional<Date> date = values::dateFromText(values::toText(plain));
+    if (!date)
+        values::raise(ErrorNumber::TypeMismatch);
+    return civil(Variant(*date));
+}
+
 Variant dateValue(Engine&, Arguments arguments)
 {
-    if (arguments[0].isNull())
-        values::raise(ErrorNumber::InvalidNull);
-    return Variant(values::dateOf(civil(arguments[0]).dayNumber, 0));
+    return Variant(values::dateOf(written(arguments[0]).dayNumber, 0));
 }
 
 Variant timeValue(Engine&, Arguments arguments)
 {
-    if (arguments[0].isNull())
-        values::raise(ErrorNumber::InvalidNull);
-    return Variant(values::dateOf(0, secondOfDay(civil(arguments[0]))));
+    return Variant(values::dateOf(0, secondOfDay(written(arguments[0]))));
 }
 
 Variant weekday(Engine&, Arguments arguments)
 {
+    const int firstDay = firstDayArgument(arguments, 1);
     if (arguments[0].isNull())
         return Variant::null();
-    const int firstDay = firstDayArgument(arguments, 1);
     return Variant(std::int16_t(values::weekday(civil(arguments[0]).dayNumber, firstDay)));
 }
 

@@ -44,10 +44,19 @@ QString formatOf(const Style& style, const QString& before, const QString& after
     return positive + QLatin1Char(';') + negative;
 }
 
+/// COMPAT: for the formatters Null is a value of the wrong type, not a misused Null.
+double formattable(const Variant& value)
+{
+    const Variant plain = values::plainValue(value);
+    if (plain.isNull())
+        values::raise(values::ErrorNumber::TypeMismatch);
+    return values::toDouble(plain);
+}
+
 /// A negative number that rounds to nothing has no sign.
 Variant formatted(const Variant& value, const Style& style, const QString& before, const QString& after)
 {
-    const double number = values::toDouble(value);
+    const double number = formattable(value);
     return Variant(values::format(Variant(number), formatOf(style, before, after)));
 }
 

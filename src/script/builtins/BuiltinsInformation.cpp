@@ -79,9 +79,21 @@ Variant isNull(Engine&, Arguments arguments)
     return Variant(arguments[0].isNull());
 }
 
+/// The value of an object's default member; a missing value where it has none.
+Variant defaultOrMissing(const Variant& object)
+{
+    try {
+        return values::plainValue(object);
+    } catch (const StopError&) {
+        throw;
+    } catch (const values::RuntimeError&) {
+        return Variant::missing();
+    }
+}
+
 Variant isNumeric(Engine&, Arguments arguments)
 {
-    const Variant& value = arguments[0];
+    const Variant value = arguments[0].isObject() ? defaultOrMissing(arguments[0]) : arguments[0];
     if (value.isText())
         return Variant(values::numberFromText(value.text()).has_value());
     return Variant(value.isNumber() || value.isEmpty());

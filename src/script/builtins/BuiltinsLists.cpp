@@ -20,18 +20,15 @@ const Array& arrayOf(const Variant& value)
     return value.array();
 }
 
-const Array::Bound& boundOf(Arguments arguments)
+/// A bound of an array, or of the array that an object's default member gives.
+Array::Bound boundOf(Arguments arguments)
 {
-    const Array& array = arrayOf(arguments[0]);
+    const Variant value = values::plainValue(arguments[0]);
+    const Array& array = arrayOf(value);
     const std::int32_t dimension = longOr(arguments, 1, 1);
     if (dimension < 1 || std::size_t(dimension) > array.rank())
         values::raise(ErrorNumber::SubscriptOutOfRange);
     return array.bound(std::size_t(dimension - 1));
-}
-
-QString elementText(const Variant& element)
-{
-    return element.isNull() ? QString() : values::toText(element);
 }
 
 Variant makeArray(Engine&, Arguments arguments)
@@ -56,7 +53,7 @@ Variant split(Engine& engine, Arguments arguments)
     const QString delimiter = textOr(arguments, 1, QStringLiteral(" "));
     const std::int32_t most = longOr(arguments, 2, -1);
     const Qt::CaseSensitivity sensitivity = comparison(arguments, 3);
-    require(most >= -1);
+    require(most >= -1 && longOr(arguments, 3, 0) <= 1); // by code or by letters, and nothing else
     std::vector<Variant> pieces;
     if (text.isEmpty() || most == 0)
         return Variant(Array::fromValues({}));
@@ -87,7 +84,7 @@ Variant join(Engine& engine, Arguments arguments)
     QString result;
     bool first = true;
     for (const Variant& element : alive.array().elements()) {
-        const QString text = elementText(element);
+        const QString text = values::toText(element);
         engine.vm().checkLength(result.size() + text.size() + delimiter.size());
         engine.vm().chargeBytes(std::size_t(text.size() + delimiter.size()) * sizeof(QChar));
         if (!first)
@@ -109,7 +106,7 @@ Variant filter(Engine&, Arguments arguments)
     const Qt::CaseSensitivity sensitivity = comparison(arguments, 3);
     std::vector<Variant> kept;
     for (const Variant& element : array.elements()) {
-        if (elementText(element).contains(wanted, sensitivity) == include)
+        if (values::toText(element).contains(wanted, sensitivity) == include)
             kept.push_back(element);
     }
     return Variant(Array::fromValues(std::move(kept)));

@@ -7,6 +7,7 @@
 
 #include <bit>
 #include <cmath>
+#include <limits>
 
 namespace zan::script {
 
@@ -54,6 +55,10 @@ Variant absolute(Engine&, Arguments arguments)
     const Variant number = numberOf(arguments[0]);
     if (number.isNull() || number.is(Kind::Byte))
         return number;
+    // COMPAT: the result keeps its kind, so the smallest Integer and the smallest Long have none.
+    if ((number.is(Kind::Integer) && number.integer() == std::numeric_limits<std::int16_t>::min()) ||
+        (number.is(Kind::Long) && number.longInteger() == std::numeric_limits<std::int32_t>::min()))
+        values::raise(ErrorNumber::Overflow);
     return values::toDouble(number) < 0 ? values::negate(number) : number;
 }
 

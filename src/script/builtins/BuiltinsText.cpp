@@ -90,8 +90,7 @@ Variant inStrB(Engine&, Arguments arguments)
 
 Variant inStrRev(Engine&, Arguments arguments)
 {
-    if (arguments[0].isNull() || arguments[1].isNull())
-        return Variant::null();
+    // COMPAT: unlike InStr it takes texts only, and Null is none.
     const QString text = values::toText(arguments[0]);
     const QString wanted = values::toText(arguments[1]);
     const std::int32_t start = longOr(arguments, 2, -1);
@@ -137,11 +136,11 @@ Variant rightPart(Arguments arguments, qsizetype unit)
 
 Variant middlePart(Arguments arguments, qsizetype unit)
 {
+    if (arguments[0].isNull()) // wherever the part may lie
+        return Variant::null();
     const std::int32_t start = values::toLong(arguments[1]);
     require(start >= 1);
     const std::int32_t length = given(arguments, 2) ? lengthOf(arguments[2]) : 0x7fffffff;
-    if (arguments[0].isNull())
-        return Variant::null();
     const TextArgument text(arguments[0]);
     const qsizetype first = (start - 1) / unit;
     return first >= text->size() ? Variant(QString()) : Variant(text->mid(first, length / unit));
@@ -294,8 +293,6 @@ Variant strReverse(Engine&, Arguments arguments)
 
 Variant escape(Engine& engine, Arguments arguments)
 {
-    if (arguments[0].isNull())
-        return Variant::null();
     const QString text = values::toText(arguments[0]);
     engine.vm().charge(text.size() * 6);
     static const QString plain = QStringLiteral("@*_+-./");
@@ -316,8 +313,6 @@ Variant escape(Engine& engine, Arguments arguments)
 
 Variant unescape(Engine&, Arguments arguments)
 {
-    if (arguments[0].isNull())
-        return Variant::null();
     const QString text = values::toText(arguments[0]);
     QString result;
     for (qsizetype place = 0; place < text.size(); ++place) {

@@ -23,6 +23,7 @@ struct Builtin
     std::uint8_t allowedArguments;
     Function function;
     Cost cost = Cost::Reading;
+    bool onlyInExpressions = false; ///< called as a statement it raises 458
 };
 
 /// Number of the built-in function of this name, or -1. The number is good for builtinAt.

@@ -8,6 +8,7 @@ namespace zan::script {
 namespace {
 
 constexpr std::size_t MostArguments = 60000;
+constexpr int UnsupportedType = 458;
 const std::vector<Expression*> NoArguments;
 
 int numberOf(values::ErrorNumber number) noexcept
@@ -115,8 +116,14 @@ Operand Compiler::callName(const Expression& node, const Resolved& target, Opera
     }
     case Where::ClassMember:
         return callOwn(*target.member, arguments, statement ? NoOperand : destination(NoOperand, mark));
-    case Where::RunText:
     case Where::Builtin:
+        if (statement && builtinAt(target.number).onlyInExpressions) {
+            callArguments(arguments, false);
+            raiseError(UnsupportedType, name);
+            return NoOperand;
+        }
+        [[fallthrough]];
+    case Where::RunText:
         return callBuiltin(node, target, wanted != NoOperand && !isTemporary(wanted) ? NoOperand : wanted);
     case Where::HostMember: {
         Expression object;

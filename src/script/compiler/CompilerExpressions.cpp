@@ -77,7 +77,8 @@ bool Compiler::isImpure(const Expression& start) const
 /// True for a node whose value is never an object, so that it may be made in the assigned variable itself.
 bool Compiler::givesPlainValue(const Expression& node) noexcept
 {
-    return node.kind == ExpressionKind::Binary || node.kind == ExpressionKind::Unary;
+    return node.kind == ExpressionKind::Binary ||
+           (node.kind == ExpressionKind::Unary && node.op != Operator::Plus); // `+` leaves an object as it is
 }
 
 std::uint16_t Compiler::literalFlags(Operator op, const Expression& left, const Expression& right) const

@@ -527,6 +527,12 @@ void Vm::dispatch(std::size_t stopDepth)
             NEXT;
             OP(Index)
             {
+                const Variant& target = READ(code->b);
+                // COMPAT: Nothing in a variable has an index that fails for want of an object; Nothing that an
+                // expression gave is a value like any other that takes no index.
+                const bool isMade = bankOf(code->b) == Bank::Local && placeOf(code->b) >= procedure->localCount;
+                if (isMade && target.isObject() && !target.object())
+                    values::raise(ErrorNumber::TypeMismatch);
                 SAVE;
                 CALLED(indexInto(R(code->b), &R(code->c), code->n, code->a));
             }

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
@@ -202,9 +203,12 @@ private:
         Instance* me = nullptr;
         const ClassMember* member = nullptr;
         int builtin = -1;
+        std::optional<RunMode> runText;
         const values::Variant* constant = nullptr;
         int hostItem = -1;
         bool readOnly = false;
+
+        bool isCallable() const noexcept { return procedure || member || builtin >= 0 || runText || hostItem >= 0; }
     };
     Found find(values::Name name);
     values::Variant* findVariable(values::Name name);

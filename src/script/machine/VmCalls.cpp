@@ -106,8 +106,11 @@ bool Vm::callInstance(Instance& object, const ClassMember* member, Variant* argu
             refuse();
         Variant value = member->isConstant ? member->constant : object.fields()[member->field];
         if (count == 0) {
-            // COMPAT: a field that is no array cannot be read with empty parentheses, though it can be assigned so.
-            if (parentheses && !value.isArray() && !value.isObject())
+            // COMPAT: a field cannot be read with empty parentheses, though it can be assigned so: they are an index
+            // without dimensions where the field is an array.
+            if (parentheses && value.isArray())
+                values::raise(ErrorNumber::SubscriptOutOfRange);
+            if (parentheses && !value.isObject())
                 values::raise(ErrorNumber::InvalidCall);
             deliver(result, std::move(value));
             return false;
@@ -209,6 +212,10 @@ bool Vm::callDefault(const Variant& value, Variant* arguments, std::size_t count
 
 bool Vm::create(values::Name name, Operand result)
 {
+    if (name.folded().text() == QLatin1String("regexp")) { // even where the script has a class of that name
+        deliver(result, Variant(values::make<RegExpObject>(m_engine)));
+        return false;
+    }
     const Symbol* symbol = m_engine.symbols().find(name);
     if (symbol && symbol->kind == Symbol::Kind::Class) {
         const ClassInfo& info = *symbol->classInfo;
@@ -224,10 +231,6 @@ bool Vm::create(values::Name name, Operand result)
             tick();
         push(*info.initialize, top(), 0, object.get(), NoOperand);
         return true;
-    }
-    if (name.folded().text() == QLatin1String("regexp")) {
-        deliver(result, Variant(values::make<RegExpObject>(m_engine)));
-        return false;
     }
     const bool known = symbol && symbol->kind != Symbol::Kind::Undefined;
     throw NamedError(known || findVariable(name) ? UndefinedClass : UndefinedVariable, name);

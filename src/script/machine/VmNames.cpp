@@ -12,6 +12,7 @@ namespace {
 
 constexpr int UndefinedVariable = 500;
 constexpr int IllegalAssignment = 501;
+constexpr int UnsupportedType = 458;
 
 } // namespace
 
@@ -72,6 +73,9 @@ Vm::Found Vm::find(values::Name name)
             break;
         }
     }
+    found.runText = runModeOf(name);
+    if (found.runText)
+        return found;
     found.builtin = findBuiltin(name);
     if (found.builtin < 0)
         found.constant = findConstant(name);
@@ -115,7 +119,7 @@ bool Vm::loadName(values::Name name, Operand result, bool statement)
         deliver(result, Variant(*found.constant));
         return false;
     }
-    if (found.procedure || found.member || found.builtin >= 0 || found.hostItem >= 0)
+    if (found.isCallable())
         return callFound(found, name, nullptr, 0, result);
     if (m_frames.back().procedure->optionExplicit)
         throw NamedError(UndefinedVariable, name);
@@ -135,7 +139,17 @@ bool Vm::callFound(const Found& found, values::Name name, Variant* arguments, st
     }
     if (found.member)
         return callInstance(*found.me, found.member, arguments, count, result);
+    if (found.runText) {
+        if (count != 1)
+            throw NamedError(ErrorNumber::WrongArgumentCount, name);
+        settle(arguments, count);
+        const Variant text = std::move(arguments[0]);
+        clear(arguments, count);
+        return runText(text, *found.runText, result);
+    }
     if (found.builtin >= 0) {
+        if (result == NoOperand && builtinAt(std::uint32_t(found.builtin)).onlyInExpressions)
+            throw NamedError(UnsupportedType, name);
         settle(arguments, count);
         Variant value = callBuiltin(std::uint32_t(found.builtin), arguments, count);
         clear(arguments, count);
@@ -156,8 +170,7 @@ bool Vm::refName(values::Name name, Operand result)
 {
     const Found found = find(name);
     Variant* variable = found.variable;
-    if (!variable &&
-        (found.procedure || found.member || found.builtin >= 0 || found.constant || found.hostItem >= 0))
+    if (!variable && (found.isCallable() || found.constant))
         return loadName(name, result, false);
     if (found.readOnly) {
         deliver(result, Variant(*variable));
@@ -196,7 +209,7 @@ bool Vm::storeName(values::Name name, const Variant& value, bool set)
         m_budget.countCall();
         return false;
     }
-    if (found.variable || found.procedure || found.builtin >= 0 || found.constant)
+    if (found.variable || found.isCallable() || found.constant)
         throw NamedError(IllegalAssignment, name);
     if (m_frames.back().procedure->optionExplicit)
         throw NamedError(UndefinedVariable, name);
@@ -235,7 +248,7 @@ bool Vm::callName(values::Name name, Variant* arguments, std::size_t count, Oper
             return callDefault(target, arguments, count, result);
         return indexInto(target, arguments, count, result);
     }
-    if (found.procedure || found.member || found.builtin >= 0 || found.hostItem >= 0)
+    if (found.isCallable())
         return callFound(found, name, arguments, count, result);
     if (m_frames.back().procedure->optionExplicit)
         throw NamedError(UndefinedVariable, name);

@@ -122,9 +122,11 @@ Variant Vm::callBuiltin(std::uint32_t number, const Variant* arguments, std::siz
     return result;
 }
 
-/// Eval, Execute and ExecuteGlobal. Inside a procedure the names of the text mean what they mean there.
-bool Vm::runText(const Variant& text, RunMode mode, Operand result)
+/// Eval, Execute and ExecuteGlobal. Inside a procedure the names of the text mean what they mean there. An object
+/// stands for its default value.
+bool Vm::runText(const Variant& given, RunMode mode, Operand result)
 {
+    const Variant text = given.isObject() ? plainValue(given) : given;
     if (!text.isText()) {
         if (mode != RunMode::Eval)
             values::raise(ErrorNumber::TypeMismatch);

@@ -1,0 +1,13 @@
+' Days of the week are 1 to 7, 0 for the system's; months are 1 to 12.
+Fails 5, "x = Weekday(#1/1/2026#, 8)"
+Fails 5, "x = Weekday(#1/1/2026#, -1)"
+Fails 5, "x = Weekday(Null, 8)"
+Fails 13, "x = Weekday(""abc"")"
+Fails 94, "x = Weekday(#1/1/2026#, Null)"
+Gives "Weekday(Null, 0)", "Null", ""
+Fails 5, "x = MonthName(0)"
+Fails 5, "x = MonthName(13)"
+Fails 13, "x = MonthName(""May"")"
+Fails 94, "x = MonthName(Null)"
+Fails 13, "x = MonthName(1, ""abc"")"
+Fails 5, "x = WeekdayName(0)"

@@ -1,0 +1,12 @@
+' DateValue and TimeValue read texts: a number is none, though it converts to a date elsewhere.
+Fails 13, "x = DateValue(1)"
+Fails 13, "x = DateValue(36526.5)"
+Fails 13, "x = DateValue(""1"")"
+Fails 13, "x = DateValue(True)"
+Fails 13, "x = DateValue(Empty)"
+Fails 94, "x = DateValue(Null)"
+Fails 13, "x = TimeValue(0.5)"
+Gives "DateValue(#1/31/2026 2:05 PM#)", "Date", "1/31/2026"
+Gives "TimeValue(#1/31/2026 2:05 PM#)", "Date", "2:05:00 PM"
+Gives "DateValue(""1/31/2026"")", "Date", "1/31/2026"
+Gives "CDate(1)", "Date", "12/31/1899"

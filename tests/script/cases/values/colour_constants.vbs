@@ -1,0 +1,10 @@
+' Colours are Long, whatever their size.
+Gives "vbBlack", "Long", "0"
+Gives "vbRed", "Long", "255"
+Gives "vbGreen", "Long", "65280"
+Gives "vbYellow", "Long", "65535"
+Gives "vbBlue", "Long", "16711680"
+Gives "vbMagenta", "Long", "16711935"
+Gives "vbCyan", "Long", "16776960"
+Gives "vbWhite", "Long", "16777215"
+Gives "vbSunday", "Integer", "1"

@@ -1,0 +1,11 @@
+' In logic a text is a number, or else the word for a Boolean.
+Gives "Not ""#FALSE#""", "Boolean", "True"
+Gives "Not ""#TRUE#""", "Boolean", "False"
+Gives "Not ""False""", "Boolean", "True"
+Gives "Not ""true""", "Boolean", "False"
+Gives "Not ""5""", "Long", "-6"
+Gives """#TRUE#"" And True", "Boolean", "True"
+Gives """#TRUE#"" And 3", "Integer", "3"
+Fails 13, "x = Not ""abc"""
+Fails 13, "x = Not """""
+Fails 6, "x = Not ""5000000000"""
