@@ -131,9 +131,16 @@ void HostItem::Answer(const QString& text)
     run().forms().answer(text);
 }
 
-QString HostItem::Format(const Variant& value, std::optional<QString> format)
+QString HostItem::Format(const Variant& value, std::optional<QString> format, std::optional<std::int32_t> firstDay,
+                         std::optional<std::int32_t> firstWeek)
 {
-    return values::format(value, format.value_or(QString()));
+    const std::int32_t day = firstDay.value_or(0);
+    const std::int32_t week = firstWeek.value_or(0);
+    if (day < 0 || day > 7 || week < 0 || week > 3)
+        values::raise(ErrorNumber::InvalidCall);
+    // 0 asks for the setting of the system: weeks from Sunday, the first one that of 1 January.
+    return values::format(value, format.value_or(QString()), values::FirstDayOfWeek(day == 0 ? 1 : day),
+                          values::FirstWeekOfYear(week == 0 ? 1 : week));
 }
 
 double HostItem::Val(const QString& text)

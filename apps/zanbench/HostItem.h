@@ -43,7 +43,8 @@ public:
     Ref<binding::Object> Boxes();
     /// Lays an answer ready for the next box or modal form.
     void Answer(const QString& text);
-    QString Format(const Variant& value, std::optional<QString> format);
+    QString Format(const Variant& value, std::optional<QString> format, std::optional<std::int32_t> firstDay,
+                   std::optional<std::int32_t> firstWeek);
     double Val(const QString& text);
     /// Saves a picture of the panel as a PNG file.
     void Shot(const QString& file);

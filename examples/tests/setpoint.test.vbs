@@ -46,3 +46,4 @@ Host.Assert auto.Control.Value = 0, "a click on the check box turns it off"
 Host.Assert auto.Control.Caption = "Level control by hand", "and its caption says so: " & auto.Control.Caption
 Host.Assert InStr(Host.Node(auto), "<TYPE>VB.CheckBox</TYPE>") > 0, "its document text can be read"
 Host.Assert Host.Format(1234.5, "#,##0.0") = "1,234.5" And Host.Val("12 abc") = 12, "texts and numbers"
+Host.Assert Host.Format(#1/4/2026#, "ww") = "2" And Host.Format(#1/4/2026#, "ww", vbMonday, vbFirstFourDays) = "1", "weeks"
