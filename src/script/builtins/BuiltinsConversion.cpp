@@ -19,9 +19,11 @@ constexpr Builtin conversion(const char* name)
 }
 
 constexpr Builtin Functions[] = {
-    conversion<values::toBoolean>("CBool"), conversion<values::toByte>("CByte"), conversion<values::toCurrency>("CCur"),
-    conversion<values::toDate>("CDate"),    conversion<values::toDouble>("CDbl"), conversion<values::toInteger>("CInt"),
-    conversion<values::toLong>("CLng"),     conversion<values::toSingle>("CSng"), conversion<values::toText>("CStr"),
+    conversion<values::toBoolean>("CBool"), conversion<values::toByte>("CByte"),
+    conversion<values::toCurrency>("CCur"), conversion<values::toDate>("CDate"),
+    conversion<values::toDouble>("CDbl"),   conversion<values::toInteger>("CInt"),
+    conversion<values::toLong>("CLng"),     conversion<values::toSingle>("CSng"),
+    conversion<values::toText>("CStr"),
 };
 
 } // namespace
