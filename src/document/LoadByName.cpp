@@ -39,6 +39,7 @@ private:
 void assign(Node::Record* child, binding::Object& target)
 {
     const Name property = child->name.localPart();
+    child->noteRead();
     if (child->first)
         target.tryPutText(property, Node(child).text());
     else
@@ -53,6 +54,7 @@ void loadByName(const Node& parent, binding::Object& target, std::span<SpecialCh
         return;
     const binding::Ref<binding::Object> alive(&target);
     const Node element = parent; // the caller's handle may change under a setter
+    element.record()->noteRead();
     HeldChildren children;
     for (Node::Record* child = element.record()->first; child; child = child->next) {
         if (child->type != NodeType::Element)

@@ -20,10 +20,11 @@ Record* firstElement(Record* record) noexcept
     return record;
 }
 
-Record* findChild(const Record* parent, Name name) noexcept
+Record* findChild(Record* parent, Name name) noexcept
 {
     if (!parent)
         return nullptr;
+    parent->noteRead();
     for (Record* child = parent->first; child; child = child->next) {
         if (child->name == name && child->type == NodeType::Element)
             return child;
@@ -31,23 +32,34 @@ Record* findChild(const Record* parent, Name name) noexcept
     return nullptr;
 }
 
-Record* documentOf(Record* record) noexcept
-{
-    while (record->up)
-        record = record->up;
-    return record;
-}
-
 QString textOf(Record* record)
 {
+    record->noteRead();
     if (!record->first)
         return record->text;
     QString text;
     for (Record* below = record->first; below; below = below->nextInside(record)) {
+        below->noteRead();
         if (below->type == NodeType::Text || below->type == NodeType::Element)
             text += below->text;
     }
     return text;
+}
+
+/// The record, noted as read with its list of children; null for null.
+Record* readList(Record* record) noexcept
+{
+    if (record)
+        record->noteRead();
+    return record;
+}
+
+/// The record, noted as read with its place among its siblings; null for null.
+Record* readPlace(Record* record) noexcept
+{
+    if (record && record->attached)
+        record->up->noteRead();
+    return readList(record);
 }
 
 /// Moves a record that is out of every list of siblings to its document as a detached root, or frees it when
@@ -170,7 +182,7 @@ void Node::setText(const QString& text) const
     if (!m_record || m_record->type == NodeType::Document)
         return;
     const QString kept = text; // may be the text of something that goes now
-    Record* document = m_record->first ? documentOf(m_record) : nullptr;
+    Record* document = m_record->first ? m_record->top() : nullptr;
     while (Record* child = m_record->first) {
         m_record->unlink(child);
         detach(child, m_record, document);
@@ -181,47 +193,52 @@ void Node::setText(const QString& text) const
 
 Node Node::parent() const noexcept
 {
-    return Node(m_record && m_record->attached ? m_record->up : nullptr);
+    const Record* record = readList(m_record);
+    return Node(record && record->attached ? record->up : nullptr);
 }
 
 Node Node::ownerDocument() const noexcept
 {
-    return Node(m_record ? documentOf(m_record) : nullptr);
+    if (!m_record)
+        return {};
+    for (Record* record = m_record; record; record = record->up)
+        record->noteRead();
+    return Node(m_record->top());
 }
 
 Node Node::documentElement() const noexcept
 {
-    return Node(type() == NodeType::Document ? firstElement(m_record->first) : nullptr);
+    return Node(type() == NodeType::Document ? firstElement(readList(m_record)->first) : nullptr);
 }
 
 Node Node::firstChild() const noexcept
 {
-    return Node(m_record ? m_record->first : nullptr);
+    return Node(m_record ? readList(m_record)->first : nullptr);
 }
 
 Node Node::nextSibling() const noexcept
 {
-    return Node(m_record ? m_record->next : nullptr);
+    return Node(m_record ? readPlace(m_record)->next : nullptr);
 }
 
 Node Node::lastChild() const noexcept
 {
-    return Node(m_record ? m_record->last : nullptr);
+    return Node(m_record ? readList(m_record)->last : nullptr);
 }
 
 Node Node::previousSibling() const noexcept
 {
-    return Node(m_record ? m_record->previous : nullptr);
+    return Node(m_record ? readPlace(m_record)->previous : nullptr);
 }
 
 Node Node::firstChildElement() const noexcept
 {
-    return Node(m_record ? firstElement(m_record->first) : nullptr);
+    return Node(m_record ? firstElement(readList(m_record)->first) : nullptr);
 }
 
 Node Node::nextSiblingElement() const noexcept
 {
-    return Node(m_record ? firstElement(m_record->next) : nullptr);
+    return Node(m_record ? firstElement(readPlace(m_record)->next) : nullptr);
 }
 
 Node Node::child(Name name) const noexcept
@@ -242,7 +259,7 @@ std::vector<Node> Node::children(Name name) const
 std::size_t Node::childElementCount() const noexcept
 {
     std::size_t count = 0;
-    for (Record* child = m_record ? firstElement(m_record->first) : nullptr; child;
+    for (Record* child = m_record ? firstElement(readList(m_record)->first) : nullptr; child;
          child = firstElement(child->next))
         ++count;
     return count;
@@ -278,7 +295,7 @@ bool Node::removeChild(const Node& child) const
     if (!m_record || !removed || !removed->attached || removed->up != m_record)
         return false;
     m_record->unlink(removed);
-    detach(removed, m_record, documentOf(m_record));
+    detach(removed, m_record, m_record->top());
     return true;
 }
 
@@ -288,19 +305,24 @@ Node Node::createElement(Name name, const QString& text) const
         return {};
     auto* element = new Record(NodeType::Element, name);
     element->text = text;
-    element->up = documentOf(m_record);
+    element->up = m_record->top();
     return Node(element);
 }
 
 QString Node::xml() const
 {
-    return m_record ? fromUtf8(XmlWriter(XmlWriter::Layout::OneLine).write(m_record)) : QString();
+    if (!m_record)
+        return {};
+    for (Record* below = m_record; below; below = below->nextInside(m_record))
+        below->noteRead();
+    return fromUtf8(XmlWriter(XmlWriter::Layout::OneLine).write(m_record));
 }
 
 const std::vector<Node::Attribute>& Node::attributes() const noexcept
 {
     static const std::vector<Attribute> none;
-    return m_record && m_record->attributes ? *m_record->attributes : none;
+    const Record* record = readList(m_record);
+    return record && record->attributes ? *record->attributes : none;
 }
 
 void Node::setAttribute(const QString& name, const QString& value) const
@@ -315,6 +337,7 @@ void Node::setAttribute(const QString& name, const QString& value) const
         same->value = value;
     else
         all.push_back({name, value});
+    m_record->noteChange();
 }
 
 Node Node::newDocument()
@@ -322,15 +345,10 @@ Node Node::newDocument()
     return Node(new Record(NodeType::Document));
 }
 
-void Node::watch(Watch watcher) const noexcept
+void Node::watch(const ChangeCounter& counter) const noexcept
 {
     if (m_record)
-        m_record->watchers |= std::uint8_t(watcher);
-}
-
-std::uint64_t Node::watchedChanges(Watch watcher) noexcept
-{
-    return Record::changesSeenBy(watcher);
+        m_record->watchers |= counter.bit();
 }
 
 } // namespace zan::document

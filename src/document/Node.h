@@ -12,6 +12,8 @@ namespace zan::document {
 
 using values::Name;
 
+class ChangeCounter;
+
 enum class NodeType : unsigned char { None, Document, Element, Text, Comment, ProcessingInstruction };
 
 /// Handle to a node of a document tree.
@@ -100,19 +102,11 @@ public:
 
     static Node newDocument();
 
-    /// Who keeps something that was derived from nodes. Each has a count of its own, so that the changes which one
-    /// waits for do not make the other start over.
-    enum class Watch : unsigned char {
-        Keys = 1,    ///< indices by key
-        Display = 2, ///< what controls show
-    };
     /// Marks the node for a reader that keeps something derived from it: from now on a change of its text, of its
-    /// list of children or of its place in its parent counts as a watched change. What happens deeper down does not.
-    /// Nothing on a null handle; there is no way back, and a mark costs nothing.
-    void watch(Watch watcher = Watch::Keys) const noexcept;
-    /// How often nodes of this thread which this reader watches have changed. What was derived at an equal count
-    /// still holds.
-    static std::uint64_t watchedChanges(Watch watcher = Watch::Keys) noexcept;
+    /// attributes, of its list of children or of its place in its parent is counted by the reader's counter. What
+    /// happens deeper down is not. Nothing on a null handle; there is no way back, and a mark costs nothing. A
+    /// ReadRecorder marks what is read by itself.
+    void watch(const ChangeCounter& counter) const noexcept;
 
     /// For the parser and the writer: they build and read records.
     Record* record() const noexcept { return m_record; }

@@ -4,29 +4,6 @@
 
 namespace zan::document {
 
-namespace {
-
-struct ChangeCounts
-{
-    std::uint64_t keys = 0;
-    std::uint64_t display = 0;
-};
-thread_local ChangeCounts changeCounts;
-
-} // namespace
-
-void Node::Record::countChange(unsigned watchers) noexcept
-{
-    ChangeCounts& counts = changeCounts;
-    counts.keys += (watchers & unsigned(Watch::Keys)) != 0;
-    counts.display += (watchers & unsigned(Watch::Display)) != 0;
-}
-
-std::uint64_t Node::Record::changesSeenBy(Watch watcher) noexcept
-{
-    return watcher == Watch::Keys ? changeCounts.keys : changeCounts.display;
-}
-
 void Node::Record::retain() noexcept
 {
     for (Record* record = this; record && record->references++ == 0;)
@@ -77,6 +54,14 @@ void Node::Record::separateText()
         return;
     add(NodeType::Text)->text = std::move(text);
     text = QString();
+}
+
+Node::Record* Node::Record::top() noexcept
+{
+    Record* record = this;
+    while (record->up)
+        record = record->up;
+    return record;
 }
 
 Node::Record* Node::Record::nextOutside(const Record* root) noexcept

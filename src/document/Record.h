@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/ChangeCounter.h"
 #include "document/Node.h"
 
 #include <cstdint>
@@ -26,7 +27,7 @@ struct Node::Record
     std::uint32_t references = 0;
     NodeType type;
     bool attached = false;     ///< `up` is the parent; otherwise `up` is the document the node belongs to
-    std::uint8_t watchers = 0; ///< bits of Node::Watch: who keeps something derived from the record
+    std::uint8_t watchers = 0; ///< bits of the counters whose owners keep something derived from the record
     std::uint8_t slot = 0;     ///< place in its slab, from 1; 0 for a record that was made alone
     Name name;                 ///< of an element or an instruction
     Record* up = nullptr;      ///< null for a document only
@@ -66,15 +67,16 @@ struct Node::Record
     static void noteChange(unsigned watchers) noexcept
     {
         if (watchers != 0)
-            countChange(watchers);
+            ChangeCounter::count(watchers);
     }
-    static std::uint64_t changesSeenBy(Watch watcher) noexcept;
+    /// Tells the recorder that is at work, if one is, that this record is read.
+    void noteRead() noexcept { watchers |= ReadRecorder::activeBit(); }
+
+    /// The top of what the record stands in: a document, as a rule.
+    Record* top() noexcept;
 
     /// Frees this record and everything below it, whatever its depth.
     void destroy() noexcept;
-
-private:
-    static void countChange(unsigned watchers) noexcept;
 };
 
 static_assert(sizeof(void*) != 8 || sizeof(Node::Record) == 88);

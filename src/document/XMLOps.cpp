@@ -99,7 +99,7 @@ void MarkChanged(const Node& node)
     static const Name changed("CHANGED");
     static const QString set = QStringLiteral("-1");
     // 1., 2. The document element; a node that is still in the shared document has none above it.
-    const Node element = node.ownerDocument().documentElement();
+    const Node element = node ? Node(node.record()->top()).documentElement() : Node();
     if (!element)
         return;
     // 3., 4. Its mark, made where it is missing.

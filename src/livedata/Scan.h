@@ -14,7 +14,7 @@ public:
         : m_types(types)
     {}
     void update(wrappers::iBenchControl& control, wrappers::BenchControls& controls) override;
-    bool watch(const wrappers::iBenchControl& control) override;
+    bool mayRest(const wrappers::iBenchControl& control) override;
     void followLink(wrappers::iBenchControl& control, int state) override;
     void feedRecords(wrappers::iBenchControl& control, wrappers::BenchControls& controls) override;
 

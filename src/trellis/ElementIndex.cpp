@@ -50,9 +50,10 @@ bool isSameKey(QStringView a, QStringView b) noexcept
 
 } // namespace
 
-ElementIndex::ElementIndex(Node parent, document::Name elementName)
+ElementIndex::ElementIndex(Node parent, document::Name elementName, const document::ChangeCounter& changes)
     : m_parent(std::move(parent))
     , m_elementName(elementName)
+    , m_changes(changes)
 {}
 
 std::size_t ElementIndex::count()
@@ -111,13 +112,13 @@ ElementIndex::Entry& ElementIndex::append(const Node& node, values::Ref<binding:
     bringUpToDate();
     m_parent.appendChild(node);
     enter(node, std::move(object));
-    m_builtAt = Node::watchedChanges(); // nobody else has had a turn in between
+    m_builtAt = m_changes.value(); // nobody else has had a turn in between
     return m_entries.back();
 }
 
 void ElementIndex::bringUpToDate()
 {
-    if (m_builtAt != Node::watchedChanges())
+    if (m_builtAt != m_changes.value())
         rebuild();
 }
 
@@ -131,18 +132,18 @@ void ElementIndex::rebuild()
     m_entries.clear();
     m_slots.assign(m_slots.size(), 0);
     m_slotsTaken = 0;
-    m_parent.watch();
+    m_parent.watch(m_changes);
     for (const Node& node : m_parent.children(m_elementName)) {
         const auto known = objects.find(node.record());
         enter(node, known == objects.end() ? nullptr : known->second);
     }
-    m_builtAt = Node::watchedChanges();
+    m_builtAt = m_changes.value();
 }
 
 void ElementIndex::enter(const Node& node, values::Ref<binding::Object> object)
 {
     const Node key = node.child(element::Key);
-    (key ? key : node).watch(); // without a KEY, the element that may get one
+    (key ? key : node).watch(m_changes); // without a KEY, the element that may get one
     if (2 * (m_slotsTaken + 1) > m_slots.size())
         resizeSlots();
     m_entries.push_back({node, std::move(object), comparable(key.text())});

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "binding/Object.h"
+#include "document/ChangeCounter.h"
 #include "document/Node.h"
 
 #include <QString>
 
 #include <cstdint>
-#include <optional>
 #include <vector>
 
 namespace zan::trellis {
@@ -27,7 +27,8 @@ public:
         QString key;                         ///< as it stands when it is ASCII, folded otherwise
     };
 
-    ElementIndex(document::Node parent, document::Name elementName);
+    /// The counter outlives the index, and may serve others of the same scheme.
+    ElementIndex(document::Node parent, document::Name elementName, const document::ChangeCounter& changes);
 
     std::size_t count();
     /// The entry at a place from 0, or nothing.
@@ -52,7 +53,8 @@ private:
     std::vector<Entry> m_entries;
     std::vector<std::uint32_t> m_slots; // open addressing by key: place + 1 of its first entry; size a power of two
     std::size_t m_slotsTaken = 0;
-    std::optional<std::uint64_t> m_builtAt;
+    const document::ChangeCounter& m_changes;
+    std::uint32_t m_builtAt = 0; ///< count of the changes by then; 0 before
 };
 
 } // namespace zan::trellis

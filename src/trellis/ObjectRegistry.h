@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/ChangeCounter.h"
 #include "document/Node.h"
 #include "values/Ref.h"
 
@@ -22,9 +23,13 @@ public:
     void add(const document::Node& node, values::Shared* object) { m_objects[node.record()] = object; }
     void remove(const document::Node& node) noexcept { m_objects.erase(node.record()); }
 
+    /// Counts the changes that the scheme's indices by key are built anew for.
+    const document::ChangeCounter& keyChanges() const noexcept { return m_keyChanges; }
+
 private:
     // The address of a record stays its own while the object lives, because the object holds the node.
     std::unordered_map<const document::Node::Record*, values::Shared*> m_objects;
+    document::ChangeCounter m_keyChanges;
 };
 
 } // namespace zan::trellis

@@ -229,27 +229,7 @@ void StoredChannel::setValue(const Variant& value)
     if (isSame(m_value, value))
         return;
     m_value = value;
-    m_revision += m_revision == std::numeric_limits<std::uint32_t>::max() ? 2 : 1;
-}
-
-std::uint32_t StoredChannel::revision() const
-{
-    // After any change of what is shown there may be other elements to watch.
-    if (m_watchedAt != Node::watchedChanges(Node::Watch::Display))
-        watch();
-    return m_isPlain ? m_revision : 0;
-}
-
-void StoredChannel::watch() const
-{
-    m_node.watch(Node::Watch::Display);
-    m_isPlain = true;
-    for (const document::Name name : {element::Label, element::Format, element::Units}) {
-        const Node child = m_node.child(name);
-        child.watch(Node::Watch::Display);
-        m_isPlain = m_isPlain && !child.firstChildElement();
-    }
-    m_watchedAt = Node::watchedChanges(Node::Watch::Display);
+    m_changes.add();
 }
 
 QString StoredChannel::Key() const

@@ -2,8 +2,7 @@
 
 #include "site/Channel.h"
 #include "trellis/ObjectRegistry.h"
-
-#include <optional>
+#include "values/ChangeCount.h"
 
 namespace zan::trellis {
 
@@ -55,20 +54,15 @@ public:
     void setUseCount(std::int16_t count) override { m_useCount = count; }
     Node XMLNode() const override { return m_node; }
 
-    /// Counts changes of the value. Those of label, format and units count as changes of the document that are
-    /// watched for display. 0 while one of these three holds elements, whose changes nobody would notice.
-    std::uint32_t revision() const override;
+    /// Counts changes of the value. Those of the parameters are changes of the document, which a ReadRecorder sees.
+    std::uint32_t revision() const override { return m_changes.value(); }
 
 private:
-    void watch() const;
-
     Node m_node;
     Ref<ObjectRegistry> m_registry;
     Variant m_value;
     std::int16_t m_useCount = 0;
-    mutable bool m_isPlain = false;                   ///< label, format and units are texts
-    std::uint32_t m_revision = 1;                     ///< passes over 0
-    mutable std::optional<std::uint64_t> m_watchedAt; ///< document changes by then
+    values::ChangeCount m_changes;
 };
 
 } // namespace zan::trellis

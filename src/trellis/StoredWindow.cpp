@@ -10,7 +10,7 @@ using values::ErrorNumber;
 StoredWindow::StoredWindow(Node node, Ref<ObjectRegistry> registry)
     : m_node(std::move(node))
     , m_registry(std::move(registry))
-    , m_channels(m_node, element::Channel)
+    , m_channels(m_node, element::Channel, m_registry->keyChanges())
 {
     m_registry->add(m_node, this);
 }

@@ -31,7 +31,7 @@ void copyParameters(const site::Channel& from, site::Channel& to)
 
 StoredWindows::StoredWindows(Node root)
     : m_root(std::move(root))
-    , m_windows(m_root, element::Window)
+    , m_windows(m_root, element::Window, m_registry->keyChanges())
 {}
 
 std::int32_t StoredWindows::Count() const

@@ -27,7 +27,7 @@ using wrappers::OnClick;
 using wrappers::OnDoubleClick;
 using wrappers::OnDrop;
 using wrappers::OnPress;
-using wrappers::Reads;
+using wrappers::UpdateDue;
 using namespace display;
 using namespace livedata;
 using namespace surface;
@@ -66,7 +66,7 @@ constexpr std::array<ControlType, 13> table{{
      .press = OnPress::HostDrag,
      .selectsOnHover = true,
      .drop = OnDrop::MovesIt,
-     .live = {.update = by<UpdateLabel>, .reads = Reads::LabelElements}},
+     .live = {.update = by<UpdateLabel>}},
     {.key = u"VB.TextBox",
      .menuCaption = u"&Text Box",
      .arrayName = u"Text",
@@ -110,7 +110,7 @@ constexpr std::array<ControlType, 13> table{{
      .selectsOnHover = true,
      .selectsOnFocus = true,
      .drop = OnDrop::PassesOnToSurface,
-     .live = {.update = by<UpdateCheckBox>, .reads = Reads::Anything}},
+     .live = {.update = by<UpdateCheckBox>, .due = UpdateDue::AtEachScan}},
     // A shape has no window: the surface's own mouse routines serve it.
     {.key = u"VB.Shape",
      .menuCaption = u"&Shape",
@@ -135,7 +135,7 @@ constexpr std::array<ControlType, 13> table{{
      .press = OnPress::HostDrag,
      .selectsOnHover = true,
      .drop = OnDrop::MovesIt,
-     .live = {.update = by<UpdateStatusLight>, .reads = Reads::Anything, .followLink = FollowLink}},
+     .live = {.update = by<UpdateStatusLight>, .due = UpdateDue::AtEachScan, .followLink = FollowLink}},
     {.key = u"ZanDataControls.ZanGraph",
      .menuCaption = u"&Graph",
      .arrayName = u"ZanGraph1",
@@ -160,7 +160,7 @@ constexpr std::array<ControlType, 13> table{{
      .press = OnPress::HostDrag,
      .selectsOnHover = true,
      .drop = OnDrop::MovesIt,
-     .live = {.update = by<UpdateValueBar>, .reads = Reads::Anything}},
+     .live = {.update = by<UpdateValueBar>, .due = UpdateDue::AtEachScan}},
     {.key = u"VB.OptionButton",
      .menuCaption = u"",
      .arrayName = u"obOption",

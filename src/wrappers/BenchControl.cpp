@@ -103,7 +103,7 @@ void BenchControl::setXMLNode(const Node& node)
     m_isNodeDue = false;
     m_node = node;
     m_fontNode = Node();
-    countChange();
+    m_changes.add();
     // 2. Every child by name, failures ignored.
     loadChildren();
     // 3. A node without FONT gets one.
@@ -143,7 +143,7 @@ void BenchControl::loadPicture(binding::Object& control, const Node& fileNode)
 void BenchControl::setControl(const Ref<binding::Object>& control)
 {
     m_control = control;
-    countChange();
+    m_changes.add();
     static const QString none = QStringLiteral("0");
     if (m_control)
         m_control->put(TagName, m_isNodeDue ? none : GetAttribute(m_node, element::Index, none));
@@ -152,7 +152,7 @@ void BenchControl::setControl(const Ref<binding::Object>& control)
 void BenchControl::setChannel(const Ref<site::Channel>& channel)
 {
     m_channel = channel;
-    countChange();
+    m_changes.add();
     if (!m_channel) {
         setBindTo(QString());
         return;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "display/cGrabHandles.h"
+#include "values/ChangeCount.h"
 #include "wrappers/iBenchControl.h"
 
 #include <functional>
@@ -74,7 +75,7 @@ public:
 
     const binding::MemberTable& members() const override;
     /// Counts the exchanges of node, channel and live control.
-    std::uint32_t revision() const override { return m_revision; }
+    std::uint32_t revision() const override { return m_changes.value(); }
 
     /// How pictures are loaded; without one PICTUREFILE has no effect.
     void setPictureLoader(const PictureLoader* loader) { m_pictureLoader = loader; }
@@ -95,7 +96,6 @@ private:
     const document::Node& node() const;
     void makeNode() const;
     display::cGrabHandles* handles() const;
-    void countChange() noexcept { m_revision += m_revision == UINT32_MAX ? 2 : 1; }
     float measure(values::Name name) const;
     void putMeasure(values::Name name, float value);
     values::Colour colour(values::Name name) const;
@@ -114,10 +114,10 @@ private:
     mutable std::unique_ptr<display::cGrabHandles> m_grabHandles; ///< made when they are first needed
     std::optional<HandlePlan> m_handlePlan;
     const PictureLoader* m_pictureLoader = nullptr;
-    std::uint32_t m_revision = 1; // passes over 0
-    mutable bool m_isNodeDue;     ///< the node of its own has not been asked for yet
-    bool m_followsWindow = true;  ///< USEWINDOWSETTINGS of that node
-    bool m_isShownFirst = false;  ///< VISIBLE of that node
+    values::ChangeCount m_changes;
+    mutable bool m_isNodeDue;    ///< the node of its own has not been asked for yet
+    bool m_followsWindow = true; ///< USEWINDOWSETTINGS of that node
+    bool m_isShownFirst = false; ///< VISIBLE of that node
     bool m_updated = false;
 };
 

@@ -84,6 +84,7 @@ private:
     PanelWindow& window() const;
 
     KeyedList m_list;
+    document::ChangeCounter m_shownChanges; // of the nodes that updates have read
     PanelWindow* m_window = nullptr;
     LiveData* m_liveData = nullptr;
     document::Node m_node;

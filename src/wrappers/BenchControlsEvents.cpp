@@ -4,7 +4,6 @@
 
 namespace zan::wrappers {
 
-using document::Node;
 using values::RuntimeError;
 
 void BenchControls::AttachLogger(const Ref<site::Logger>& logger)
@@ -40,32 +39,36 @@ void BenchControls::onNewBenchData()
 void BenchControls::ScanControls()
 {
     const Ref<BenchControls> alive(this);
-    const auto documentChanges = [] { return Node::watchedChanges(Node::Watch::Display); };
-    std::uint64_t changes = documentChanges();
+    std::uint32_t changes = m_shownChanges.value();
     // An update may raise an event that changes the list: the count is read anew each time.
     for (std::int32_t place = 1; m_liveData && place <= m_list.count(); ++place) {
         if (m_list.memoAt(place).holds(*m_list.at(place), changes))
             continue;
         scanControl(place);
-        changes = documentChanges();
+        changes = m_shownChanges.value();
     }
 }
 
 void BenchControls::scanControl(std::int32_t place)
 {
-    // 1. What the control is like. When it is as it was after the last update, this update may turn out to change
-    //    nothing, and what it reads of the node is watched first. A control that changes at each scan costs no more.
+    // When the control is as it was after the last update, this update may turn out to change nothing, and what it
+    // reads of the documents is recorded. A control that changes at each scan costs no more.
     const Ref<iBenchControl> control = m_list.at(place);
-    const ScanMemo before(*control);
+    const ScanMemo before(*control, m_shownChanges);
     const bool mayRest =
-        before.countsChanges() && before.isLike(m_list.memoAt(place)) && m_liveData->watch(*control);
+        before.countsChanges() && before.isLike(m_list.memoAt(place)) && m_liveData->mayRest(*control);
     m_list.memoAt(place) = {};
-    // 2. The update. It may fail, and it may raise an event that changes anything, the list too.
-    m_liveData->update(*control, *this);
+    // The update may fail, and it may raise an event that changes anything, the list too.
+    {
+        std::optional<document::ReadRecorder> recorder;
+        if (mayRest)
+            recorder.emplace(m_shownChanges);
+        m_liveData->update(*control, *this);
+    }
     if (place > m_list.count() || m_list.at(place) != control)
         return;
-    // 3. An update that has changed nothing need not be made again until something else does.
-    ScanMemo after(*control);
+    // An update that has changed nothing need not be made again until something else does.
+    ScanMemo after(*control, m_shownChanges);
     if (mayRest && after.isUnchangedSince(before))
         after.settle();
     m_list.memoAt(place) = after;

@@ -60,18 +60,17 @@ enum class OnPress : std::uint8_t { Nothing, SystemMove, HostDrag };
 /// What dropping a control on another one does while the layout is edited.
 enum class OnDrop : std::uint8_t { Nothing, MovesIt, PassesOnToSurface };
 
-/// What else than its channel and its own properties an update reads.
-enum class Reads : std::uint8_t {
-    LabelElements, ///< SHOWLABELS and ADDLABELSEPERATORS of the node
-    NoElement,
-    Anything, ///< or it writes whether anything has changed or not
+/// When an update is due.
+enum class UpdateDue : std::uint8_t {
+    AfterAChange, ///< of its channel, its live control or a node that it reads
+    AtEachScan,   ///< it depends on something else, or writes whether anything has changed or not
 };
 
 /// What data does to a control; a routine that is not there has nothing to do for the type.
 struct LiveRoutines
 {
     void (*update)(iBenchControl& control, BenchControls& controls) = nullptr;
-    Reads reads = Reads::NoElement;
+    UpdateDue due = UpdateDue::AfterAChange;
     void (*followLink)(iBenchControl& control, int state) = nullptr;
     void (*feedRecords)(iBenchControl& control, BenchControls& controls) = nullptr;
 };

@@ -32,10 +32,10 @@ public:
     virtual ~LiveData() = default;
     /// Refreshes one control from its channel; nothing for a type without a live update.
     virtual void update(iBenchControl& control, BenchControls& controls) = 0;
-    /// Has the elements watched (Node::Watch::Display) that an update of this control reads of its node. False when
-    /// an update depends on anything but these, the channel and the live control, or must be made whether they have
-    /// changed or not: such a control is updated at every scan.
-    virtual bool watch(const iBenchControl&) { return false; }
+    /// Whether an update of this control may be left out while nothing that the last one read has changed: nodes of
+    /// documents (a ReadRecorder tells which), the channel and the live control. False when it depends on anything
+    /// else, or must be made whether that has changed or not: such a control is updated at every scan.
+    virtual bool mayRest(const iBenchControl&) { return false; }
     /// Brings one control in line with a new state of the link.
     virtual void followLink(iBenchControl& control, int state) = 0;
     /// Feeds one control with the log buffers' new records.

@@ -2,7 +2,7 @@
 
 namespace zan::wrappers {
 
-ScanMemo::ScanMemo(const iBenchControl& control)
+ScanMemo::ScanMemo(const iBenchControl& control, const document::ChangeCounter& documents)
     : m_wrapperRevision(control.revision())
 {
     if (m_wrapperRevision == 0)
@@ -13,8 +13,7 @@ ScanMemo::ScanMemo(const iBenchControl& control)
     m_live = live.get();
     m_channelRevision = channel ? channel->revision() : 0;
     m_liveRevision = live ? live->revision() : 0;
-    // Last: a channel that is asked for its count for the first time has itself watched.
-    m_documentChanges = document::Node::watchedChanges(document::Node::Watch::Display);
+    m_documentChanges = documents.value();
 }
 
 bool ScanMemo::isLike(const ScanMemo& other) const noexcept

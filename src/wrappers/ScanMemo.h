@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/ChangeCounter.h"
 #include "wrappers/iBenchControl.h"
 
 namespace zan::wrappers {
@@ -14,8 +15,8 @@ class ScanMemo
 {
 public:
     ScanMemo() noexcept = default;
-    /// Notes a control as it is now. The memo does not hold yet.
-    explicit ScanMemo(const iBenchControl& control);
+    /// Notes a control as it is now, and the count of the documents' changes. The memo does not hold yet.
+    ScanMemo(const iBenchControl& control, const document::ChangeCounter& documents);
 
     /// Whether both noted the same, whatever their documents have gone through.
     bool isLike(const ScanMemo& other) const noexcept;
@@ -29,16 +30,16 @@ public:
     /// From now on the memo holds until something changes.
     void settle() noexcept { m_isSettled = true; }
     /// Whether an update of this control, at this count of document changes, would change nothing.
-    bool holds(const iBenchControl& control, std::uint64_t documentChanges) const
+    bool holds(const iBenchControl& control, std::uint32_t documentChanges) const
     {
         return m_isSettled && m_documentChanges == documentChanges && control.revision() == m_wrapperRevision &&
                m_live->revision() == m_liveRevision && (!m_channel || m_channel->revision() == m_channelRevision);
     }
 
 private:
-    std::uint64_t m_documentChanges = 0;
     const site::Channel* m_channel = nullptr;
     const binding::Object* m_live = nullptr;
+    std::uint32_t m_documentChanges = 0;
     std::uint32_t m_channelRevision = 0;
     std::uint32_t m_liveRevision = 0;
     std::uint32_t m_wrapperRevision = 0;

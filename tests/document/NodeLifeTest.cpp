@@ -1,6 +1,11 @@
 #include "Parsed.h"
 
+#include "document/ChangeCounter.h"
 #include "document/Record.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
 
 using namespace zan::document;
 
@@ -174,18 +179,127 @@ TEST(NodeLife, NodesOfALongTextLiveOnInAnotherDocument)
     EXPECT_EQ(textOf(second.documentElement()), (expected + "</B>").toStdString());
 }
 
-TEST(NodeLife, EachWatcherCountsTheChangesOfItsOwnNodes)
+TEST(NodeLife, EachCounterCountsTheChangesOfTheNodesItsOwnerWatches)
 {
-    using Watch = Node::Watch;
     const Node root = parsed("<A><K>1</K><D>2</D></A>").documentElement();
-    root.child(name("K")).watch(Watch::Keys);
-    root.child(name("D")).watch(Watch::Display);
-    const std::uint64_t keys = Node::watchedChanges(Watch::Keys);
-    const std::uint64_t display = Node::watchedChanges(Watch::Display);
+    const ChangeCounter keys;
+    const ChangeCounter display;
+    root.child(name("K")).watch(keys);
+    root.child(name("D")).watch(display);
+    const std::uint32_t keysBefore = keys.value();
+    const std::uint32_t displayBefore = display.value();
     root.child(name("D")).setText(QStringLiteral("3"));
-    EXPECT_EQ(Node::watchedChanges(Watch::Keys), keys);
-    EXPECT_EQ(Node::watchedChanges(Watch::Display), display + 1);
+    EXPECT_EQ(keys.value(), keysBefore);
+    EXPECT_NE(display.value(), displayBefore);
+    const std::uint32_t displayAfter = display.value();
     root.child(name("K")).setText(QStringLiteral("4"));
-    EXPECT_EQ(Node::watchedChanges(Watch::Keys), keys + 1);
-    EXPECT_EQ(Node::watchedChanges(Watch::Display), display + 1);
+    EXPECT_NE(keys.value(), keysBefore);
+    EXPECT_EQ(display.value(), displayAfter);
+}
+
+TEST(NodeLife, MoreCountersThanBitsMissNoChange)
+{
+    const Node root = parsed("<A/>").documentElement();
+    std::vector<std::unique_ptr<ChangeCounter>> counters;
+    for (int i = 0; i < 3 * ChangeCounter::Bits; ++i) {
+        const Node watched = root.createElement(name("B"));
+        counters.push_back(std::make_unique<ChangeCounter>());
+        watched.watch(*counters.back());
+        const std::uint32_t before = counters.back()->value();
+        watched.setText(QStringLiteral("1"));
+        EXPECT_NE(counters.back()->value(), before) << i;
+    }
+}
+
+namespace {
+
+/// Whether an edit is counted by a reader that has read like this.
+bool isNoticed(const std::function<void(const Node& root)>& read, const std::function<void(const Node& root)>& edit)
+{
+    const Node root = parsed("<A><B>1</B><C><D>2</D><E>3</E></C><F g='h'/></A>").documentElement();
+    const ChangeCounter counter;
+    {
+        const ReadRecorder recorder(counter);
+        read(root);
+    }
+    const std::uint32_t before = counter.value();
+    edit(root);
+    return counter.value() != before;
+}
+
+} // namespace
+
+TEST(NodeLife, ARecorderWatchesWhateverIsReadOfANode)
+{
+    using Step = std::function<void(const Node&)>;
+    const Node loose = Node::newDocument().createElement(name("X"));
+    const Step append = [&](const Node& root) { root.appendChild(loose); };
+    const Step editInside = [](const Node& root) {
+        root.child(name("C")).child(name("D")).setText(QStringLiteral("9"));
+    };
+    const Step removeFirst = [](const Node& root) { root.removeChild(root.child(name("B"))); };
+    const Step editAttribute = [](const Node& root) {
+        root.child(name("F")).setAttribute(QStringLiteral("g"), QStringLiteral("i"));
+    };
+    const Step detach = [](const Node& root) { root.ownerDocument().removeChild(root); };
+    struct Row
+    {
+        const char* what;
+        Step read;
+        Step edit;
+    };
+    QString text;
+    const Row rows[] = {
+        {"text", [](const Node& root) { root.text(); }, editInside},
+        {"child", [](const Node& root) { root.child(name("X")); }, append},
+        {"childText", [&](const Node& root) { root.childText(name("C"), text); }, editInside},
+        {"children", [](const Node& root) { root.children(name("X")); }, append},
+        {"childElementCount", [](const Node& root) { root.childElementCount(); }, append},
+        {"firstChild", [](const Node& root) { root.firstChild(); }, removeFirst},
+        {"firstChildElement", [](const Node& root) { root.firstChildElement(); }, removeFirst},
+        {"lastChild", [](const Node& root) { root.lastChild(); }, append},
+        {"nextSibling", [](const Node& root) { root.child(name("F")).nextSibling(); }, append},
+        {"nextSiblingElement", [](const Node& root) { root.child(name("F")).nextSiblingElement(); }, append},
+        {"previousSibling", [](const Node& root) { root.child(name("C")).previousSibling(); }, removeFirst},
+        {"attributes", [](const Node& root) { root.child(name("F")).attributes(); }, editAttribute},
+        {"xml", [](const Node& root) { root.xml(); }, editInside},
+        {"parent", [](const Node& root) { root.parent(); }, detach},
+        {"ownerDocument", [](const Node& root) { root.child(name("B")).ownerDocument(); }, detach},
+        {"documentElement", [](const Node& root) { root.ownerDocument().documentElement(); }, detach},
+    };
+    for (const Row& row : rows)
+        EXPECT_TRUE(isNoticed(row.read, row.edit)) << row.what;
+}
+
+TEST(NodeLife, ARecorderWatchesNothingThatIsNotReadWhileItLives)
+{
+    const auto readText = [](const Node& root) { root.child(name("B")).text(); };
+    EXPECT_FALSE(isNoticed(readText, [](const Node& root) { root.child(name("C")).child(name("D")).setText({}); }));
+    EXPECT_FALSE(isNoticed([](const Node&) {},
+                           [&](const Node& root) {
+                               readText(root); // too late
+                               root.child(name("B")).setText({});
+                           }));
+}
+
+TEST(NodeLife, ARecorderWithinAnotherTakesTheReadsOver)
+{
+    const Node root = parsed("<A><B/><C/></A>").documentElement();
+    const ChangeCounter outer;
+    const ChangeCounter inner;
+    {
+        const ReadRecorder first(outer);
+        {
+            const ReadRecorder second(inner);
+            root.child(name("B")).text();
+        }
+        root.child(name("C")).text();
+    }
+    const std::uint32_t outerBefore = outer.value();
+    const std::uint32_t innerBefore = inner.value();
+    root.child(name("B")).setText(QStringLiteral("1"));
+    EXPECT_EQ(outer.value(), outerBefore);
+    EXPECT_NE(inner.value(), innerBefore);
+    root.child(name("C")).setText(QStringLiteral("1"));
+    EXPECT_NE(outer.value(), outerBefore);
 }

@@ -272,6 +272,40 @@ TEST_F(ScanRest, ElementsOfNoConcernWakeNobody)
     EXPECT_EQ(scanned(), 0);
 }
 
+TEST_F(ScanRest, WhatARoutineReadsIsLearnedFromTheReading)
+{
+    const Name extra("EXTRA"), part("PART");
+    scan.afterUpdate = [&](wrappers::iBenchControl& control) { control.XMLNode().child(extra).child(part).text(); };
+    rest();
+    EXPECT_EQ(scanned(), 0);
+    const Node added = node(LabelPlace).createElement(extra);
+    node(LabelPlace).appendChild(added);
+    EXPECT_GT(scanned(), 0) << "a search that found nothing may find something now";
+    rest();
+    added.appendChild(added.createElement(part, QStringLiteral("1")));
+    EXPECT_GT(scanned(), 0);
+    rest();
+    added.child(part).setText(QStringLiteral("2"));
+    EXPECT_GT(scanned(), 0);
+    rest();
+    added.appendChild(added.createElement(Name("OTHER")));
+    added.child(Name("OTHER")).setText(QStringLiteral("2"));
+    rest();
+    added.child(Name("OTHER")).setText(QStringLiteral("3"));
+    EXPECT_EQ(scanned(), 0);
+}
+
+TEST_F(ScanRest, EditsBehindAnotherPanelWakeNobody)
+{
+    const Node foreign = Node::newDocument().createElement(Name("OTHER"));
+    const document::ChangeCounter other;
+    foreign.watch(other);
+    const std::uint32_t before = other.value();
+    foreign.setText(QStringLiteral("new"));
+    EXPECT_NE(other.value(), before);
+    EXPECT_EQ(scanned(), 0);
+}
+
 TEST_F(ScanRest, AFailureIsShownAndGoesAway)
 {
     stage->setValue(Variant(values::ErrorValue{5}));
@@ -337,7 +371,7 @@ TEST_F(ScanRest, LightsAndBoxesAreWrittenAtEachScan)
 {
     for (const char* type : {"ZanBenchWindow.StatusLight", "ZanBenchWindow.ValueBar", "VB.CheckBox"}) {
         set(node(LabelPlace), element::Type, type);
-        EXPECT_FALSE(scan.watch(*wrapper(LabelPlace))) << type;
+        EXPECT_FALSE(scan.mayRest(*wrapper(LabelPlace))) << type;
     }
 }
 

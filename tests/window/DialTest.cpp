@@ -79,7 +79,7 @@ constexpr ControlType dialType{.key = u"Demo.Dial",
                                .border = wrappers::LockBorder{0, 1},
                                .click = wrappers::OnClick::RunsAction,
                                .live = {.update = updateDial,
-                                        .reads = wrappers::Reads::Anything,
+                                        .due = wrappers::UpdateDue::AtEachScan,
                                         .followLink = [](iBenchControl& control, int state) {
                                             control.setToolTipText(QString::number(state));
                                         }}};

@@ -2,6 +2,7 @@
 
 #include "binding/Object.h"
 #include "surface/Forward.h"
+#include "values/ChangeCount.h"
 #include "values/Colour.h"
 
 #include <QRect>
@@ -110,7 +111,7 @@ public:
     virtual std::int16_t tabPlace() const noexcept { return -1; }
 
     /// Counts everything that changes a property which is shown, whoever changes it; 0 once it was unloaded.
-    std::uint32_t revision() const override { return isLoaded() ? m_revision : 0; }
+    std::uint32_t revision() const override { return isLoaded() ? m_changes.value() : 0; }
 
     /// Place in the stacking order of its layer: what is higher lies nearer.
     std::int32_t rank() const noexcept { return m_rank; }
@@ -148,7 +149,7 @@ protected:
     /// Asks for the control to be shown anew at the next flush. Cheap: marks, and queues at most once.
     void changed(Change what);
     /// Counts a change that asks for nothing to be shown anew.
-    void countChange() noexcept { m_revision += m_revision == UINT32_MAX ? 2 : 1; }
+    void countChange() noexcept { m_changes.add(); }
     /// Called after the measures have changed.
     virtual void boundsChanged() {}
     /// Tells the surface's owner of a click on this control.
@@ -179,7 +180,7 @@ private:
     std::uint32_t m_slot = 0;  // place in the display list or the widget stack
     std::uint32_t m_stamp = 0; // last query of the display list that met this control
     std::int32_t m_handle = 0;
-    std::uint32_t m_revision = 1; // passes over 0
+    values::ChangeCount m_changes;
     QString m_tag;
     QString m_toolTipText;
 };

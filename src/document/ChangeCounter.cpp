@@ -1,0 +1,66 @@
+#include "document/ChangeCounter.h"
+
+#include "values/ChangeCount.h"
+
+#include <algorithm>
+#include <array>
+
+namespace zan::document {
+
+namespace {
+
+struct Place
+{
+    values::ChangeCount changes;
+    std::uint32_t counters = 0;
+};
+
+constinit thread_local std::array<Place, ChangeCounter::Bits> places{};
+constinit thread_local std::uint8_t recordingBit = 0;
+
+} // namespace
+
+ChangeCounter::ChangeCounter() noexcept
+{
+    const auto emptiest = std::min_element(places.begin(), places.end(),
+                                           [](const Place& a, const Place& b) { return a.counters < b.counters; });
+    ++emptiest->counters;
+    m_place = std::uint8_t(emptiest - places.begin());
+}
+
+ChangeCounter::~ChangeCounter()
+{
+    --places[m_place].counters;
+}
+
+std::uint32_t ChangeCounter::value() const noexcept
+{
+    return places[m_place].changes.value();
+}
+
+void ChangeCounter::count(unsigned bits) noexcept
+{
+    for (Place& place : places) {
+        if (bits & 1U)
+            place.changes.add();
+        bits >>= 1U;
+    }
+}
+
+ReadRecorder::ReadRecorder(const ChangeCounter& counter) noexcept
+    : m_outer(recordingBit)
+{
+    recordingBit = counter.bit();
+}
+
+ReadRecorder::~ReadRecorder()
+{
+    recordingBit = m_outer;
+}
+
+std::uint8_t ReadRecorder::activeBit() noexcept
+{
+    return recordingBit;
+}
+
+} // namespace zan::document
