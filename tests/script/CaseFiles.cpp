@@ -49,11 +49,11 @@ std::string nameOfCase(const testing::TestParamInfo<QString>& info)
     return name.toStdString();
 }
 
-/// Lines, from 1, that begin with a check. Under On Error Resume Next a check whose condition fails is passed over in
+/// Lines, from 1, with a statement that is a check. Under On Error Resume Next a check whose condition fails is passed over in
 /// silence: every one of them must have been made.
 std::vector<int> linesWithChecks(const QString& text)
 {
-    static const QRegularExpression check(QStringLiteral("^\\s*(Ok|Same|Fails|Gives)\\s"),
+    static const QRegularExpression check(QStringLiteral("(^|:)\\s*(Ok|Same|Fails|Gives)\\s"),
                                           QRegularExpression::CaseInsensitiveOption);
     std::vector<int> lines;
     int number = 0;
@@ -92,9 +92,8 @@ TEST_P(CaseFile, HoldsThroughout)
                                                    << " " << qPrintable(error.Description());
         return;
     }
-    const std::vector<int> expected = linesWithChecks(text);
-    EXPECT_FALSE(expected.empty()) << "a case that checks nothing";
-    for (const int line : expected) {
+    EXPECT_GT(checks->count(), 0) << "a case that checks nothing";
+    for (const int line : linesWithChecks(text)) {
         if (!checks->lines().contains(line))
             ADD_FAILURE_AT(file.c_str(), line) << "this check was never made";
     }

@@ -1,0 +1,10 @@
+' Abs keeps the kind of its argument.
+Gives "Abs(-5)", "Integer", "5"
+Gives "Abs(-2.5)", "Double", "2.5"
+Gives "Abs(""-3"")", "Double", "3"
+Gives "Abs(Null)", "Null", ""
+Gives "Abs(True)", "Integer", "1"
+Gives "Abs(Empty)", "Integer", "0"
+Gives "Abs(CCur(-1.5))", "Currency", "1.5"
+Gives "Abs(CInt(-32767))", "Integer", "32767"
+Fails 13, "x = Abs(""a"")"

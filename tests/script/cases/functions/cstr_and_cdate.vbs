@@ -1,0 +1,13 @@
+' Texts of numbers, and dates of texts.
+Gives "CStr(1.5)", "String", "1.5"
+Gives "CStr(True)", "String", "True"
+Gives "CStr(Empty)", "String", ""
+Gives "CStr(2^0.5)", "String", "1.4142135623731"
+Gives "CStr(0.1 + 0.2)", "String", "0.3"
+Gives "CStr(1E14)", "String", "100000000000000"
+Gives "CStr(1E15)", "String", "1E+15"
+Gives "CStr(0.000015)", "String", "0.000015"
+Gives "CStr(CSng(16777216))", "String", "1.677722E+07"
+Gives "CDate(""1/31/2026"")", "Date", "1/31/2026"
+Gives "CDate(36526)", "Date", "1/1/2000"
+Fails 13, "x = CDate(""abc"")"

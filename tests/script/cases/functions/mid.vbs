@@ -1,0 +1,11 @@
+' Mid, and the functions that count bytes.
+Gives "Mid(""abcdef"", 2, 3)", "String", "bcd"
+Gives "Mid(""abcdef"", 4)", "String", "def"
+Gives "Mid(""abc"", 10)", "String", ""
+Gives "Mid(""abc"", 2, 0)", "String", ""
+Gives "Mid(Null, 1)", "Null", ""
+Fails 5, "x = Mid(""abc"", 0)"
+Fails 5, "x = Mid(""abc"", 1, -1)"
+Gives "LeftB(""abc"", 4)", "String", "ab"
+Gives "RightB(""abc"", 4)", "String", "bc"
+Gives "MidB(""abc"", 3, 2)", "String", "b"

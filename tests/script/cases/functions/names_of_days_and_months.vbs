@@ -1,0 +1,10 @@
+' MonthName and WeekdayName.
+Gives "MonthName(1)", "String", "January"
+Gives "MonthName(12, True)", "String", "Dec"
+Fails 5, "x = MonthName(13)"
+Fails 5, "x = MonthName(0)"
+Gives "WeekdayName(1)", "String", "Sunday"
+Gives "WeekdayName(1, True)", "String", "Sun"
+Gives "WeekdayName(1, False, vbMonday)", "String", "Monday"
+Gives "WeekdayName(7, False, vbMonday)", "String", "Sunday"
+Fails 5, "x = WeekdayName(8)"

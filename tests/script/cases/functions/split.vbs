@@ -1,0 +1,12 @@
+' Split.
+Gives "UBound(Split(""a b c""))", "Long", "2"
+Gives "Split(""a b c"")(1)", "String", "b"
+Gives "UBound(Split(""""))", "Long", "-1"
+Gives "UBound(Split(""abc"", """"))", "Long", "0"
+Gives "Split(""a,b,c"", "","", 2)(1)", "String", "b,c"
+Gives "UBound(Split(""a,b,c"", "","", 0))", "Long", "-1"
+Gives "UBound(Split("","", "",""))", "Long", "1"
+Gives "Split(""aXbxc"", ""x"", -1, 1)(2)", "String", "c"
+Gives "UBound(Split(""aXbxc"", ""x""))", "Long", "1"
+Gives "Split(""a--b"", ""--"")(1)", "String", "b"
+Fails 94, "x = Split(Null)"

@@ -1,0 +1,13 @@
+' The constants of boxes, dates, comparisons and colours.
+Same vbOKOnly & vbOKCancel & vbAbortRetryIgnore & vbYesNoCancel & vbYesNo & vbRetryCancel, "012345", "button constants"
+Same vbCritical & vbQuestion & vbExclamation & vbInformation, "16324864", "icon constants"
+Same vbOK & vbCancel & vbAbort & vbRetry & vbIgnore & vbYes & vbNo, "1234567", "answer constants"
+Same vbDefaultButton2 & vbDefaultButton3 & vbSystemModal, "2565124096", "more of them"
+Same vbSunday & vbMonday & vbTuesday & vbWednesday & vbThursday & vbFriday & vbSaturday, "1234567", "weekday constants"
+Same vbGeneralDate & vbLongDate & vbShortDate & vbLongTime & vbShortTime, "01234", "date format constants"
+Same vbUseSystem & vbFirstJan1 & vbFirstFourDays & vbFirstFullWeek, "0123", "week constants"
+Same vbBinaryCompare & vbTextCompare, "01", "compare constants"
+Same vbTrue & vbFalse & vbUseDefault, "-10-2", "three states"
+Same vbBlack & "," & vbRed & "," & vbGreen & "," & vbBlue, "0,255,65280,16711680", "colours"
+Same vbYellow & "," & vbMagenta & "," & vbCyan & "," & vbWhite, "65535,16711935,16776960,16777215", "more colours"
+Same vbObjectError, CLng(-2147221504), "vbObjectError"

@@ -1,0 +1,13 @@
+' Overflow, division by zero and operands of a wrong type.
+Fails 6, "x = CCur(40000000)*CCur(40000000)"
+Fails 6, "x = 1E308*10"
+Fails 6, "x = 2147483648\1"
+Fails 6, "x = 3000000000 Mod 7"
+Fails 11, "x = 1/0"
+Fails 6, "x = 0/0"
+Fails 11, "x = 1\0"
+Fails 11, "x = 1 Mod 0"
+Fails 5, "x = (-8)^(1/3)"
+Fails 13, "x = ""abc"" + 1"
+Fails 13, "x = ""abc"" * 2"
+Fails 13, "x = Array(1) + 1"

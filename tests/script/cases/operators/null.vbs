@@ -1,0 +1,13 @@
+' Null as operand.
+Gives "False And Null", "Boolean", "False"
+Gives "CInt(0) And Null", "Integer", "0"
+Gives "True Or Null", "Boolean", "True"
+Gives "False Imp Null", "Boolean", "True"
+Gives "True And Null", "Null", ""
+Gives "1 + Null", "Null", ""
+Gives "Null = Null", "Null", ""
+Gives "Not Null", "Null", ""
+Gives """ab "" & Null", "String", "ab "
+Gives "Null & Null", "Null", ""
+Gives "Null & Null & Null", "Null", ""
+Gives "Null & 1 & Null", "String", "1"

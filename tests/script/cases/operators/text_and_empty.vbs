@@ -1,0 +1,12 @@
+' Texts and Empty as operands.
+Gives """3""+""4""", "String", "34"
+Gives """3""+4", "Double", "7"
+Gives "+""abc""", "String", "abc"
+Gives "TypeName(+Empty)", "String", "Empty"
+Gives "-Empty", "Integer", "0"
+Gives "-""5""", "Double", "-5"
+Gives "Empty+Empty", "Integer", "0"
+Gives "Not Empty", "Long", "-1"
+Gives "Empty Or 0", "Long", "0"
+Gives """5"" And ""3""", "Long", "1"
+Fails 13, "x = ""abc"" And ""2"""
