@@ -10,8 +10,8 @@ namespace zan::host {
 namespace {
 
 const values::Name Changed("CHANGED");
-const values::Name IgnoreScan("IGNORESCAN");
-const values::Name ToolTipText("TOOLTIPTEXT");
+const values::Name Control("CONTROL");
+const values::Name AutoSize("AUTOSIZE");
 const values::Name Type("TYPE");
 const values::Name BindTo("BINDTO");
 
@@ -31,15 +31,36 @@ bool isStoredDefault(const values::Name name, const QString& text)
                        [&](const Default& row) { return row.name == name && row.text == text; });
 }
 
-/// Whether the scan writes the element: a bound value bar has its value in its tool tip.
-bool isWrittenByScan(const document::Node& element)
+/// An element that a panel writes of its own accord: at every scan, when it is locked or unlocked, when protected
+/// controls are hidden. Whatever it held is written over by the next load or scan.
+struct PanelsOwn
 {
-    if (element.name() == IgnoreScan)
-        return true;
-    if (element.name() != ToolTipText)
-        return false;
-    const document::Node control = element.parent();
-    return control.child(Type).text() == QLatin1String("ZanBenchWindow.ValueBar") && control.child(BindTo);
+    values::Name name;
+    QLatin1String type;       // of the control; empty for every type
+    bool ofBound = false;     // only of controls with a channel
+    bool ofAutoSized = false; // only of controls that take the size of their text
+};
+
+/// Whether the element is the panel's own affair.
+bool isPanelsOwn(const document::Node& element)
+{
+    static const QLatin1String bar("ZanBenchWindow.ValueBar"), label("VB.Label");
+    static const std::array rows = {
+        PanelsOwn{values::Name("IGNORESCAN"), {}},
+        PanelsOwn{values::Name("SHOWGRABHANDLES"), {}},
+        PanelsOwn{values::Name("VISIBLE"), {}}, // a load shows every control
+        PanelsOwn{values::Name("TOOLTIPTEXT"), bar, true},
+        PanelsOwn{values::Name("WIDTH"), label, true, true},
+        PanelsOwn{values::Name("HEIGHT"), label, true, true},
+    };
+    const values::Name name = element.name();
+    return std::any_of(rows.begin(), rows.end(), [&](const PanelsOwn& row) {
+        if (row.name != name)
+            return false;
+        const document::Node control = element.parent();
+        return control.name() == Control && (row.type.isEmpty() || control.child(Type).text() == row.type) &&
+               (!row.ofBound || control.child(BindTo)) && (!row.ofAutoSized || control.child(AutoSize));
+    });
 }
 
 /// Adds an element and what lies below it. Elements that hold nothing say as much as elements that are not there.
@@ -47,7 +68,7 @@ bool isWrittenByScan(const document::Node& element)
 bool addSubstance(const document::Node& element, QCryptographicHash& hash)
 {
     const values::Name name = element.name();
-    if (name == Changed || isWrittenByScan(element))
+    if (name == Changed || isPanelsOwn(element))
         return false;
     bool any = !element.attributes().empty();
     if (!element.firstChildElement()) {
@@ -95,8 +116,11 @@ void ChangeWatch::settle()
 
 bool ChangeWatch::isChanged()
 {
-    if (m_changed || !m_scheme->isChanged())
-        return m_changed;
+    return m_changed || (m_scheme->isChanged() && compare());
+}
+
+bool ChangeWatch::compare()
+{
     m_changed = substance() != m_settled;
     if (!m_changed)
         clearMark();

@@ -6,9 +6,9 @@
 
 namespace zan::host {
 
-/// Tells changes that a user would miss from what a panel writes by itself while it is loaded and runs: keys and
-/// defaults filled in at loading, the mark that has a check box skip a scan. All of them set the scheme's CHANGED;
-/// only the former are worth a question before they are lost.
+/// Tells changes that a user would miss from what a panel writes by itself while it is loaded, locked, unlocked and
+/// runs: keys and defaults filled in at loading, the mark that has a check box skip a scan, what a light hides. All of
+/// them set the scheme's CHANGED; only the former are worth a question before they are lost, and a save.
 class ChangeWatch
 {
 public:
@@ -19,6 +19,8 @@ public:
     /// Whether the tree differs in substance from what it was when it settled. Cheap unless CHANGED has been set
     /// since the last call.
     bool isChanged();
+    /// The same, whatever CHANGED says: taking an element away does not set it. Costs a walk through the tree.
+    bool compare();
 
 private:
     void clearMark();

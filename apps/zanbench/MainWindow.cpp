@@ -1,13 +1,13 @@
 #include "zanbench/MainWindow.h"
 
-#include "zanbench/PanelLoader.h"
-
 #include "halyard/HalyardLogger.h"
+#include "window/BenchWindow.h"
 
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
 #include <QScreen>
+#include <QScrollArea>
 #include <QStyle>
 #include <QVBoxLayout>
 
@@ -33,7 +33,7 @@ MainWindow::MainWindow(Settings& settings, HostDialogs& dialogs, HostStatus::Clo
     , m_actions(this)
     , m_status(new HostStatus(std::move(clock), this))
     , m_errors(new ErrorBar(this))
-    , m_stack(new QStackedWidget(this))
+    , m_pages(new PanelPages(settings, m_forms, this))
     , m_dock(new QDockWidget(QStringLiteral("Windows"), this))
     , m_list(new QListWidget(m_dock))
     , m_toolBar(addToolBar(QStringLiteral("Commands")))
@@ -56,7 +56,7 @@ MainWindow::MainWindow(Settings& settings, HostDialogs& dialogs, HostStatus::Clo
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_errors);
-    layout->addWidget(m_stack, 1);
+    layout->addWidget(m_pages, 1);
     setCentralWidget(centre);
     setStatusBar(m_status);
 
@@ -66,7 +66,9 @@ MainWindow::MainWindow(Settings& settings, HostDialogs& dialogs, HostStatus::Clo
     m_actions.setRecentFiles(m_settings.recentFiles());
     m_actions.connectOnOpening->setChecked(m_settings.connectsOnOpening());
     m_actions.lock->setChecked(true);
+    m_panelHost = values::make<PanelHost>([this](const QString& key) { showForScript(key); });
     connectActions();
+    connectPages();
     followLink();
 
     resize(EmptySize);
@@ -76,7 +78,9 @@ MainWindow::MainWindow(Settings& settings, HostDialogs& dialogs, HostStatus::Clo
 
 MainWindow::~MainWindow()
 {
+    m_panelHost->detach(); // a script may have left it somewhere
     closeSite();
+    delete m_pages; // its panels know the forms, which go before the children of a widget do
 }
 
 void MainWindow::connectActions()
@@ -100,12 +104,15 @@ void MainWindow::connectActions()
     });
     connect(m_actions.connectOnOpening, &QAction::toggled, this,
             [this](bool connects) { m_settings.setConnectsOnOpening(connects); });
-    connect(m_actions.lock, &QAction::toggled, this, &MainWindow::setLocked);
+    connect(m_actions.lock, &QAction::toggled, this, [this](bool lock) {
+        PanelPages::Manner manner = m_pages->manner();
+        manner.isLocked = lock;
+        setManner(manner);
+    });
     connect(m_actions.hideProtected, &QAction::toggled, this, [this](bool hide) {
-        attempt(QStringLiteral("The protected controls could not be changed"), [this, hide] {
-            for (const auto& [key, page] : m_pages)
-                page.panel->setHideProtectedControls(hide);
-        });
+        PanelPages::Manner manner = m_pages->manner();
+        manner.hidesProtected = hide;
+        setManner(manner);
     });
     connect(m_actions.siteMap, &QAction::toggled, this, [this](bool show) {
         if (window::BenchWindow* panel = currentPanel())
@@ -129,6 +136,13 @@ void MainWindow::connectActions()
     connect(&m_changes, &QTimer::timeout, this, &MainWindow::followChanges);
 }
 
+void MainWindow::connectPages()
+{
+    connect(m_pages, &PanelPages::shownChanged, this, &MainWindow::followPage);
+    connect(m_pages, &PanelPages::failed, m_errors,
+            [this](int number, const QString& text) { m_errors->showError(numbered(number, text)); });
+}
+
 template <class Action>
 bool MainWindow::attempt(const QString& what, Action action)
 {
@@ -147,7 +161,7 @@ bool MainWindow::openChosen(const QString& path)
 {
     OpenOptions options;
     options.scheme = path;
-    options.unlock = !m_locked;
+    options.unlock = !m_pages->manner().isLocked;
     return openScheme(options);
 }
 
@@ -174,18 +188,12 @@ bool MainWindow::openScheme(const OpenOptions& options)
     m_settings.addRecentFile(m_site->scheme().path());
     m_actions.setRecentFiles(m_settings.recentFiles());
     m_actions.lock->setChecked(!options.unlock);
-    setLocked(!options.unlock);
+    m_pages->open(*m_site, *m_watch, m_panelHost);
     connectSite();
 
     const QStringList keys = m_site->panelKeys();
     const QString last = m_settings.lastWindow(m_site->scheme().path());
     const QString first = asked ? *asked : keys.contains(last) ? last : keys.value(0);
-    {
-        const QSignalBlocker blocker(m_list);
-        m_list->addItems(keys);
-        if (asked && !keys.contains(*asked))
-            m_list->addItem(*asked);
-    }
     showWindow(first);
     fitToPanel();
     if (!m_site->loggerProblem().isEmpty())
@@ -224,55 +232,46 @@ void MainWindow::connectSite()
     m_changes.start();
 }
 
-const MainWindow::Page* MainWindow::pageOf(const QString& key)
-{
-    if (const auto found = m_pages.find(key); found != m_pages.end())
-        return &found->second;
-    std::unique_ptr<window::BenchWindow> loaded;
-    const bool wasChanged = hasUnsavedChanges();
-    const bool done = attempt(QStringLiteral("The window %1 could not be shown").arg(key), [&] {
-        const auto prepare = [this](window::BenchWindow& panel) {
-            panel.setForms(&m_forms);
-            connect(&panel, &surface::Surface::runtimeError, m_errors,
-                    [this](int number, const QString& text) { m_errors->showError(numbered(number, text)); });
-        };
-        loaded = loadPanel(*m_site, key, m_settings.bag(m_site->scheme().path(), key), prepare);
-        loaded->setLockMenu(m_kiosk);
-        loaded->setLockPositions(m_locked || m_kiosk);
-        loaded->setHideProtectedControls(m_actions.hideProtected->isChecked());
-    });
-    if (!done)
-        return nullptr;
-    if (!wasChanged)
-        m_watch->settle(); // what loading fills in is nobody's edit
-    window::BenchWindow* panel = loaded.release();
-    panel->setMinimumSize(contentSize(*panel));
-    auto* area = new QScrollArea(m_stack);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setWidgetResizable(true);
-    area->setWidget(panel);
-    m_stack->addWidget(area);
-    return &m_pages.emplace(key, Page{area, panel}).first->second;
-}
-
 void MainWindow::showWindow(const QString& key)
 {
     const auto known = m_site ? m_site->windowKey(key) : std::nullopt;
-    const Page* page = known ? pageOf(*known) : nullptr;
-    if (!page)
+    if (!known)
         return;
-    m_currentKey = *known;
-    m_stack->setCurrentWidget(page->area);
+    const bool shown = attempt(QStringLiteral("The window %1 could not be shown").arg(*known),
+                               [this, &known] { m_pages->show(*known); });
+    if (!shown)
+        followPage(); // the list goes back to what is shown
+}
+
+/// As showWindow(), but what goes wrong is the script's.
+void MainWindow::showForScript(const QString& key)
+{
+    const auto known = m_site ? m_site->windowKey(key) : std::nullopt;
+    if (!known)
+        values::raise(values::ErrorNumber::SubscriptOutOfRange,
+                      QStringLiteral("The scheme has no window '%1'.").arg(key));
+    m_pages->show(*known);
+}
+
+/// Scripts may make windows and load them: list and title go by the scheme and by what is shown.
+void MainWindow::followPage()
+{
+    if (!m_site)
+        return;
+    const QString key = m_pages->currentKey();
     {
         const QSignalBlocker blocker(m_list);
-        const QList<QListWidgetItem*> items = m_list->findItems(*known, Qt::MatchExactly);
-        m_list->setCurrentItem(items.value(0));
+        QStringList keys = m_site->panelKeys();
+        if (!key.isEmpty() && !keys.contains(key))
+            keys.append(key);
+        m_list->clear();
+        m_list->addItems(keys);
+        m_list->setCurrentRow(int(keys.indexOf(key)));
     }
-    {
+    if (const window::BenchWindow* panel = currentPanel()) {
         const QSignalBlocker blocker(m_actions.siteMap);
-        m_actions.siteMap->setChecked(page->panel->ShowSiteMap());
+        m_actions.siteMap->setChecked(panel->ShowSiteMap());
     }
-    m_settings.setLastWindow(m_site->scheme().path(), *known);
     followChanges();
 }
 
@@ -287,21 +286,6 @@ void MainWindow::fitToPanel()
         menuBar()->sizeHint().height() + m_toolBar->sizeHint().height() + m_status->sizeHint().height();
     resize((panel->minimumSize() + QSize(width + FrameSlack, height + FrameSlack))
                .boundedTo(screen()->availableSize()));
-}
-
-/// A copy that stands while what is done with a panel changes the pages.
-std::vector<QPointer<window::BenchWindow>> MainWindow::panels() const
-{
-    std::vector<QPointer<window::BenchWindow>> all;
-    for (const auto& [key, page] : m_pages)
-        all.emplace_back(page.panel);
-    return all;
-}
-
-window::BenchWindow* MainWindow::currentPanel() const
-{
-    const auto found = m_pages.find(m_currentKey);
-    return found == m_pages.end() ? nullptr : found->second.panel;
 }
 
 void MainWindow::step(int by)
@@ -322,21 +306,9 @@ void MainWindow::linkChanged(int state)
         this,
         [this] {
             m_forms.setAnnouncing(false);
-            refreshPanels();
+            m_pages->refresh();
         },
         Qt::QueuedConnection);
-}
-
-void MainWindow::refreshPanels()
-{
-    for (const QPointer<window::BenchWindow>& panel : panels()) {
-        try {
-            if (panel)
-                panel->Refresh();
-        } catch (const values::RuntimeError&) {
-            // Ends the pass of this panel, as it ends every scan.
-        }
-    }
 }
 
 void MainWindow::followLink()
@@ -364,58 +336,60 @@ void MainWindow::followChanges()
     const bool changed = hasUnsavedChanges();
     m_status->setChanged(changed);
     setWindowModified(changed);
+    const QString key = m_pages->currentKey();
+    const QString shown = key.isEmpty() ? QStringLiteral("(no window)") : key;
     const QString mark = m_site->isSimulated() ? QStringLiteral(" (simulated logger)") : QString();
-    setWindowTitle(QStringLiteral("%1: %2[*]%3 - ZanBench").arg(m_site->displayName(), m_currentKey, mark));
+    setWindowTitle(QStringLiteral("%1: %2[*]%3 - ZanBench").arg(m_site->displayName(), shown, mark));
 }
 
-void MainWindow::setLocked(bool locked)
+void MainWindow::setManner(const PanelPages::Manner& manner)
 {
-    m_locked = locked;
-    attempt(QStringLiteral("The controls could not be locked"), [this, locked] {
-        for (const auto& [key, page] : m_pages)
-            page.panel->setLockPositions(locked);
-    });
+    try {
+        m_pages->setManner(manner);
+    } catch (const values::RuntimeError& error) {
+        m_dialogs.showError(numbered(error.number(), error.description()));
+    }
 }
 
 /// Every panel brings its window up to date before anything is stored, so that no file holds half of an edit.
-void MainWindow::updateDocuments()
+bool MainWindow::bringUpToDate()
 {
-    for (const auto& [key, page] : m_pages)
-        page.panel->UpdateDocument();
+    return attempt(QStringLiteral("The panels could not be stored"), [this] { m_pages->updateDocuments(); });
 }
 
 bool MainWindow::save()
 {
-    if (!m_site)
+    if (!m_site || !bringUpToDate())
         return false;
-    const bool updated = attempt(QStringLiteral("The panels could not be stored"), [this] { updateDocuments(); });
-    if (!updated)
-        return false;
-    bool saved = false;
-    try {
-        m_site->scheme().Save();
-        saved = true;
-    } catch (const values::RuntimeError& error) {
-        if (!m_site->scheme().isChangedOnDisk()) {
-            m_dialogs.showError(QStringLiteral("The scheme was not saved: %1").arg(error.description()));
-        } else {
-            switch (m_dialogs.askConflict(error.description())) {
-            case HostDialogs::Conflict::Overwrite:
-                saved =
-                    attempt(QStringLiteral("The scheme was not saved"), [this] { m_site->scheme().saveOver(); });
-                break;
-            case HostDialogs::Conflict::SaveAs:
-                saved = saveAs();
-                break;
-            case HostDialogs::Conflict::Cancel:
-                break;
-            }
-        }
-    }
-    if (saved)
+    // What nobody has edited is left as it is, in the file, too.
+    const bool needed = m_watch->compare() || !QFileInfo::exists(m_site->scheme().path());
+    const bool saved = !needed || store();
+    if (saved && needed)
         m_watch->settle();
     followChanges();
     return saved;
+}
+
+bool MainWindow::store()
+{
+    try {
+        m_site->scheme().Save();
+        return true;
+    } catch (const values::RuntimeError& error) {
+        if (!m_site->scheme().isChangedOnDisk()) {
+            m_dialogs.showError(QStringLiteral("The scheme was not saved: %1").arg(error.description()));
+            return false;
+        }
+        switch (m_dialogs.askConflict(error.description())) {
+        case HostDialogs::Conflict::Overwrite:
+            return attempt(QStringLiteral("The scheme was not saved"), [this] { m_site->scheme().saveOver(); });
+        case HostDialogs::Conflict::SaveAs:
+            return saveAs();
+        case HostDialogs::Conflict::Cancel:
+            break;
+        }
+    }
+    return false;
 }
 
 bool MainWindow::saveAs()
@@ -425,10 +399,8 @@ bool MainWindow::saveAs()
     const QString target = m_dialogs.chooseTarget(m_site->scheme().path());
     if (target.isEmpty())
         return false;
-    const bool saved = attempt(QStringLiteral("The scheme was not saved"), [this, &target] {
-        updateDocuments();
-        m_site->scheme().saveAs(target);
-    });
+    const bool saved = bringUpToDate() && attempt(QStringLiteral("The scheme was not saved"),
+                                                  [this, &target] { m_site->scheme().saveAs(target); });
     if (saved) {
         m_watch->settle();
         m_settings.addRecentFile(target);
@@ -441,7 +413,11 @@ bool MainWindow::saveAs()
 
 bool MainWindow::confirmLeaving()
 {
-    if (!hasUnsavedChanges())
+    if (!m_site)
+        return true;
+    // An edit may still stand on the panel alone, and an element that was taken away leaves no mark.
+    bringUpToDate();
+    if (!m_watch->compare())
         return true;
     switch (m_dialogs.askUnsaved(m_site->displayName())) {
     case HostDialogs::Unsaved::Save:
@@ -458,13 +434,8 @@ void MainWindow::storeState()
 {
     if (!m_kiosk && !isFullScreen())
         m_settings.setWindow(saveGeometry(), saveState());
-    if (!m_site)
-        return;
-    for (const auto& [key, page] : m_pages) {
-        binding::PropertyBag bag;
-        page.panel->WriteProperties(bag);
-        m_settings.setBag(m_site->scheme().path(), key, bag);
-    }
+    if (m_site)
+        m_pages->storeBags();
 }
 
 void MainWindow::closeSite()
@@ -477,10 +448,7 @@ void MainWindow::closeSite()
     m_site->logger()->Link()->disconnect(this);
     m_site->logger()->disconnect(m_status);
     m_site->logger()->disconnect(m_errors);
-    m_currentKey.clear();
-    for (const auto& [key, page] : m_pages)
-        delete page.area;
-    m_pages.clear();
+    m_pages->close();
     m_watch.reset();
     m_site.reset();
     m_errors->dismiss();
@@ -508,12 +476,9 @@ void MainWindow::enterKiosk()
     m_toolBar->hide();
     m_dock->hide();
     m_status->hide();
-    attempt(QStringLiteral("The controls could not be locked"), [this] {
-        for (const auto& [key, page] : m_pages) {
-            page.panel->setLockPositions(true);
-            page.panel->setLockMenu(true);
-        }
-    });
+    PanelPages::Manner manner = m_pages->manner();
+    manner.isLocked = manner.hasLockedMenus = true;
+    setManner(manner);
     m_actions.restrictToKiosk();
     setWindowState(windowState() | Qt::WindowFullScreen);
 }

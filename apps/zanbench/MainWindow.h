@@ -8,18 +8,15 @@
 #include "zanbench/HostStatus.h"
 #include "zanbench/OpenedSite.h"
 #include "zanbench/PanelForms.h"
+#include "zanbench/PanelHost.h"
+#include "zanbench/PanelPages.h"
 #include "zanbench/Settings.h"
 
 #include <QDockWidget>
 #include <QListWidget>
 #include <QMainWindow>
-#include <QPointer>
-#include <QScrollArea>
-#include <QStackedWidget>
 
-#include <map>
 #include <memory>
-#include <vector>
 
 namespace zan::window {
 class BenchWindow;
@@ -45,12 +42,11 @@ public:
     /// Saves everything; false when it was not saved. The user has been told why, unless it was his choice.
     bool save();
     bool saveAs();
-    void updateDocuments();
     bool hasUnsavedChanges() const;
     /// Fills the screen with the panel alone.
     void enterKiosk();
 
-    window::BenchWindow* currentPanel() const;
+    window::BenchWindow* currentPanel() const { return m_pages->currentPanel(); }
     OpenedSite* site() const { return m_site.get(); }
     const PanelForms& forms() const { return m_forms; }
 
@@ -58,26 +54,21 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    /// A panel and the scroll area that it stands in, which is what is hidden while another window is shown.
-    struct Page
-    {
-        QScrollArea* area;
-        window::BenchWindow* panel;
-    };
-
     void connectActions();
     void connectSite();
     bool openChosen(const QString& path);
-    const Page* pageOf(const QString& key);
-    std::vector<QPointer<window::BenchWindow>> panels() const;
+    bool bringUpToDate();
+    bool store();
+    void followPage();
+    void showForScript(const QString& key);
+    void connectPages();
     void fitToPanel();
     void linkChanged(int state);
     void followLink();
-    void refreshPanels();
     void followChanges();
     void step(int by);
     void setFullScreen(bool full);
-    void setLocked(bool locked);
+    void setManner(const PanelPages::Manner& manner);
     /// Runs something that may raise a run-time error; shows the error and gives false when it does.
     template <class Action>
     bool attempt(const QString& what, Action action);
@@ -90,18 +81,16 @@ private:
     PanelForms m_forms; // outlives the panels
     std::unique_ptr<OpenedSite> m_site;
     std::unique_ptr<ChangeWatch> m_watch; // of the open site
-    std::map<QString, Page> m_pages;      // by window key
-    QString m_currentKey;
+    Ref<PanelHost> m_panelHost;
     HostActions m_actions;
     HostStatus* m_status;
     ErrorBar* m_errors;
-    QStackedWidget* m_stack;
+    PanelPages* m_pages;
     QDockWidget* m_dock;
     QListWidget* m_list;
     QToolBar* m_toolBar;
     QTimer m_changes;
     bool m_kiosk = false;
-    bool m_locked = true;
 };
 
 } // namespace zan::host

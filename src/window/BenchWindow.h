@@ -114,6 +114,9 @@ public:
     void WriteProperties(PropertyBag& bag) const;
 
     const std::vector<NewControlMenuItem>& newControlMenu() const;
+    /// What scripts of the panel may ask of the program around it, as `Window.Host`; nothing until a host gives one.
+    Ref<binding::Object> Host() const { return m_host; }
+    void setHost(const Ref<binding::Object>& host) { m_host = host; }
     /// Who shows message boxes; null gives real windows. Must outlive the panel.
     void setForms(surface::HostForms* forms);
     surface::HostForms& forms() const { return *m_forms; }
@@ -130,6 +133,11 @@ Q_SIGNALS:
     void MouseMove(int Button, int Shift, float X, float Y);
     void MouseUp(int Button, int Shift, float X, float Y);
     void LoadScheme(const QString& Scheme);
+    /// LoadWindow or Clear, a host's or a script's, is about to take the window shown off the panel, which empties its
+    /// document. The document still holds everything.
+    void WindowLeaving();
+    /// That call has ended, whether it failed or not: the panel shows CurrentWindow.
+    void WindowEntered();
 
 private:
     // wrappers::PanelWindow
@@ -154,6 +162,7 @@ private:
     template <class Apply>
     void forFollowers(Apply apply);
     wrappers::BenchControls& controlsOrRaise() const;
+    void announceChange(void (BenchWindow::*signal)());
     void takeContainer();
     void applyContainer(document::Node& siteMapNode);
     void removeStaleSiteMaps();
@@ -179,6 +188,7 @@ private:
     QPointer<display::frmProgress> m_progress;
     std::unique_ptr<surface::HostForms> m_ownForms;
     surface::HostForms* m_forms;
+    Ref<binding::Object> m_host;
     float m_gridSize = DefaultGridSize;
     bool m_snapToGrid = true;
     bool m_showSiteMap = true;

@@ -10,6 +10,9 @@
 #include "wrappers/FontNode.h"
 #include "wrappers/ValueText.h"
 
+#include <QPointer>
+#include <QScopeGuard>
+
 #include <array>
 #include <vector>
 
@@ -41,9 +44,24 @@ Node findOrAppend(const Node& parent, Name name)
 
 } // namespace
 
+/// Whoever hears of it may fail, but not take the call along.
+void BenchWindow::announceChange(void (BenchWindow::*signal)())
+{
+    try {
+        Q_EMIT(this->*signal)();
+    } catch (const RuntimeError& error) {
+        reportError(error);
+    }
+}
+
 void BenchWindow::LoadWindow(const QString& key)
 {
     const Ref<BenchWindowObject> alive = m_object;
+    announceChange(&BenchWindow::WindowLeaving);
+    const auto entered = qScopeGuard([panel = QPointer<BenchWindow>(this)] {
+        if (panel)
+            panel->announceChange(&BenchWindow::WindowEntered);
+    });
     // 1. The defaults, through the setters: the container of the window shown before is reset in its document too.
     InitProperties();
     // 2.
@@ -155,6 +173,11 @@ void BenchWindow::storeFont(const Node& parent, binding::Object& font)
 
 void BenchWindow::Clear()
 {
+    announceChange(&BenchWindow::WindowLeaving);
+    const auto entered = qScopeGuard([panel = QPointer<BenchWindow>(this)] {
+        if (panel)
+            panel->announceChange(&BenchWindow::WindowEntered);
+    });
     // 1. A window record of its own, which belongs to no scheme.
     m_currentWindow = nullptr;
     if (m_logger) {

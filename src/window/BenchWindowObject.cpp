@@ -42,6 +42,7 @@ const binding::MemberTable& BenchWindowObject::members() const
                 property<&C::HideProtectedControls, &C::setHideProtectedControls>("HideProtectedControls"),
                 readOnly<&C::CurrentWindow>("CurrentWindow"),
                 method<&C::ShowProgress>("ShowProgress"),
+                readOnly<&C::Host>("Host"),
             });
     });
 }

@@ -50,6 +50,52 @@ TEST_F(Lifecycle, LoadOfAnotherWindowEmptiesTheFormerTreeAndResetsItsContainer)
     EXPECT_EQ(nodeOf("B").children(Name("CONTROL")).size(), 1u);
 }
 
+TEST_F(Lifecycle, AHostHearsOfALoadWhileTheFormerTreeIsWholeAndAgainAtItsEnd)
+{
+    fill("A", "<CONTAINER><GRIDSIZE>300</GRIDSIZE></CONTAINER><CONTROL><TYPE>VB.Label</TYPE></CONTROL>");
+    fill("B", "<CONTAINER/>");
+    panel->LoadWindow(QStringLiteral("A"));
+    QStringList heard;
+    const auto note = [&](const char* what) {
+        const document::Node window = nodeOf("A");
+        heard << QStringLiteral("%1 %2: %3 controls, grid %4")
+                     .arg(QLatin1String(what), panel->CurrentWindow()->Key())
+                     .arg(window.children(values::Name("CONTROL")).size())
+                     .arg(window.child(values::Name("CONTAINER")).child(values::Name("GRIDSIZE")).text());
+    };
+    QObject::connect(panel.get(), &BenchWindow::WindowLeaving, panel.get(), [&] { note("leaving"); });
+    QObject::connect(panel.get(), &BenchWindow::WindowEntered, panel.get(), [&] { note("entered"); });
+    panel->LoadWindow(QStringLiteral("B"));
+    EXPECT_EQ(heard, (QStringList{"leaving A: 1 controls, grid 300", "entered B: 0 controls, grid 200"}));
+    heard.clear();
+    logger->scheme->windows->failure = values::RuntimeError(ErrorNumber::PathNotFound);
+    EXPECT_EQ(errorOf([&] { panel->LoadWindow(QStringLiteral("A")); }), int(ErrorNumber::PathNotFound));
+    EXPECT_EQ(heard.size(), 2) << "a load that fails has an end, too";
+    logger->scheme->windows->failure.reset();
+    heard.clear();
+    panel->Clear();
+    EXPECT_EQ(heard.size(), 2);
+}
+
+TEST_F(Lifecycle, AHandlerOfALoadThatFailsDoesNotTakeTheLoadAlong)
+{
+    QObject::connect(panel.get(), &BenchWindow::WindowLeaving, panel.get(),
+                     [] { values::raise(ErrorNumber::OutOfMemory); });
+    QObject::connect(panel.get(), &BenchWindow::WindowEntered, panel.get(),
+                     [] { values::raise(ErrorNumber::SubscriptOutOfRange); });
+    panel->LoadWindow(QStringLiteral("A"));
+    EXPECT_EQ(panel->CurrentWindow()->Key(), "A");
+    EXPECT_EQ(errors, (std::vector<int>{int(ErrorNumber::OutOfMemory), int(ErrorNumber::SubscriptOutOfRange)}));
+}
+
+TEST_F(Lifecycle, ScriptsReachTheirHostThroughTheWindowAndFindNothingWithoutOne)
+{
+    const values::Ref<BenchWindowObject> face = panel->object();
+    EXPECT_FALSE(face->get(values::Name("Host")).object());
+    panel->setHost(panel->Controls());
+    EXPECT_EQ(face->get(values::Name("Host")).object(), panel->Controls().get());
+}
+
 TEST_F(Lifecycle, ContainerSettingsReachTheWindowByName)
 {
     fill("A", "<CONTAINER><BACKCOLOR>255</BACKCOLOR><FORECOLOR>65280</FORECOLOR><BORDERSTYLE>1</BORDERSTYLE>"

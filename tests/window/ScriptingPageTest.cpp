@@ -1,5 +1,6 @@
 #include "WindowFixture.h"
 
+#include "binding/MemberTable.h"
 #include "surface/intrinsic/CommandButton.h"
 
 #include <QFile>
@@ -14,6 +15,20 @@ namespace {
 
 class ScriptingPage : public WindowTest
 {};
+
+/// A program that can show other windows.
+class ShowingHost : public binding::Object
+{
+public:
+    void Show(const QString& key) { shown << key; }
+    const binding::MemberTable& members() const override
+    {
+        return binding::table([] {
+            return binding::MemberTable("ShowingHost", nullptr, {binding::method<&ShowingHost::Show>("Show")});
+        });
+    }
+    QStringList shown;
+};
 
 QStringList panelExamples()
 {
@@ -36,6 +51,7 @@ TEST_F(ScriptingPage, ItsExamplesForPanelsRunWithoutAnError)
     logger->link->state = site::LinkState::Connected;
     logger->channel(QStringLiteral("RTD"), QStringLiteral("GATE"));
     logger->live->memory[256] = 4;
+    const auto host = values::make<ShowingHost>();
     const QStringList examples = panelExamples();
     ASSERT_GE(examples.size(), 4) << "the tests run in the folder of the project";
     for (const QString& example : examples) {
@@ -45,6 +61,7 @@ TEST_F(ScriptingPage, ItsExamplesForPanelsRunWithoutAnError)
         window.setForms(&forms);
         window.InitProperties();
         window.setLogger(logger);
+        window.setHost(host);
         window.LoadWindow(QStringLiteral("A"));
         const auto button = window.Controls()->Control(Variant(1));
         document::XMLOps::SetAttribute(button->XMLNode().child(Name("ACTION")), Name("SCRIPT"), example, true);
@@ -54,5 +71,6 @@ TEST_F(ScriptingPage, ItsExamplesForPanelsRunWithoutAnError)
             EXPECT_FALSE(box.text.startsWith(u"Scripting error")) << qPrintable(box.text + example);
         window.Clear();
     }
+    EXPECT_EQ(host->shown, QStringList{QStringLiteral("Pumps")});
     EXPECT_EQ(logger->live->writes.size(), 2u) << "the first two examples write";
 }

@@ -1,0 +1,107 @@
+#pragma once
+
+#include "zanbench/ChangeWatch.h"
+#include "zanbench/KeptWindow.h"
+#include "zanbench/OpenedSite.h"
+#include "zanbench/PanelForms.h"
+#include "zanbench/Settings.h"
+
+#include <QPointer>
+#include <QScrollArea>
+#include <QStackedWidget>
+
+#include <memory>
+#include <vector>
+
+namespace zan::window {
+class BenchWindow;
+}
+
+namespace zan::host {
+
+/// The panels of the open site: each window of the scheme that has been shown has a page with a panel of its own
+/// until the site is closed.
+///
+/// A script may have its panel load another window, or clear it, which empties the document of the window that it
+/// leaves. The pages put that document back as it last was, so that whoever saves next saves all of it, and go by
+/// what the panel shows from then on.
+class PanelPages : public QStackedWidget
+{
+    Q_OBJECT
+public:
+    /// What holds for all panels.
+    struct Manner
+    {
+        bool isLocked = true;
+        bool hasLockedMenus = false;
+        bool hidesProtected = false;
+    };
+
+    /// Settings and forms must outlive the pages.
+    PanelPages(Settings& settings, PanelForms& forms, QWidget* parent = nullptr);
+    ~PanelPages() override;
+
+    /// Begins with a site, without a page; `host` is what scripts see as Window.Host. All of them outlive close().
+    void open(OpenedSite& site, ChangeWatch& watch, const Ref<binding::Object>& host);
+    /// Keeps the design values of all panels in the settings and drops the panels.
+    void close();
+    void storeBags();
+
+    /// Shows a window of the scheme, given as the scheme writes its key. Raises what loading it raises.
+    void show(const QString& key);
+    window::BenchWindow* currentPanel() const;
+    /// Key of the window that is shown; empty for none, and for a panel that shows no window of the scheme.
+    QString currentKey() const;
+    /// All panels: a copy that stands while what is done with one of them changes the pages.
+    std::vector<QPointer<window::BenchWindow>> panels() const;
+
+    /// Applies to all panels, later ones too. Raises what a panel raises.
+    void setManner(const Manner& manner);
+    const Manner& manner() const { return m_manner; }
+    /// Every panel brings its window up to date in the document. Raises what a panel raises.
+    void updateDocuments();
+    /// Every panel looks at its channels and at the link anew.
+    void refresh();
+
+Q_SIGNALS:
+    /// Another window is shown, or the list of the scheme's windows may be another: by show() or by a script.
+    void shownChanged();
+    /// A panel has failed where nobody could take the error.
+    void failed(int number, const QString& description);
+
+private:
+    struct Page
+    {
+        QString key; // empty while its panel shows no window of the scheme
+        QScrollArea* area = nullptr;
+        window::BenchWindow* panel = nullptr;
+        int changes = 0;              // loads under way on the panel, one in another
+        std::vector<KeptWindow> kept; // of the windows that they leave
+        bool wasChanged = false;      // when the first of them began
+        std::int32_t windowCount = 0; // of the scheme, then
+    };
+
+    Page* pageOf(const QString& key) const;
+    Page* pageOf(const QWidget* area) const;
+    Page* pageOf(const window::BenchWindow& panel) const;
+    Page& load(const QString& key);
+    void bringToFront(Page& page);
+    void applyManner(window::BenchWindow& panel) const;
+    void leaving(Page& page);
+    void entered(Page& page);
+    void adopt(Page& page);
+    void replace(Page& page);
+    void drop(Page& page);
+    template <class Action>
+    void guarded(Action action);
+
+    Settings& m_settings;
+    PanelForms& m_forms;
+    OpenedSite* m_site = nullptr;
+    ChangeWatch* m_watch = nullptr;
+    Ref<binding::Object> m_host;
+    Manner m_manner;
+    std::vector<std::unique_ptr<Page>> m_pages;
+};
+
+} // namespace zan::host
