@@ -9,6 +9,7 @@
 #include "window/BenchWindowObject.h"
 #include "window/ControlFactory.h"
 #include "window/ControlTypes.h"
+#include "window/PanelEditor.h"
 #include "window/SiteMapPlacement.h"
 #include "wrappers/ValueText.h"
 
@@ -35,6 +36,7 @@ BenchWindow::BenchWindow(wrappers::ControlTypes types, QWidget* parent)
     , m_background(std::make_unique<Background>(*this))
     , m_liveData(std::make_unique<livedata::Scan>(types))
     , m_siteMap(values::make<SiteMapPlacement>())
+    , m_editor(std::make_unique<PanelEditor>(*this))
     , m_actions(std::make_unique<ActionEngine>(*this))
     , m_ownForms(std::make_unique<surface::DesktopForms>())
     , m_forms(m_ownForms.get())
@@ -162,6 +164,7 @@ bool BenchWindow::LockPositions() const
 void BenchWindow::setLockPositions(bool lock)
 {
     controlsOrRaise().setLockPositions(lock);
+    m_editor->ShowMarker(!lock);
     Q_EMIT PropertyChanged(QStringLiteral("LockPositions"));
 }
 

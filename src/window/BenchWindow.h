@@ -6,6 +6,7 @@
 #include "surface/host/Surface.h"
 #include "wrappers/BenchControls.h"
 
+#include <functional>
 #include <memory>
 
 namespace zan::display {
@@ -18,6 +19,7 @@ class ActionEngine;
 class Background;
 class BenchWindowObject;
 class ControlFactory;
+class PanelEditor;
 class SiteMapPlacement;
 struct NewControlMenuItem;
 
@@ -106,6 +108,9 @@ public:
     /// The progress window while it is open.
     QPointer<display::frmProgress> progressWindow() const;
     ActionEngine& actions() const { return *m_actions; }
+    PanelEditor& editor() const { return *m_editor; }
+    /// Runs a command of the editor from an event: what it raises goes to the host.
+    void edit(const std::function<void(PanelEditor&)>& command);
 
     /// Design values of a panel that is placed for the first time.
     void InitProperties();
@@ -113,6 +118,8 @@ public:
     void ReadProperties(const PropertyBag& bag);
     void WriteProperties(PropertyBag& bag) const;
 
+    /// The types of control that the panel can make.
+    wrappers::ControlTypes controlTypes() const override;
     const std::vector<NewControlMenuItem>& newControlMenu() const;
     /// What scripts of the panel may ask of the program around it, as `Window.Host`; nothing until a host gives one.
     Ref<binding::Object> Host() const { return m_host; }
@@ -141,7 +148,6 @@ Q_SIGNALS:
 
 private:
     // wrappers::PanelWindow
-    wrappers::ControlTypes controlTypes() const override;
     Ref<wrappers::iBenchControl> createControl(const QString& type) override;
     Ref<site::SchemeWindows> schemeWindows() override;
     void discardControl(const Ref<binding::Object>& control) override;
@@ -151,6 +157,8 @@ private:
     void doubleClicked(surface::LiveControl* control) override;
     bool mouseDown(surface::LiveControl* control, const surface::MouseInput& input) override;
     void mouseMove(surface::LiveControl* control, const surface::MouseInput& input) override;
+    void mouseUp(surface::LiveControl* control, const surface::MouseInput& input) override;
+    void gotFocus(surface::LiveControl* control) override;
     void keyDown(surface::LiveControl* control, int keyCode, int shift) override;
     void keyPress(surface::LiveControl* control, int keyAscii) override;
     void keyUp(surface::LiveControl* control, int keyCode, int shift) override;
@@ -183,7 +191,7 @@ private:
     std::unique_ptr<Background> m_background;
     std::unique_ptr<wrappers::LiveData> m_liveData;
     Ref<SiteMapPlacement> m_siteMap;
-    Ref<wrappers::iBenchControl> m_currentControl; // the one that was last clicked or pointed at
+    std::unique_ptr<PanelEditor> m_editor;
     std::unique_ptr<ActionEngine> m_actions;
     QPointer<display::frmProgress> m_progress;
     std::unique_ptr<surface::HostForms> m_ownForms;

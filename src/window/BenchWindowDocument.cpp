@@ -6,6 +6,7 @@
 #include "document/LoadByName.h"
 #include "document/XMLOps.h"
 #include "window/BenchWindowObject.h"
+#include "window/PanelEditor.h"
 #include "window/SiteMapPlacement.h"
 #include "wrappers/FontNode.h"
 #include "wrappers/ValueText.h"
@@ -185,7 +186,7 @@ void BenchWindow::Clear()
         m_currentWindow->setKey(UnsavedWindowKey);
     }
     // 2. to 5.
-    m_currentControl = nullptr;
+    m_editor->setCurrentControl(nullptr);
     const Ref<wrappers::BenchControls> list(&controlsOrRaise());
     list->Clear();
     cls();

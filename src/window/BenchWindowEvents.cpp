@@ -7,6 +7,7 @@
 #include "values/Convert.h"
 #include "window/ActionEngine.h"
 #include "window/Background.h"
+#include "window/PanelEditor.h"
 #include "wrappers/ControlType.h"
 
 #include <array>
@@ -71,10 +72,12 @@ Ref<wrappers::iBenchControl> BenchWindow::wrapperOf(const LiveControl& control) 
 
 void BenchWindow::clicked(LiveControl* control)
 {
-    if (control)
+    if (control) {
         clickedControl(*control);
-    else
-        Q_EMIT Click();
+        return;
+    }
+    m_editor->ClearSelection();
+    Q_EMIT Click();
 }
 
 void BenchWindow::clickedControl(LiveControl& control)
@@ -83,13 +86,14 @@ void BenchWindow::clickedControl(LiveControl& control)
     const wrappers::ControlType* type = controlTypes().ofArray(control.name());
     if (!type || type->click == OnClick::Nothing)
         return;
-    // While the layout is being edited nothing acts.
+    // While the layout is being edited nothing acts, and there is no selection to drop.
     if (!LockPositions())
         return;
-    if (m_currentControl)
-        m_currentControl->setShowGrabHandles(false);
+    m_editor->ClearSelection();
+    if (type->click == OnClick::ClearsSelection)
+        return;
     const Ref<wrappers::iBenchControl> wrapper = wrapperOf(control);
-    m_currentControl = wrapper;
+    m_editor->setCurrentControl(wrapper);
     if (type->click == OnClick::HoldsScanAndRunsAction) {
         // The next scan must not undo what the click shows. COMPAT: marked before the test below, so that a change
         // that comes from the data mutes a scan too.
@@ -111,18 +115,37 @@ void BenchWindow::doubleClicked(LiveControl* control)
         m_actions->setFromTextBox(wrapperOf(*control));
 }
 
-bool BenchWindow::mouseDown(LiveControl*, const MouseInput& input)
+bool BenchWindow::mouseDown(LiveControl* control, const MouseInput& input)
 {
-    // A panel without menus of its own leaves every press to the host.
-    if (m_lockMenu)
-        Q_EMIT MouseDown(input.button, input.shift, input.x, input.y);
-    return false;
+    return m_editor->press(control, input);
 }
 
 void BenchWindow::mouseMove(LiveControl* control, const MouseInput& input)
 {
+    m_editor->move(control, input);
+}
+
+void BenchWindow::mouseUp(LiveControl* control, const MouseInput&)
+{
     if (!control)
-        Q_EMIT MouseMove(input.button, input.shift, input.x, input.y);
+        m_editor->release();
+}
+
+void BenchWindow::gotFocus(LiveControl* control)
+{
+    if (control)
+        m_editor->focus(*control);
+}
+
+void BenchWindow::edit(const std::function<void(PanelEditor&)>& command)
+{
+    const QPointer<BenchWindow> alive(this);
+    try {
+        command(*m_editor);
+    } catch (const RuntimeError& error) {
+        if (alive)
+            reportError(error);
+    }
 }
 
 void BenchWindow::keyDown(LiveControl* control, int keyCode, int shift)
@@ -159,7 +182,7 @@ void BenchWindow::hidden()
     // Minimised, or hidden with a parent: the panel lives on.
     if (!isHidden() || !m_controls)
         return;
-    m_currentControl = nullptr;
+    m_editor->setCurrentControl(nullptr);
     m_controls->setWindow(nullptr);
     m_controls->setLiveData(nullptr);
     m_controls = nullptr;

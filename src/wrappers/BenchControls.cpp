@@ -33,6 +33,19 @@ std::int16_t checkedPlace(std::int32_t place)
     return std::int16_t(place);
 }
 
+/// Characters above which a text is not even read.
+constexpr qsizetype MostPasted = 16'000'000;
+
+/// The CONTROL element that is the root of a text; a declaration and comments before it are passed over. Null when
+/// the root is another one or the text cannot be read, one with a doctype among them.
+Node pastedControl(const QString& xml)
+{
+    if (xml.size() > MostPasted || !xml.contains(QLatin1String("<CONTROL")))
+        return {};
+    const Node root = document::XMLOps::LoadDocument(xml).ownerDocument().documentElement();
+    return root.name() == element::Control ? root : Node();
+}
+
 QString placeKey(std::int32_t place)
 {
     return QLatin1Char('@') + QString::number(place);
@@ -184,8 +197,10 @@ Ref<iBenchControl> BenchControls::Add(const QString& controlType, std::optional<
 
 Ref<iBenchControl> BenchControls::AddFromXML(const QString& xml)
 {
-    // 1.
-    const Node node = document::XMLOps::LoadDocument(xml);
+    // A clipboard may hold anything: what is no CONTROL of a sensible size is left alone.
+    const Node node = pastedControl(xml);
+    if (!node)
+        return {};
     const Ref<iBenchControl> control = window().createControl(GetAttribute(node, element::Type));
     if (!control)
         return {};

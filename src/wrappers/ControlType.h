@@ -48,6 +48,7 @@ struct LockBorder
 /// What a click on a control does, besides what the control does itself.
 enum class OnClick : std::uint8_t {
     Nothing,
+    ClearsSelection,
     RunsAction,
     HoldsScanAndRunsAction, ///< the next scan must not undo what the click shows
 };

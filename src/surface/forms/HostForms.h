@@ -1,5 +1,8 @@
 #pragma once
 
+#include "surface/forms/PopupMenu.h"
+
+#include <QPoint>
 #include <QPointer>
 #include <QProgressDialog>
 #include <QString>
@@ -44,6 +47,9 @@ public:
     /// interface breathe, and returns false when the user wants the script stopped. busyEnded() follows once.
     virtual bool busy(QWidget* owner, std::chrono::milliseconds elapsed);
     virtual void busyEnded() {}
+    /// Opens a menu at a place of the screen, in global pixels. What is chosen from it is done here, or later through
+    /// the entry's own function, or never.
+    virtual void popupMenu(QWidget* owner, const std::shared_ptr<PopupMenu>& menu, QPoint place) = 0;
     /// Shows a form modally and returns when it is hidden. The form's own fields say what came of it.
     virtual void showModal(QDialog& form) = 0;
 };
@@ -57,6 +63,7 @@ public:
                                     const QString& text) override;
     bool busy(QWidget* owner, std::chrono::milliseconds elapsed) override;
     void busyEnded() override;
+    void popupMenu(QWidget* owner, const std::shared_ptr<PopupMenu>& menu, QPoint place) override;
     void showModal(QDialog& form) override;
 
 protected:

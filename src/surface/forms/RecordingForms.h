@@ -29,15 +29,21 @@ public:
     void answer(const QString& text) { m_answers.push_back(text); }
     std::size_t pendingAnswers() const noexcept { return m_answers.size(); }
 
+    /// The menu that was opened last and is still open; null for none.
+    const std::shared_ptr<PopupMenu>& menu() const noexcept { return m_menu; }
+    void closeMenu() { m_menu = nullptr; }
+
     int messageBox(QWidget* owner, const QString& text, int style, const QString& title) override;
     std::optional<QString> inputBox(QWidget* owner, const QString& prompt, const QString& title,
                                     const QString& text) override;
+    void popupMenu(QWidget*, const std::shared_ptr<PopupMenu>& menu, QPoint) override { m_menu = menu; }
     void showModal(QDialog& form) override;
 
 private:
     std::optional<QString> takeAnswer();
     std::vector<Box> m_boxes;
     std::deque<QString> m_answers;
+    std::shared_ptr<PopupMenu> m_menu;
 };
 
 } // namespace zan::surface

@@ -70,7 +70,7 @@ Surface::Surface(QWidget* parent)
 Surface::~Surface()
 {
     m_events = nullptr;
-    m_layer = nullptr;
+    delete std::exchange(m_layer, nullptr); // before the widgets: what it draws for may outlive the surface
     ++m_busy;
     SurfaceAccessible::forget(*this);
     m_font->removeListener(*this);

@@ -1,0 +1,396 @@
+#include "window/PanelEditor.h"
+
+#include "surface/edit/EditLayer.h"
+#include "surface/edit/WindowMoves.h"
+#include "surface/forms/HostForms.h"
+#include "surface/host/Surface.h"
+#include "values/Convert.h"
+#include "values/Twips.h"
+#include "window/BenchWindow.h"
+#include "window/EditMenus.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+namespace zan::window {
+
+using surface::ControlArray;
+using surface::LiveControl;
+using surface::MouseInput;
+using surface::Surface;
+using values::RuntimeError;
+using wrappers::BenchControls;
+using wrappers::ControlType;
+using wrappers::iBenchControl;
+using wrappers::OnDrop;
+using wrappers::OnPress;
+using wrappers::TwipsRectangle;
+
+namespace {
+
+constexpr int LeftButton = 1;
+constexpr int RightButton = 2;
+constexpr float MarkerSize = 105;
+/// The array whose elements have no window: the surface's own mouse routines serve them.
+constexpr QStringView ShapeArray = u"Shape";
+constexpr QStringView SiteMapArray = u"SiteMap1";
+constexpr QStringView LabelType = u"VB.Label";
+const values::Name CaptionName("Caption");
+
+TwipsRectangle rectangleOf(const LiveControl& control)
+{
+    return {control.left(), control.top(), control.width(), control.height()};
+}
+
+} // namespace
+
+PanelEditor::PanelEditor(BenchWindow& panel)
+    : m_panel(panel)
+{}
+
+Surface& PanelEditor::panelSurface() const
+{
+    return m_panel;
+}
+
+/// Raises 91 when the panel's life has ended.
+Ref<BenchControls> PanelEditor::controls() const
+{
+    Ref<BenchControls> list = m_panel.Controls();
+    if (!list)
+        values::raise(values::ErrorNumber::ObjectNotSet);
+    return list;
+}
+
+Ref<iBenchControl> PanelEditor::wrapperOf(const LiveControl& control) const
+{
+    return controls()->Control(binding::Variant(values::toInteger(binding::Variant(control.tag()))));
+}
+
+// Presses ------------------------------------------------------------------------------------------------------
+
+bool PanelEditor::press(LiveControl* control, const MouseInput& input)
+{
+    if (m_panel.LockMenu()) {
+        Q_EMIT m_panel.MouseDown(input.button, input.shift, input.x, input.y);
+        return false;
+    }
+    if (control)
+        return pressControl(*control, input);
+    try {
+        return pressSurface(input);
+    } catch (const RuntimeError&) {
+        return false; // a press on the surface that fails is over; nobody is told
+    }
+}
+
+bool PanelEditor::pressControl(LiveControl& control, const MouseInput& input)
+{
+    const ControlType* type = m_panel.controlTypes().ofArray(control.name());
+    if (!type || type->press == OnPress::Nothing)
+        return false;
+    const Ref<LiveControl> live(&control);
+    if (input.button != LeftButton) {
+        m_current = wrapperOf(control);
+        openMenu(&control, input, controlRightClickMenu(m_panel));
+        return true;
+    }
+    const bool locked = m_panel.LockPositions();
+    if (type->press == OnPress::HostDrag) {
+        if (!locked)
+            dragAndDrop(control, input);
+        return !locked;
+    }
+    const QPointer<BenchWindow> alive(&m_panel);
+    if (!locked)
+        wrapperOf(control)->Drag();
+    // COMPAT: a press alone snaps the control, on a locked panel too.
+    if (alive && live->isLoaded())
+        PlaceControl(*live);
+    return !locked;
+}
+
+/// True when a menu has had the press.
+bool PanelEditor::pressSurface(const MouseInput& input)
+{
+    if (input.button == RightButton) {
+        openSurfaceMenu(input);
+        return true;
+    }
+    ClearSelection();
+    if (!m_panel.LockPositions())
+        selectShape(input.x, input.y);
+    return false;
+}
+
+/// Calls for each shape that a user can see, from the lower bound up, until it is told to stop. The template of the
+/// array, while no control uses it, is passed over.
+template <class Visit>
+void PanelEditor::forEachShape(Visit visit) const
+{
+    const ControlArray* array = panelSurface().array(ShapeArray);
+    for (int index = array ? array->lBound() : 1; array && index <= array->uBound(); ++index) {
+        LiveControl* shape = array->find(index);
+        if (shape && (shape->visible() || isUsed(*shape)) && visit(*shape))
+            return;
+    }
+}
+
+bool PanelEditor::isUsed(const LiveControl& shape) const
+{
+    try {
+        return wrapperOf(shape)->Control().get() == &shape;
+    } catch (const RuntimeError&) {
+        return false; // its tag finds no wrapper
+    }
+}
+
+/// The first shape under the point becomes the selected one; with none the marker is left as it is.
+void PanelEditor::selectShape(float x, float y)
+{
+    m_shape = nullptr;
+    forEachShape([&](LiveControl& shape) {
+        if (!hitsShape(rectangleOf(shape), x, y))
+            return false;
+        m_shape = Ref<LiveControl>(&shape);
+        return true;
+    });
+    if (!m_shape)
+        return;
+    PlaceMarker();
+    ShowMarker(true);
+    m_grabX = m_shape->left() - x;
+    m_grabY = m_shape->top() - y;
+    m_shapeGrab = hitsCorner(rectangleOf(*m_shape), x, y);
+}
+
+void PanelEditor::openSurfaceMenu(const MouseInput& input)
+{
+    m_menuX = input.x;
+    m_menuY = input.y;
+    m_current = nullptr;
+    if (controls()->Count() > 0) {
+        // The last shape under the point counts, where a left press takes the first.
+        forEachShape([&](LiveControl& shape) {
+            if (hitsShape(rectangleOf(shape), input.x, input.y))
+                m_current = wrapperOf(shape);
+            return false;
+        });
+    }
+    openMenu(nullptr, input, m_current ? controlRightClickMenu(m_panel) : formRightClickMenu(m_panel));
+}
+
+void PanelEditor::openMenu(const LiveControl* control, const MouseInput& input,
+                           const std::shared_ptr<surface::PopupMenu>& menu)
+{
+    const QPointF inside = QPointF(double(input.x), double(input.y)) / values::TwipsPerPixel;
+    const QPointF place = control ? inside + control->bounds().topLeft() : inside;
+    m_panel.forms().popupMenu(&m_panel, menu, panelSurface().mapToGlobal(place.toPoint()));
+}
+
+// Moves --------------------------------------------------------------------------------------------------------
+
+void PanelEditor::move(LiveControl* control, const MouseInput& input)
+{
+    if (control) {
+        const ControlType* type = m_panel.controlTypes().ofArray(control->name());
+        if (type && type->selectsOnHover && !m_panel.LockPositions())
+            m_current = wrapperOf(*control);
+        return;
+    }
+    const QPointer<BenchWindow> alive(&m_panel);
+    Q_EMIT m_panel.MouseMove(input.button, input.shift, input.x, input.y);
+    if (!alive || !m_shape)
+        return;
+    try {
+        dragShape(input.x, input.y);
+    } catch (const RuntimeError&) {
+        // A shape that cannot get a size keeps the one it has.
+    }
+    if (alive)
+        PlaceMarker();
+}
+
+void PanelEditor::dragShape(float x, float y)
+{
+    const Ref<LiveControl> shape = m_shape;
+    if (m_shapeGrab == ShapeGrab::Move)
+        shape->move(x + m_grabX, y + m_grabY);
+    else if (m_shapeGrab == ShapeGrab::BottomRight)
+        shape->move(shape->left(), shape->top(), x - shape->left(), y - shape->top());
+}
+
+void PanelEditor::release()
+{
+    if (!m_shape)
+        return;
+    const Ref<LiveControl> shape = m_shape;
+    try {
+        PlaceControl(*shape);
+    } catch (const RuntimeError&) {
+        return; // a grid that cannot be snapped to leaves the shape selected
+    }
+    m_shape = nullptr;
+}
+
+void PanelEditor::focus(LiveControl& control)
+{
+    const ControlType* type = m_panel.controlTypes().ofArray(control.name());
+    if (type && type->selectsOnFocus && !m_panel.LockPositions())
+        m_current = wrapperOf(control);
+}
+
+void PanelEditor::ClearSelection()
+{
+    if (!m_panel.LockPositions())
+        return;
+    if (m_current)
+        m_current->setShowGrabHandles(false);
+    if (m_shape) {
+        ShowMarker(false);
+        m_shape = nullptr;
+    }
+}
+
+// Drag and drop ------------------------------------------------------------------------------------------------
+
+void PanelEditor::dragAndDrop(LiveControl& source, const MouseInput& input)
+{
+    const Ref<LiveControl> held(&source);
+    m_grabX = input.x;
+    m_grabY = input.y;
+    const QPointer<BenchWindow> alive(&m_panel);
+    const std::optional<surface::Drop> drop = surface::dragControl(source);
+    if (!drop || !alive || !source.isLoaded())
+        return;
+    const float x = values::pixelsToTwips(drop->place.x());
+    const float y = values::pixelsToTwips(drop->place.y());
+    const Ref<LiveControl> target = drop->target;
+    if (!target) {
+        dropOnSurface(source, x, y);
+        return;
+    }
+    const ControlType* type = m_panel.controlTypes().ofArray(target->name());
+    const OnDrop onDrop = type ? type->drop : OnDrop::Nothing;
+    if (onDrop == OnDrop::MovesIt)
+        dropOnControl(source, *target, x, y);
+    else if (onDrop == OnDrop::PassesOnToSurface)
+        dropOnSurface(source, x + target->left(), y + target->top());
+}
+
+/// COMPAT: what moves is the control that was dropped on. It is the dragged one itself when it is let go over its
+/// own place; otherwise the source stays where it was.
+void PanelEditor::dropOnControl(LiveControl& source, LiveControl& target, float x, float y)
+{
+    const float left = source.left() + (x - m_grabX);
+    const float top = source.top() + (y - m_grabY);
+    if (source.tag().isEmpty())
+        return;
+    const Ref<iBenchControl> wrapper = wrapperOf(source);
+    m_current = wrapper;
+    PlaceControl(target, left, top);
+    wrapper->UpdateNode();
+}
+
+void PanelEditor::dropOnSurface(LiveControl& source, float x, float y)
+{
+    PlaceControl(source, x - m_grabX, y - m_grabY);
+    if (source.name() == SiteMapArray)
+        return;
+    const Ref<iBenchControl> wrapper = wrapperOf(source);
+    m_current = wrapper;
+    wrapper->UpdateNode();
+}
+
+void PanelEditor::PlaceControl(LiveControl& control, std::optional<float> left, std::optional<float> top)
+{
+    const Ref<LiveControl> held(&control);
+    TwipsRectangle place{std::max(0.0F, left.value_or(control.left())), std::max(0.0F, top.value_or(control.top())),
+                         0, 0};
+    if (m_panel.SnapToGrid()) {
+        place.width = control.width();
+        place.height = control.height();
+        place = snapped(place, m_panel.GridSize());
+    }
+    control.move(place.left, place.top, place.width, place.height);
+}
+
+// The marker ---------------------------------------------------------------------------------------------------
+
+/// Its centre lies on the bottom right corner of the selected shape.
+void PanelEditor::PlaceMarker()
+{
+    if (!m_shape) {
+        ShowMarker(false);
+        return;
+    }
+    if (surface::EditLayer::of(panelSurface()).marker())
+        ShowMarker(true);
+}
+
+void PanelEditor::ShowMarker(bool show)
+{
+    if (!show || !m_shape) {
+        if (surface::EditLayer* layer = surface::EditLayer::find(panelSurface()))
+            layer->setMarker({});
+        return;
+    }
+    const float left = m_shape->left() + m_shape->width() - MarkerSize / 2;
+    const float top = m_shape->top() + m_shape->height() - MarkerSize / 2;
+    const int side = values::twipsToPixels(double(MarkerSize));
+    surface::EditLayer::of(panelSurface())
+        .setMarker(QRect(values::twipsToPixels(double(left)), values::twipsToPixels(double(top)), side, side));
+}
+
+// Commands -----------------------------------------------------------------------------------------------------
+
+void PanelEditor::newControl(const QString& typeKey)
+{
+    const Ref<iBenchControl> added = controls()->Add(typeKey, QString());
+    if (!added)
+        return;
+    const Ref<LiveControl> live(dynamic_cast<LiveControl*>(added->Control().get()));
+    if (!live)
+        return;
+    PlaceControl(*live, m_menuX, m_menuY);
+    if (typeKey == LabelType)
+        live->put(CaptionName, QStringLiteral("New Label"));
+}
+
+void PanelEditor::paste()
+{
+    controls()->AddFromXML(QGuiApplication::clipboard()->text());
+}
+
+void PanelEditor::copy()
+{
+    if (m_current)
+        QGuiApplication::clipboard()->setText(m_current->XMLNode().xml());
+}
+
+void PanelEditor::remove()
+{
+    if (!m_current)
+        values::raise(values::ErrorNumber::ObjectNotSet);
+    controls()->Remove(binding::Variant(m_current->Index()));
+}
+
+void PanelEditor::sendToBack()
+{
+    if (m_current)
+        m_current->ZOrder(std::int32_t(1)); // COMPAT: does nothing to a control that is there
+    const Ref<BenchControls> list = controls();
+    for (std::int32_t place = 1; place <= list->Count(); ++place) {
+        const Ref<LiveControl> live(
+            dynamic_cast<LiveControl*>(list->Control(binding::Variant(place))->Control().get()));
+        if (live)
+            live->zOrder(std::int16_t(0));
+    }
+}
+
+void PanelEditor::toggleLockPositions()
+{
+    m_panel.setLockPositions(!m_panel.LockPositions());
+}
+
+} // namespace zan::window

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "surface/host/SurfaceEvents.h"
+#include "window/Placement.h"
+#include "wrappers/BenchControls.h"
+
+#include <QPointer>
+
+#include <optional>
+
+namespace zan::surface {
+class Surface;
+struct Drop;
+struct PopupMenu;
+} // namespace zan::surface
+
+namespace zan::window {
+
+class BenchWindow;
+
+using values::Ref;
+
+/// The rules of rearranging a panel by mouse and menu. There is no mode: what a press does depends on LockMenu (all
+/// presses are the host's) and LockPositions (nothing is moved or sized, menus stay).
+///
+/// Every call may run handlers, menus and pointer loops in which the panel goes away; the caller touches nothing of
+/// the panel afterwards without looking.
+class PanelEditor
+{
+public:
+    explicit PanelEditor(BenchWindow& panel);
+
+    /// The control that menus act on; null for none.
+    const Ref<wrappers::iBenchControl>& currentControl() const noexcept { return m_current; }
+    void setCurrentControl(const Ref<wrappers::iBenchControl>& control) { m_current = control; }
+    /// The shape that is being dragged; null for none.
+    const Ref<surface::LiveControl>& selectedShape() const noexcept { return m_shape; }
+
+    /// A press on a control, or on the surface itself (null). True when it must not reach the control's widget.
+    bool press(surface::LiveControl* control, const surface::MouseInput& input);
+    /// The pointer moves over a control, or over the surface.
+    void move(surface::LiveControl* control, const surface::MouseInput& input);
+    /// The button went up over the surface.
+    void release();
+    void focus(surface::LiveControl& control);
+    /// What a plain click on the surface, a picture, an option button or a text box does to the selection.
+    void ClearSelection();
+
+    /// Moves a live control to a place in twips, or, when positions snap, to the grid with all its measures.
+    /// COMPAT: while nothing snaps, width and height are passed on as 0. Raises 11 for a grid of 0 twips.
+    void PlaceControl(surface::LiveControl& control, std::optional<float> left = {}, std::optional<float> top = {});
+    /// Shows the marker of the selected shape, or hides it.
+    void ShowMarker(bool show);
+
+    // The menus' commands ------------------------------------------------------------------------------------
+
+    /// Makes a control of a type where the surface was last right-clicked.
+    void newControl(const QString& typeKey);
+    void paste();
+    void copy();
+    void remove();
+    void sendToBack();
+    void toggleLockPositions();
+
+private:
+    bool pressControl(surface::LiveControl& control, const surface::MouseInput& input);
+    bool pressSurface(const surface::MouseInput& input);
+    void selectShape(float x, float y);
+    void openSurfaceMenu(const surface::MouseInput& input);
+    void openMenu(const surface::LiveControl* control, const surface::MouseInput& input,
+                  const std::shared_ptr<surface::PopupMenu>& menu);
+    void dragAndDrop(surface::LiveControl& source, const surface::MouseInput& input);
+    void dropOnControl(surface::LiveControl& source, surface::LiveControl& target, float x, float y);
+    void dropOnSurface(surface::LiveControl& source, float x, float y);
+    void dragShape(float x, float y);
+    void PlaceMarker();
+    Ref<wrappers::BenchControls> controls() const;
+    Ref<wrappers::iBenchControl> wrapperOf(const surface::LiveControl& control) const;
+    bool isUsed(const surface::LiveControl& shape) const;
+    template <class Visit>
+    void forEachShape(Visit visit) const;
+    surface::Surface& panelSurface() const;
+
+    BenchWindow& m_panel;
+    Ref<wrappers::iBenchControl> m_current;
+    Ref<surface::LiveControl> m_shape;
+    ShapeGrab m_shapeGrab = ShapeGrab::Move;
+    float m_grabX = 0; ///< of a drag: the press inside the control; of a shape: its place less the press
+    float m_grabY = 0;
+    float m_menuX = 0; ///< where the surface was last right-clicked
+    float m_menuY = 0;
+};
+
+} // namespace zan::window
