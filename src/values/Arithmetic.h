@@ -16,7 +16,7 @@ Variant integerDivide(const Variant& a, const Variant& b); ///< `\`; both sides 
 Variant modulo(const Variant& a, const Variant& b);        ///< sign of the left side
 Variant power(const Variant& a, const Variant& b);         ///< 5 for a negative base with a broken exponent
 Variant negate(const Variant& a);
-Variant plus(const Variant& a);                          ///< unary plus: text and Empty stay as they are
+Variant plus(const Variant& a);                          ///< unary plus: text, Empty, objects stay as they are
 Variant concatenate(const Variant& a, const Variant& b); ///< `&`; Null counts as "" unless both are Null
 
 Variant logicalAnd(const Variant& a, const Variant& b);

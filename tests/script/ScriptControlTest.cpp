@@ -262,6 +262,7 @@ TEST(HostObjects, ForEachWalksACollection)
     control.AddObject(QStringLiteral("R"), make<Recorder>());
     ASSERT_TRUE(control.AddCode(QStringLiteral("For Each x In R\ns = s & x\nNext")));
     EXPECT_EQ(text(control.Eval(QStringLiteral("s"))), "123");
+    EXPECT_EQ(text(control.Eval(QStringLiteral("TypeName(x)"))), "Empty") << "nothing is left in the variable";
 }
 
 TEST(HostObjects, AnObjectThatDiedUnderTheScriptIsAnErrorNotACrash)

@@ -9,3 +9,5 @@ hello = "b"
 Same "a"&hello, "ab", "an ampersand before a word that is no number joins texts"
 If &h10Then r = 1
 Same r, 1, "Then right after a number"
+If r = 1Then r = 2Else r = 3
+Same r, 2, "Else too"
