@@ -64,6 +64,10 @@ void ScriptControl::Reset()
 {
     // A program that is under way keeps its engine until it returns.
     const std::shared_ptr<State> state = m_state;
+    if (state->engine->isFresh()) {
+        state->error.Clear();
+        return;
+    }
     const std::shared_ptr<Engine> old = std::exchange(state->engine, std::make_shared<Engine>(m_settings));
     state->error.Clear();
 }

@@ -1,4 +1,5 @@
 #include "script/builtins/BuiltinSupport.h"
+#include "script/builtins/TextSearch.h"
 #include "script/machine/Engine.h"
 
 #include "values/Array.h"
@@ -48,8 +49,8 @@ Variant uBound(Engine&, Arguments arguments)
 
 Variant split(Engine& engine, Arguments arguments)
 {
-    const TextArgument textArgument(arguments[0]);
-    const QString& text = *textArgument;
+    const QString text =
+        values::toText(arguments[0]); // looking at the limits may run code that changes the variable
     const QString delimiter = textOr(arguments, 1, QStringLiteral(" "));
     const std::int32_t most = longOr(arguments, 2, -1);
     const Qt::CaseSensitivity sensitivity = comparison(arguments, 3);
@@ -59,13 +60,17 @@ Variant split(Engine& engine, Arguments arguments)
         return Variant(Array::fromValues({}));
     pieces.reserve(8);
     qsizetype place = 0;
+    TextSearch search(delimiter, sensitivity);
     while (!delimiter.isEmpty() && (most < 0 || std::int64_t(pieces.size()) + 1 < most)) {
-        const qsizetype found = text.indexOf(delimiter, place, sensitivity);
+        const qsizetype found = search.find(text, place);
+        engine.vm().spendText((found < 0 ? text.size() : found) - place);
         if (found < 0)
             break;
         pieces.emplace_back(text.mid(place, found - place));
         place = found + delimiter.size();
         engine.vm().chargeBytes(BytesPerPiece + std::size_t(pieces.back().text().size()) * sizeof(QChar));
+        engine.vm().spend(1);
+        engine.vm().look();
     }
     pieces.emplace_back(text.mid(place));
     return Variant(Array::fromValues(std::move(pieces)));
@@ -91,30 +96,39 @@ Variant join(Engine& engine, Arguments arguments)
             result += delimiter;
         result += text;
         first = false;
+        engine.vm().spend(1);
+        engine.vm().look();
     }
     return Variant(std::move(result));
 }
 
-Variant filter(Engine&, Arguments arguments)
+Variant filter(Engine& engine, Arguments arguments)
 {
     const Variant alive = arguments[0];
     const Array& array = arrayOf(alive);
     if (array.rank() != 1)
         values::raise(ErrorNumber::TypeMismatch);
     const QString wanted = values::toText(arguments[1]);
+    TextSearch search(wanted, comparison(arguments, 3));
     const bool include = !given(arguments, 2) || values::toBoolean(arguments[2]);
-    const Qt::CaseSensitivity sensitivity = comparison(arguments, 3);
     std::vector<Variant> kept;
     for (const Variant& element : array.elements()) {
-        if (values::toText(element).contains(wanted, sensitivity) == include)
+        const QString text = values::toText(element);
+        const bool contains = wanted.isEmpty() || search.find(text) >= 0;
+        if (contains == include)
             kept.push_back(element);
+        engine.vm().spend(1);
+        engine.vm().spendText(text.size() + wanted.size());
+        engine.vm().look();
     }
     return Variant(Array::fromValues(std::move(kept)));
 }
 
+using Cost = Builtin::Cost;
+
 constexpr Builtin Functions[] = {
-    {"Array", 0, 255, makeArray}, {"Filter", 2, 4, filter}, {"Join", 1, 2, join},
-    {"LBound", 1, 2, lBound},     {"Split", 1, 4, split},   {"UBound", 1, 2, uBound},
+    {"Array", 0, 255, makeArray, Cost::Result}, {"Filter", 2, 4, filter}, {"Join", 1, 2, join},
+    {"LBound", 1, 2, lBound, Cost::Result},     {"Split", 1, 4, split},   {"UBound", 1, 2, uBound, Cost::Result},
 };
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "script/builtins/BuiltinSupport.h"
 #include "script/builtins/CodePage.h"
+#include "script/builtins/TextSearch.h"
 #include "script/machine/Engine.h"
 
 #include <algorithm>
@@ -55,7 +56,7 @@ Variant chrW(Engine&, Arguments arguments)
     return Variant(QString(QChar(char16_t(code))));
 }
 
-Variant findText(Arguments arguments, qsizetype unit)
+Variant findText(Engine& engine, Arguments arguments, qsizetype unit)
 {
     const bool hasStart = arguments.size() > 2;
     const Variant& where = arguments[hasStart ? 1 : 0];
@@ -74,21 +75,22 @@ Variant findText(Arguments arguments, qsizetype unit)
         return Variant(std::int32_t(0));
     if (wanted.isEmpty())
         return Variant(start);
-    const qsizetype found = text.indexOf(wanted, first, sensitivity);
+    const qsizetype found = TextSearch(wanted, sensitivity).find(text, first);
+    engine.vm().spendText((found < 0 ? text.size() : found) - first + wanted.size());
     return Variant(std::int32_t(found < 0 ? 0 : found * unit + 1));
 }
 
-Variant inStr(Engine&, Arguments arguments)
+Variant inStr(Engine& engine, Arguments arguments)
 {
-    return findText(arguments, 1);
+    return findText(engine, arguments, 1);
 }
 
-Variant inStrB(Engine&, Arguments arguments)
+Variant inStrB(Engine& engine, Arguments arguments)
 {
-    return findText(arguments, BytesPerCharacter);
+    return findText(engine, arguments, BytesPerCharacter);
 }
 
-Variant inStrRev(Engine&, Arguments arguments)
+Variant inStrRev(Engine& engine, Arguments arguments)
 {
     // COMPAT: unlike InStr it takes texts only, and Null is none.
     const QString text = values::toText(arguments[0]);
@@ -103,7 +105,10 @@ Variant inStrRev(Engine&, Arguments arguments)
         return Variant(std::int32_t(from));
     if (wanted.size() > from)
         return Variant(std::int32_t(0));
-    return Variant(std::int32_t(text.lastIndexOf(wanted, from - wanted.size(), sensitivity) + 1));
+    const QStringView part = QStringView(text).left(from);
+    const qsizetype found = TextSearch(wanted, sensitivity, TextSearch::Direction::Backward).findLast(part);
+    engine.vm().spendText(from - std::max<qsizetype>(found, 0) + wanted.size());
+    return Variant(std::int32_t(found + 1));
 }
 
 Variant lCase(Engine&, Arguments arguments)
@@ -225,12 +230,10 @@ Variant trim(Engine&, Arguments arguments)
 
 Variant replace(Engine& engine, Arguments arguments)
 {
-    const TextArgument textArgument(arguments[0]);
-    const TextArgument wantedArgument(arguments[1]);
-    const TextArgument withArgument(arguments[2]);
-    const QString& text = *textArgument;
-    const QString& wanted = *wantedArgument;
-    const QString& with = *withArgument;
+    const QString text =
+        values::toText(arguments[0]); // looking at the limits may run code that changes the variable
+    const QString wanted = values::toText(arguments[1]);
+    const QString with = values::toText(arguments[2]);
     const std::int32_t start = longOr(arguments, 3, 1);
     const std::int32_t most = longOr(arguments, 4, -1);
     const Qt::CaseSensitivity sensitivity = comparison(arguments, 5);
@@ -241,8 +244,10 @@ Variant replace(Engine& engine, Arguments arguments)
     result.reserve(text.size() + 2 * with.size());
     qsizetype place = start - 1; // COMPAT: what lies before the start is left out of the result
     qsizetype found = place;
+    TextSearch search(wanted, sensitivity);
     for (std::int32_t count = 0; !wanted.isEmpty() && (most < 0 || count < most); ++count) {
-        found = text.indexOf(wanted, place, sensitivity);
+        found = search.find(text, place);
+        engine.vm().spendText((found < 0 ? text.size() : found) - place);
         if (found < 0)
             break;
         engine.vm().checkLength(result.size() + (found - place) + with.size());
@@ -250,6 +255,8 @@ Variant replace(Engine& engine, Arguments arguments)
         result += QStringView(text).sliced(place, found - place);
         result += with;
         place = found + wanted.size();
+        engine.vm().spend(1);
+        engine.vm().look();
     }
     result += QStringView(text).sliced(place);
     return Variant(std::move(result));
@@ -349,9 +356,9 @@ constexpr Builtin Functions[] = {
     {"ChrB", 1, 1, chr},
     {"ChrW", 1, 1, chrW},
     {"Escape", 1, 1, escape},
-    {"InStr", 2, 4, inStr},
-    {"InStrB", 2, 4, inStrB},
-    {"InStrRev", 2, 4, inStrRev},
+    {"InStr", 2, 4, inStr, Cost::Result},
+    {"InStrB", 2, 4, inStrB, Cost::Result},
+    {"InStrRev", 2, 4, inStrRev, Cost::Result},
     {"LCase", 1, 1, lCase},
     {"Left", 2, 2, left, Cost::Result},
     {"LeftB", 2, 2, leftB, Cost::Result},

@@ -79,6 +79,8 @@ Variant Dictionary::invoke(values::Name name, binding::Access access, binding::A
     if (!isList)
         return Object::invoke(name, access, arguments);
     const Variant list = Object::invoke(name, access, {});
+    if (engine())
+        engine()->vm().chargeValue(list);
     const std::int32_t index = values::toLong(arguments[0]);
     return list.array().elements()[list.array().offset({&index, 1})];
 }

@@ -98,6 +98,7 @@ bool Engine::addObject(values::Name name, const binding::Ref<binding::Object>& o
 {
     if (!object || name.isEmpty())
         return false;
+    m_isFresh = false;
     const std::uint32_t number = m_symbols.intern(name);
     Symbol& symbol = m_symbols.at(number);
     if (symbol.kind != Symbol::Kind::Undefined)
@@ -139,6 +140,7 @@ void Engine::spendOnText(qsizetype characters)
 
 std::shared_ptr<const Unit> Engine::compile(const QString& text, RunMode mode, bool dynamicScope)
 {
+    m_isFresh = false;
     if (std::size_t(text.size()) > m_settings->limits.codeLength)
         throw CompileError(SyntaxError::OutOfMemory, {1, 0});
     if (mode == RunMode::ExecuteGlobal)

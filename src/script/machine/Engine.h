@@ -60,6 +60,8 @@ public:
     /// Everything that could be part of a cycle is kept in a list, so that the end of the program can break it.
     void track(Tracked& object) noexcept;
     void untrack(Tracked& object) noexcept;
+    /// True before anything was added or run.
+    bool isFresh() const noexcept { return m_isFresh; }
     bool isClosing() const noexcept { return m_closing; }
 
 private:
@@ -76,6 +78,7 @@ private:
     values::Ref<ErrObject> m_err;
     Vm m_vm;
     Tracked* m_tracked = nullptr;
+    bool m_isFresh = true;
     bool m_closing = false;
 };
 

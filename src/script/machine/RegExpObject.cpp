@@ -21,8 +21,8 @@ constexpr int ExpectedBracket = 5019;
 constexpr int ExpectedParenthesis = 5020;
 constexpr int InvalidRange = 5021;
 
-/// Steps that one match may take; a hostile pattern ends without a match instead of never.
-constexpr auto MatchLimit = "(*LIMIT_MATCH=2000000)";
+/// A step of a search may take as long as some calls of the host.
+constexpr int CallsPerStep = 4;
 
 class ListEnumerator final : public binding::Enumerator
 {
@@ -158,64 +158,67 @@ const binding::MemberTable& RegExpObject::members() const
 void RegExpObject::setPattern(const QString& pattern)
 {
     m_pattern = pattern;
-    m_isCompiled = false;
+    m_compiled.reset();
 }
 
 void RegExpObject::setIgnoreCase(bool ignore)
 {
     m_ignoreCase = ignore;
-    m_isCompiled = false;
+    m_compiled.reset();
 }
 
 void RegExpObject::setMultiLine(bool multiLine)
 {
     m_multiLine = multiLine;
-    m_isCompiled = false;
+    m_compiled.reset();
 }
 
-const QRegularExpression& RegExpObject::compiled()
+const std::shared_ptr<RegExpPattern>& RegExpObject::compiled()
 {
-    if (m_isCompiled)
-        return m_expression;
+    if (m_compiled)
+        return m_compiled;
     QRegularExpression::PatternOptions options;
     options.setFlag(QRegularExpression::CaseInsensitiveOption, m_ignoreCase);
     options.setFlag(QRegularExpression::MultilineOption, m_multiLine);
-    QRegularExpression expression(QLatin1String(MatchLimit) + translated(m_pattern), options);
-    if (!expression.isValid())
-        raisePattern(expression.errorString());
-    m_expression = expression;
-    m_isCompiled = true;
-    return m_expression;
+    auto pattern = std::make_shared<RegExpPattern>(translated(m_pattern), options);
+    if (!pattern->quick().isValid())
+        raisePattern(pattern->quick().errorString());
+    m_compiled = std::move(pattern);
+    return m_compiled;
 }
 
-/// A pattern may match at every character of a long text: each match counts against the limits.
-void RegExpObject::chargeMatch(qsizetype characters)
+RegExpSearch RegExpObject::search(const QString& text)
 {
-    constexpr std::size_t BytesPerMatch = 512;
-    if (engine())
-        engine()->vm().chargeBytes(BytesPerMatch + std::size_t(characters) * sizeof(QChar));
+    return RegExpSearch(compiled(), text, [this](qsizetype places) {
+        if (!engine())
+            return;
+        Vm& vm = engine()->vm();
+        vm.spendText(places);
+        for (int call = 0; call < CallsPerStep; ++call)
+            vm.budget().countCall();
+        vm.look();
+    });
 }
 
 values::Ref<binding::Object> RegExpObject::execute(const QString& text)
 {
+    constexpr std::size_t BytesPerMatch = 512;
+    const bool global = m_global;
+    RegExpSearch matching = search(text);
     std::vector<Variant> matches;
-    if (m_global) {
-        QRegularExpressionMatchIterator found = compiled().globalMatch(text);
-        while (found.hasNext()) {
-            matches.emplace_back(values::make<Match>(found.next()));
-            chargeMatch(found.hasNext() ? 0 : text.size());
-        }
-    } else {
-        const QRegularExpressionMatch found = compiled().match(text);
-        if (found.hasMatch())
-            matches.emplace_back(values::make<Match>(found));
+    for (QRegularExpressionMatch found = matching.next(); found.hasMatch(); found = matching.next()) {
+        matches.emplace_back(values::make<Match>(found));
+        if (!global)
+            break;
+        if (engine())
+            engine()->vm().chargeBytes(BytesPerMatch + std::size_t(found.capturedLength(0)) * sizeof(QChar));
     }
     return values::make<MatchCollection>(std::move(matches));
 }
 
 bool RegExpObject::test(const QString& text)
 {
-    return compiled().match(text).hasMatch();
+    return search(text).next().hasMatch();
 }
 
 QString RegExpObject::replace(const QString& text, const Variant& replacement)
@@ -224,21 +227,24 @@ QString RegExpObject::replace(const QString& text, const Variant& replacement)
     const QString with =
         values::toText(replacement.is(values::Kind::Boolean) ? Variant(std::int16_t(replacement.boolean() ? -1 : 0))
                                                              : replacement);
+    const bool global = m_global;
+    const QString source = text; // what is looked at meanwhile may run code that changes the variable
+    RegExpSearch matching = search(source);
     QString result;
     qsizetype place = 0;
-    QRegularExpressionMatchIterator found = compiled().globalMatch(text);
-    while (found.hasNext()) {
-        const QRegularExpressionMatch match = found.next();
-        result += QStringView(text).sliced(place, match.capturedStart(0) - place);
-        appendReplacement(result, with, match, text);
-        chargeMatch(0);
-        if (engine())
+    for (QRegularExpressionMatch match = matching.next(); match.hasMatch(); match = matching.next()) {
+        const qsizetype before = result.size();
+        result += QStringView(source).sliced(place, match.capturedStart(0) - place);
+        appendReplacement(result, with, match, source);
+        if (engine()) {
             engine()->vm().checkLength(result.size());
+            engine()->vm().chargeBytes(std::size_t(result.size() - before) * sizeof(QChar));
+        }
         place = match.capturedEnd(0);
-        if (!m_global)
+        if (!global)
             break;
     }
-    result += QStringView(text).sliced(place);
+    result += QStringView(source).sliced(place);
     return result;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "script/machine/RegExpSearch.h"
 #include "script/machine/Tracked.h"
 
 #include "binding/Object.h"
@@ -39,15 +40,14 @@ public:
 
 private:
     /// Raises 5017 to 5021 for a pattern that is none.
-    const QRegularExpression& compiled();
-    void chargeMatch(qsizetype characters);
+    const std::shared_ptr<RegExpPattern>& compiled();
+    RegExpSearch search(const QString& text);
 
     QString m_pattern;
     bool m_global = false;
     bool m_ignoreCase = false;
     bool m_multiLine = false;
-    bool m_isCompiled = false;
-    QRegularExpression m_expression;
+    std::shared_ptr<RegExpPattern> m_compiled; ///< none after a change
 };
 
 /// One text with what the pattern's groups matched.

@@ -34,6 +34,8 @@ struct ScriptLimits
     std::chrono::milliseconds runTime{10000};
     /// Script time between two calls of ScriptHost::busy.
     std::chrono::milliseconds busyInterval{250};
+    /// Loop passes and calls between two looks at the clock and the heap, or as much other work as takes as long.
+    int passesPerLook = 20000;
     /// Procedures that may be under way at once; one more is error 28.
     std::size_t callDepth = 4000;
     /// Growth of the process's heap during a run, in bytes; then error 7, which no On Error catches.

@@ -72,7 +72,9 @@ public:
     /// Counts work that takes as long as so many passes of a loop.
     void spend(std::size_t passes) noexcept
     {
-        m_credit = passes < std::size_t(CreditPerTick) ? std::max(m_credit - int(passes), -1) : -1;
+        m_credit = m_credit > 0 && passes <= std::size_t(m_credit) ? m_credit - int(passes)
+                   : passes                                        ? -1
+                                                                   : m_credit;
     }
     /// Counts work over so many characters.
     void spendText(qsizetype characters) noexcept { spend(std::size_t(characters) / CharactersPerPass); }
@@ -102,8 +104,6 @@ public:
     static constexpr std::size_t StackSlots = 1 << 19;
 
 private:
-    /// Loop passes and calls between two looks at the limits.
-    static constexpr int CreditPerTick = 20000;
     static constexpr std::size_t CharactersPerPass = 32;
     class Room;
     enum class Purpose : std::uint8_t { Call, LastWords };

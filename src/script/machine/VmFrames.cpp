@@ -161,7 +161,7 @@ private:
 Variant Vm::execute(const Procedure& procedure, Instance* me, binding::Arguments arguments, Purpose purpose)
 {
     if (m_frames.empty()) {
-        m_credit = m_budget.isStopped() ? 0 : CreditPerTick;
+        m_credit = m_budget.isStopped() ? 0 : m_engine.settings().limits.passesPerLook;
         m_errorPositionKnown = false;
     }
     const Room room(*this, purpose);
@@ -294,7 +294,7 @@ void Vm::tick()
     m_credit = 0; // a run that is to stop stops at the next look, too, should an object's last words be cut short
     m_budget.look();
     m_budget.lookAtMemory(0);
-    m_credit = CreditPerTick;
+    m_credit = m_engine.settings().limits.passesPerLook;
 }
 
 void Vm::checkLength(qsizetype characters) const
