@@ -8,6 +8,9 @@
 
 namespace zan::host {
 
+/// The name that every window and box of the program carries.
+inline const QString ProgramName = QStringLiteral("ZanBench");
+
 /// What the toolkit wants of main(): it takes its own options out of these.
 struct ProcessArguments
 {

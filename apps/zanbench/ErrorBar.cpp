@@ -1,13 +1,16 @@
 #include "zanbench/ErrorBar.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QStyle>
 #include <QToolButton>
 
+#include <algorithm>
+
 namespace zan::host {
 
-ErrorBar::ErrorBar(QWidget* parent)
-    : QFrame(parent)
+ErrorBar::ErrorBar(QWidget* over)
+    : QFrame(over)
     , m_label(new QLabel(this))
 {
     setObjectName(QStringLiteral("errorBar"));
@@ -34,6 +37,27 @@ ErrorBar::ErrorBar(QWidget* parent)
     layout->addWidget(m_label, 1);
     layout->addWidget(close);
     hide();
+    if (over)
+        over->installEventFilter(this);
+}
+
+void ErrorBar::place()
+{
+    if (!parentWidget())
+        return;
+    const QSize room = parentWidget()->size();
+    const int wanted = layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(room.width())
+                                                     : layout()->totalSizeHint().height();
+    const int height = std::min(wanted, room.height());
+    setGeometry(0, room.height() - height, room.width(), height);
+    raise();
+}
+
+bool ErrorBar::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == parentWidget() && event->type() == QEvent::Resize && !isHidden())
+        place();
+    return false;
 }
 
 void ErrorBar::showError(const QString& text)
@@ -41,6 +65,7 @@ void ErrorBar::showError(const QString& text)
     m_count = text == m_text ? m_count + 1 : 1;
     m_text = text;
     m_label->setText(m_count == 1 ? text : QStringLiteral("%1 (%2 times)").arg(text).arg(m_count));
+    place();
     show();
 }
 

@@ -5,18 +5,25 @@
 
 namespace zan::host {
 
-/// A line above the panel that tells of run-time errors of the panel without standing in the way: a panel that fails
-/// at every scan must not bury its user in message boxes. The same error again is counted, not repeated.
+/// A line over the lower edge of a widget that tells of run-time errors without standing in the way: a panel that
+/// fails at every scan must not bury its user in message boxes. The same error again is counted, not repeated. It lies
+/// over the widget, which keeps its place: what somebody is about to click does not move away below the pointer.
 class ErrorBar : public QFrame
 {
     Q_OBJECT
 public:
-    explicit ErrorBar(QWidget* parent = nullptr);
+    /// Over this widget, as wide as it is.
+    explicit ErrorBar(QWidget* over = nullptr);
 
     void showError(const QString& text);
     void dismiss();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
+    void place();
+
     QLabel* m_label;
     QString m_text;
     int m_count = 0;

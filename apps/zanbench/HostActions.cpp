@@ -10,6 +10,8 @@ HostActions::HostActions(QObject* parent)
     : QObject(parent)
 {
     open = make(QStringLiteral("open"), QStringLiteral("&Open..."), QKeySequence::Open);
+    openDemo = make(QStringLiteral("openDemo"), QStringLiteral("Open the &demo"), {});
+    newScheme = make(QStringLiteral("newScheme"), QStringLiteral("&New..."), QKeySequence::New);
     save = make(QStringLiteral("save"), QStringLiteral("&Save"), QKeySequence::Save);
     saveAs = make(QStringLiteral("saveAs"), QStringLiteral("Save &as..."),
                   QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
@@ -27,6 +29,12 @@ HostActions::HostActions(QObject* parent)
                       QKeySequence(Qt::CTRL | Qt::Key_PageDown));
     fullScreen =
         make(QStringLiteral("fullScreen"), QStringLiteral("&Full screen"), QKeySequence(Qt::Key_F11), true);
+    zoomIn = make(QStringLiteral("zoomIn"), QStringLiteral("Zoom &in"), QKeySequence(Qt::CTRL | Qt::Key_Plus));
+    zoomIn->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)});
+    zoomOut = make(QStringLiteral("zoomOut"), QStringLiteral("Zoom &out"), QKeySequence(Qt::CTRL | Qt::Key_Minus));
+    zoomNormal =
+        make(QStringLiteral("zoomNormal"), QStringLiteral("&100 %"), QKeySequence(Qt::CTRL | Qt::Key_0), true);
+    zoomFit = make(QStringLiteral("zoomFit"), QStringLiteral("F&it"), QKeySequence(Qt::CTRL | Qt::Key_9), true);
     about = make(QStringLiteral("about"), QStringLiteral("&About ZanBench"), {});
 }
 
@@ -42,7 +50,7 @@ QAction* HostActions::make(const QString& name, const QString& text, const QKeyS
 void HostActions::fillMenus(QMenuBar& bar, QAction* showWindowList)
 {
     QMenu* file = bar.addMenu(QStringLiteral("&File"));
-    file->addAction(open);
+    file->addActions({newScheme, open, openDemo});
     m_recent = file->addMenu(QStringLiteral("Open &recent"));
     file->addSeparator();
     file->addActions({save, saveAs});
@@ -56,6 +64,8 @@ void HostActions::fillMenus(QMenuBar& bar, QAction* showWindowList)
     view->addActions({previousWindow, nextWindow});
     view->addSeparator();
     showWindowList->setText(QStringLiteral("&List of windows"));
+    view->addActions({zoomIn, zoomOut, zoomNormal, zoomFit});
+    view->addSeparator();
     view->addActions({showWindowList, fullScreen});
     bar.addMenu(QStringLiteral("&Help"))->addAction(about);
 }
@@ -106,7 +116,8 @@ void HostActions::follow(bool siteOpen, bool canConnect, int linkState)
 void HostActions::restrictToKiosk()
 {
     m_kiosk = true;
-    for (QAction* action : {open, save, saveAs, lock, hideProtected, siteMap, fullScreen, connectOnOpening})
+    for (QAction* action :
+         {open, openDemo, newScheme, save, saveAs, lock, hideProtected, siteMap, fullScreen, connectOnOpening})
         action->setEnabled(false);
 }
 

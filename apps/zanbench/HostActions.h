@@ -16,6 +16,8 @@ public:
     explicit HostActions(QObject* parent = nullptr);
 
     QAction* open;
+    QAction* openDemo;
+    QAction* newScheme;
     QAction* save;
     QAction* saveAs;
     QAction* quit;
@@ -27,6 +29,10 @@ public:
     QAction* previousWindow;
     QAction* nextWindow;
     QAction* fullScreen;
+    QAction* zoomIn;
+    QAction* zoomOut;
+    QAction* zoomNormal;
+    QAction* zoomFit;
     QAction* about;
 
     /// Fills a menu bar. The recent files stand in a menu of their own, filled by setRecentFiles().

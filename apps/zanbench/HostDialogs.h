@@ -18,6 +18,9 @@ public:
     virtual Conflict askConflict(const QString& text) = 0;
     /// A scheme file to open, beginning in a folder; empty when the user turns away.
     virtual QString chooseScheme(const QString& folder) = 0;
+    /// A file for a new scheme, beginning in a folder; empty when the user turns away. Asks before an existing file
+    /// is taken.
+    virtual QString chooseNew(const QString& folder) = 0;
     /// A file to save under; empty when the user turns away. Asks before an existing file is taken.
     virtual QString chooseTarget(const QString& file) = 0;
     virtual void showError(const QString& text) = 0;

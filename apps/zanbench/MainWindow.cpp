@@ -1,5 +1,8 @@
 #include "zanbench/MainWindow.h"
 
+#include "zanbench/Commands.h"
+#include "zanbench/DemoSite.h"
+
 #include "halyard/HalyardLogger.h"
 #include "window/BenchWindow.h"
 
@@ -17,6 +20,8 @@ namespace {
 
 constexpr QSize EmptySize(900, 600);
 constexpr int ListWidth = 170;
+constexpr QMargins GuessedFrame(4, 32, 4, 4); // until there is a real one
+constexpr int ZoomStep = 25;
 constexpr int FrameSlack = 8; // what styles add around bars and docks
 constexpr int ChangesMilliseconds = 500;
 
@@ -32,13 +37,16 @@ MainWindow::MainWindow(Settings& settings, HostDialogs& dialogs, HostStatus::Clo
     , m_dialogs(dialogs)
     , m_actions(this)
     , m_status(new HostStatus(std::move(clock), this))
-    , m_errors(new ErrorBar(this))
-    , m_pages(new PanelPages(settings, m_forms, this))
+    , m_centre(new QStackedWidget(this))
+    , m_start(new StartPage({m_actions.open, m_actions.openDemo, m_actions.newScheme}, m_centre))
+    , m_pages(new PanelPages(settings, m_forms, m_centre))
+    , m_kioskBar(new KioskBar(this))
+    , m_errors(new ErrorBar(m_centre))
     , m_dock(new QDockWidget(QStringLiteral("Windows"), this))
     , m_list(new QListWidget(m_dock))
     , m_toolBar(addToolBar(QStringLiteral("Commands")))
 {
-    setWindowTitle(QStringLiteral("ZanBench"));
+    setWindowTitle(ProgramName);
     setContextMenuPolicy(Qt::NoContextMenu); // right clicks belong to the panel
     m_toolBar->setObjectName(QStringLiteral("toolBar"));
     m_toolBar->setMovable(false);
@@ -51,29 +59,38 @@ MainWindow::MainWindow(Settings& settings, HostDialogs& dialogs, HostStatus::Clo
     resizeDocks({m_dock}, {ListWidth}, Qt::Horizontal);
     m_list->setSpacing(3);
 
-    auto* centre = new QWidget(this);
-    auto* layout = new QVBoxLayout(centre);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(m_errors);
-    layout->addWidget(m_pages, 1);
-    setCentralWidget(centre);
+    buildCentre();
     setStatusBar(m_status);
 
     addActions(m_actions.findChildren<QAction*>()); // shortcuts work where the menus are hidden, too
     m_actions.fillMenus(*menuBar(), m_dock->toggleViewAction());
     m_actions.fillToolBar(*m_toolBar);
-    m_actions.setRecentFiles(m_settings.recentFiles());
+    followRecentFiles();
     m_actions.connectOnOpening->setChecked(m_settings.connectsOnOpening());
     m_actions.lock->setChecked(true);
     m_panelHost = values::make<PanelHost>([this](const QString& key) { showForScript(key); });
     connectActions();
     connectPages();
+    connectZoom();
     followLink();
 
-    resize(EmptySize);
+    resize(EmptySize.boundedTo(screen()->availableSize()));
     restoreGeometry(m_settings.geometry());
     restoreState(m_settings.windowState());
+}
+
+/// The start page or the panels, a kiosk's line below them, and errors over their lower edge.
+void MainWindow::buildCentre()
+{
+    auto* centre = new QWidget(this);
+    auto* layout = new QVBoxLayout(centre);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_centre, 1);
+    layout->addWidget(m_kioskBar);
+    m_centre->addWidget(m_start);
+    m_centre->addWidget(m_pages);
+    setCentralWidget(centre);
 }
 
 MainWindow::~MainWindow()
@@ -90,12 +107,17 @@ void MainWindow::connectActions()
         if (const QString chosen = m_dialogs.chooseScheme(folder); !chosen.isEmpty())
             openChosen(chosen);
     });
-    connect(&m_actions, &HostActions::recentFileChosen, this, [this](const QString& file) {
+    const auto openRecent = [this](const QString& file) {
         if (!openChosen(file) && !QFileInfo::exists(file)) {
             m_settings.removeRecentFile(file);
-            m_actions.setRecentFiles(m_settings.recentFiles());
+            followRecentFiles();
         }
-    });
+    };
+    connect(&m_actions, &HostActions::recentFileChosen, this, openRecent);
+    // The list that the choice was made in is made anew by it.
+    connect(m_start, &StartPage::recentFileChosen, this, openRecent, Qt::QueuedConnection);
+    connect(m_actions.openDemo, &QAction::triggered, this, [this] { openDemo(demoFolder()); });
+    connect(m_actions.newScheme, &QAction::triggered, this, &MainWindow::createScheme);
     connect(m_actions.save, &QAction::triggered, this, &MainWindow::save);
     connect(m_actions.saveAs, &QAction::triggered, this, &MainWindow::saveAs);
     connect(m_actions.quit, &QAction::triggered, this, &QWidget::close);
@@ -136,8 +158,48 @@ void MainWindow::connectActions()
     connect(&m_changes, &QTimer::timeout, this, &MainWindow::followChanges);
 }
 
+void MainWindow::connectZoom()
+{
+    m_pages->setZoom(m_settings.zoom());
+    connect(m_actions.zoomIn, &QAction::triggered, this, [this] {
+        setZoom(std::min(PanelView::Largest, (int(m_pages->shownZoom()) / ZoomStep + 1) * ZoomStep));
+    });
+    connect(m_actions.zoomOut, &QAction::triggered, this, [this] {
+        const int steps = (int(m_pages->shownZoom()) + ZoomStep - 1) / ZoomStep;
+        setZoom(std::max(PanelView::Smallest, (steps - 1) * ZoomStep));
+    });
+    connect(m_actions.zoomNormal, &QAction::triggered, this, [this] { setZoom(100); });
+    connect(m_actions.zoomFit, &QAction::triggered, this, [this] { setZoom(PanelView::Fit); });
+    followZoom();
+}
+
+/// What is chosen in a full screen or a kiosk holds there alone.
+void MainWindow::setZoom(int percent)
+{
+    if (!m_kiosk && !isFullScreen())
+        m_settings.setZoom(percent);
+    m_pages->setZoom(percent);
+    followZoom();
+}
+
+void MainWindow::followZoom()
+{
+    const bool canZoom = m_site && m_pages->manner().isLocked;
+    for (QAction* action : {m_actions.zoomIn, m_actions.zoomOut, m_actions.zoomNormal, m_actions.zoomFit})
+        action->setEnabled(canZoom);
+    m_actions.zoomNormal->setChecked(m_pages->zoom() == 100);
+    m_actions.zoomFit->setChecked(m_pages->zoom() == PanelView::Fit);
+}
+
+void MainWindow::followRecentFiles()
+{
+    m_actions.setRecentFiles(m_settings.recentFiles());
+    m_start->setRecentFiles(m_settings.recentFiles());
+}
+
 void MainWindow::connectPages()
 {
+    connect(m_kioskBar, &KioskBar::windowChosen, this, &MainWindow::showWindow);
     connect(m_pages, &PanelPages::shownChanged, this, &MainWindow::followPage);
     connect(m_pages, &PanelPages::failed, m_errors,
             [this](int number, const QString& text) { m_errors->showError(numbered(number, text)); });
@@ -153,8 +215,11 @@ bool MainWindow::attempt(const QString& what, Action action)
         return true;
     } catch (const values::RuntimeError& error) {
         m_dialogs.showError(QStringLiteral("%1: %2").arg(what, numbered(error.number(), error.description())));
-        return false;
+    } catch (const std::exception& error) {
+        // Memory has run out, or an object of another library fails in its own way.
+        m_dialogs.showError(QStringLiteral("%1: %2").arg(what, QString::fromLocal8Bit(error.what())));
     }
+    return false;
 }
 
 bool MainWindow::openChosen(const QString& path)
@@ -163,6 +228,35 @@ bool MainWindow::openChosen(const QString& path)
     options.scheme = path;
     options.unlock = !m_pages->manner().isLocked;
     return openScheme(options);
+}
+
+bool MainWindow::openDemo(const QString& folder)
+{
+    const DemoResult demo = demoIn(folder);
+    if (!demo.error.isEmpty())
+        m_dialogs.showError(demo.error);
+    return demo.error.isEmpty() && openChosen(demo.file);
+}
+
+bool MainWindow::createScheme()
+{
+    const QString file =
+        m_dialogs.chooseNew(m_site ? QFileInfo(m_site->scheme().path()).path() : QDir::currentPath());
+    if (file.isEmpty())
+        return false;
+    try {
+        const auto scheme = trellis::SchemeFile::create(file, QFileInfo(file).completeBaseName());
+        const Ref<site::SchemeWindows> windows = scheme->Windows();
+        const QString key = QStringLiteral("Window 1");
+        const Ref<site::SchemeWindow> window = windows->createWindow();
+        window->setKey(key);
+        windows->Add(window, key);
+        scheme->saveOver(); // the user was asked about a file that is there
+    } catch (const values::RuntimeError& error) {
+        m_dialogs.showError(QStringLiteral("The scheme was not made: %1").arg(error.description()));
+        return false;
+    }
+    return openChosen(file);
 }
 
 bool MainWindow::openScheme(const OpenOptions& options)
@@ -186,10 +280,12 @@ bool MainWindow::openScheme(const OpenOptions& options)
     // Panels name their pictures relative to the scheme that they belong to.
     QDir::setCurrent(QFileInfo(m_site->scheme().path()).path());
     m_settings.addRecentFile(m_site->scheme().path());
-    m_actions.setRecentFiles(m_settings.recentFiles());
+    followRecentFiles();
     m_actions.lock->setChecked(!options.unlock);
     m_pages->open(*m_site, *m_watch, m_panelHost);
     connectSite();
+    m_centre->setCurrentWidget(m_pages);
+    followZoom();
 
     const QStringList keys = m_site->panelKeys();
     const QString last = m_settings.lastWindow(m_site->scheme().path());
@@ -267,6 +363,7 @@ void MainWindow::followPage()
         m_list->clear();
         m_list->addItems(keys);
         m_list->setCurrentRow(int(keys.indexOf(key)));
+        m_kioskBar->setWindows(keys, int(keys.indexOf(key)));
     }
     if (const window::BenchWindow* panel = currentPanel()) {
         const QSignalBlocker blocker(m_actions.siteMap);
@@ -285,7 +382,40 @@ void MainWindow::fitToPanel()
     const int height =
         menuBar()->sizeHint().height() + m_toolBar->sizeHint().height() + m_status->sizeHint().height();
     resize((panel->minimumSize() + QSize(width + FrameSlack, height + FrameSlack))
-               .boundedTo(screen()->availableSize()));
+               .boundedTo(screen()->availableSize().shrunkBy(GuessedFrame)));
+}
+
+/// The whole window, frame included, lies on the screen, however large its panel, whatever the scale and wherever it
+/// was when it was last closed.
+void MainWindow::keepOnScreen()
+{
+    if (m_kiosk || isFullScreen() || isMaximized() || !isVisible())
+        return;
+    const QRect room = screen()->availableGeometry();
+    const QSize frame = frameGeometry().size() - size();
+    resize(size().boundedTo(room.size() - frame));
+    QRect outer = frameGeometry();
+    outer.setSize(size() + frame);
+    outer.moveRight(std::min(outer.right(), room.right()));
+    outer.moveBottom(std::min(outer.bottom(), room.bottom()));
+    outer.moveLeft(std::max(outer.left(), room.left()));
+    outer.moveTop(std::max(outer.top(), room.top()));
+    if (outer.topLeft() != frameGeometry().topLeft())
+        move(outer.topLeft());
+}
+
+void MainWindow::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    QMetaObject::invokeMethod(this, &MainWindow::keepOnScreen, Qt::QueuedConnection);
+}
+
+void MainWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    // By the time the window is active for the first time it has its frame.
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && !std::exchange(m_isPlaced, true))
+        QMetaObject::invokeMethod(this, &MainWindow::keepOnScreen, Qt::QueuedConnection);
 }
 
 void MainWindow::step(int by)
@@ -322,6 +452,7 @@ void MainWindow::followLink()
     else
         m_status->setLinkState(state);
     m_status->setSimulated(m_site && m_site->isSimulated());
+    m_kioskBar->setSimulated(m_site && m_site->isSimulated());
 }
 
 bool MainWindow::hasUnsavedChanges() const
@@ -349,6 +480,7 @@ void MainWindow::setManner(const PanelPages::Manner& manner)
     } catch (const values::RuntimeError& error) {
         m_dialogs.showError(numbered(error.number(), error.description()));
     }
+    followZoom();
 }
 
 /// Every panel brings its window up to date before anything is stored, so that no file holds half of an edit.
@@ -404,7 +536,7 @@ bool MainWindow::saveAs()
     if (saved) {
         m_watch->settle();
         m_settings.addRecentFile(target);
-        m_actions.setRecentFiles(m_settings.recentFiles());
+        followRecentFiles();
         QDir::setCurrent(QFileInfo(target).path());
     }
     followChanges();
@@ -449,6 +581,7 @@ void MainWindow::closeSite()
     m_site->logger()->disconnect(m_status);
     m_site->logger()->disconnect(m_errors);
     m_pages->close();
+    m_centre->setCurrentWidget(m_start);
     m_watch.reset();
     m_site.reset();
     m_errors->dismiss();
@@ -457,9 +590,10 @@ void MainWindow::closeSite()
         m_list->clear();
     }
     setWindowModified(false);
-    setWindowTitle(QStringLiteral("ZanBench"));
+    setWindowTitle(ProgramName);
     m_status->clearSite();
     followLink();
+    followZoom();
 }
 
 void MainWindow::setFullScreen(bool full)
@@ -467,6 +601,8 @@ void MainWindow::setFullScreen(bool full)
     if (full)
         m_settings.setWindow(saveGeometry(), saveState());
     setWindowState(full ? windowState() | Qt::WindowFullScreen : windowState() & ~Qt::WindowFullScreen);
+    m_pages->setZoom(full ? int(PanelView::Fit) : m_settings.zoom());
+    followZoom();
 }
 
 void MainWindow::enterKiosk()
@@ -480,6 +616,9 @@ void MainWindow::enterKiosk()
     manner.isLocked = manner.hasLockedMenus = true;
     setManner(manner);
     m_actions.restrictToKiosk();
+    m_kioskBar->setActive(true);
+    m_pages->setZoom(PanelView::Fit);
+    followZoom();
     setWindowState(windowState() | Qt::WindowFullScreen);
 }
 

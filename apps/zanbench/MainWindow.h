@@ -6,11 +6,13 @@
 #include "zanbench/HostActions.h"
 #include "zanbench/HostDialogs.h"
 #include "zanbench/HostStatus.h"
+#include "zanbench/KioskBar.h"
 #include "zanbench/OpenedSite.h"
 #include "zanbench/PanelForms.h"
 #include "zanbench/PanelHost.h"
 #include "zanbench/PanelPages.h"
 #include "zanbench/Settings.h"
+#include "zanbench/StartPage.h"
 
 #include <QDockWidget>
 #include <QListWidget>
@@ -42,19 +44,28 @@ public:
     /// Saves everything; false when it was not saved. The user has been told why, unless it was his choice.
     bool save();
     bool saveAs();
+    /// Makes a scheme of one empty window in a file that the user chooses, and opens it.
+    bool createScheme();
+    /// Opens the user's own copy of the demo in this folder.
+    bool openDemo(const QString& folder);
     bool hasUnsavedChanges() const;
     /// Fills the screen with the panel alone.
     void enterKiosk();
 
     window::BenchWindow* currentPanel() const { return m_pages->currentPanel(); }
     OpenedSite* site() const { return m_site.get(); }
+    const PanelPages& pages() const { return *m_pages; }
     const PanelForms& forms() const { return m_forms; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
+    void buildCentre();
     void connectActions();
+    void connectZoom();
     void connectSite();
     bool openChosen(const QString& path);
     bool bringUpToDate();
@@ -63,6 +74,10 @@ private:
     void showForScript(const QString& key);
     void connectPages();
     void fitToPanel();
+    void keepOnScreen();
+    void setZoom(int percent);
+    void followZoom();
+    void followRecentFiles();
     void linkChanged(int state);
     void followLink();
     void followChanges();
@@ -84,13 +99,17 @@ private:
     Ref<PanelHost> m_panelHost;
     HostActions m_actions;
     HostStatus* m_status;
-    ErrorBar* m_errors;
+    QStackedWidget* m_centre;
+    StartPage* m_start;
     PanelPages* m_pages;
+    KioskBar* m_kioskBar;
+    ErrorBar* m_errors;
     QDockWidget* m_dock;
     QListWidget* m_list;
     QToolBar* m_toolBar;
     QTimer m_changes;
     bool m_kiosk = false;
+    bool m_isPlaced = false; // on the screen, with its frame
 };
 
 } // namespace zan::host

@@ -1,5 +1,7 @@
 #include "zanbench/MessageDialogs.h"
 
+#include "zanbench/Commands.h"
+
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
@@ -8,7 +10,7 @@ namespace zan::host {
 
 namespace {
 
-const QString Title = QStringLiteral("ZanBench");
+const QString Title = ProgramName;
 const QString Filter = QStringLiteral("Schemes (*.scheme *.xml);;All files (*)");
 
 } // namespace
@@ -17,6 +19,7 @@ HostDialogs::Unsaved MessageDialogs::askUnsaved(const QString& name)
 {
     QMessageBox box(QMessageBox::Question, Title, QStringLiteral("Save the changes to %1?").arg(name),
                     QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, m_parent);
+    box.setTextFormat(Qt::PlainText); // the name of a site is no markup
     box.setInformativeText(QStringLiteral("Changes that are not saved are lost."));
     box.setDefaultButton(QMessageBox::Save);
     box.exec();
@@ -33,6 +36,7 @@ HostDialogs::Unsaved MessageDialogs::askUnsaved(const QString& name)
 HostDialogs::Conflict MessageDialogs::askConflict(const QString& text)
 {
     QMessageBox box(QMessageBox::Warning, Title, text, QMessageBox::Cancel, m_parent);
+    box.setTextFormat(Qt::PlainText);
     const QPushButton* overwrite = box.addButton(QStringLiteral("Overwrite"), QMessageBox::DestructiveRole);
     const QPushButton* saveAs = box.addButton(QStringLiteral("Save as..."), QMessageBox::AcceptRole);
     box.setDefaultButton(QMessageBox::Cancel);
@@ -47,6 +51,12 @@ QString MessageDialogs::chooseScheme(const QString& folder)
     return QFileDialog::getOpenFileName(m_parent, QStringLiteral("Open a scheme"), folder, Filter);
 }
 
+QString MessageDialogs::chooseNew(const QString& folder)
+{
+    const QString proposal = folder + QStringLiteral("/site.scheme");
+    return QFileDialog::getSaveFileName(m_parent, QStringLiteral("A new scheme"), proposal, Filter);
+}
+
 QString MessageDialogs::chooseTarget(const QString& file)
 {
     return QFileDialog::getSaveFileName(m_parent, QStringLiteral("Save the scheme as"), file, Filter);
@@ -54,7 +64,10 @@ QString MessageDialogs::chooseTarget(const QString& file)
 
 void MessageDialogs::showError(const QString& text)
 {
-    QMessageBox::critical(m_parent, Title, text);
+    // What a scheme or a script has put into the text is no markup.
+    QMessageBox box(QMessageBox::Critical, Title, text, QMessageBox::Ok, m_parent);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
 }
 
 void MessageDialogs::showAbout(const QString& text)

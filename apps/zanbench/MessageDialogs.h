@@ -17,6 +17,7 @@ public:
     Unsaved askUnsaved(const QString& name) override;
     Conflict askConflict(const QString& text) override;
     QString chooseScheme(const QString& folder) override;
+    QString chooseNew(const QString& folder) override;
     QString chooseTarget(const QString& file) override;
     void showError(const QString& text) override;
     void showAbout(const QString& text) override;

@@ -1,5 +1,6 @@
 #include "zanbench/Commands.h"
 
+#include "zanbench/ErrorBar.h"
 #include "zanbench/MainWindow.h"
 #include "zanbench/MessageDialogs.h"
 
@@ -25,6 +26,37 @@ bool askForDisplay()
     return true;
 }
 
+/// The outermost boundary of the window: what a handler has let through ends neither the program nor in silence. Says
+/// what failed and where.
+class HostApplication : public QApplication
+{
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override
+    {
+        const char* place = receiver->metaObject()->className(); // the receiver may be gone afterwards
+        try {
+            return QApplication::notify(receiver, event);
+        } catch (const values::RuntimeError& error) {
+            report(QStringLiteral("%1 (run-time error %2)").arg(error.description()).arg(error.number()), place);
+        } catch (const std::exception& error) {
+            report(QString::fromLocal8Bit(error.what()), place);
+        }
+        return false;
+    }
+
+private:
+    static void report(const QString& what, const char* place)
+    {
+        const QString text = QStringLiteral("%1, in an event of %2").arg(what, QLatin1String(place));
+        complain(text);
+        for (QWidget* window : topLevelWidgets())
+            for (ErrorBar* bar : window->findChildren<ErrorBar*>())
+                bar->showError(text);
+    }
+};
+
 } // namespace
 
 ExitCode runOpen(const QStringList& arguments, ProcessArguments process)
@@ -45,8 +77,8 @@ ExitCode runOpen(const QStringList& arguments, ProcessArguments process)
         complain(noDisplay);
         return Failure;
     }
-    QApplication application(process.count, process.words);
-    QApplication::setApplicationName(QStringLiteral("zanbench"));
+    HostApplication application(process.count, process.words);
+    QApplication::setApplicationName(ProgramName); // the caption of boxes that have none of their own
     QApplication::setApplicationDisplayName(QString());
     if (!chosen && QGuiApplication::platformName() == QLatin1String("offscreen")) {
         complain(noDisplay);

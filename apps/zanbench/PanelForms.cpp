@@ -1,16 +1,51 @@
 #include "zanbench/PanelForms.h"
 
+#include <QDialog>
+#include <QGraphicsProxyWidget>
+#include <QGraphicsScene>
+#include <QGraphicsView>
+
 #include <algorithm>
 
 namespace zan::host {
+
+namespace {
+
+/// Who a box stands in front of. A panel that is drawn at a zoom lies in a scene, and a box of its own would be drawn
+/// there: such a box belongs to the window around the scene.
+QWidget* windowOf(QWidget* owner)
+{
+    const QGraphicsProxyWidget* proxy = owner ? owner->window()->graphicsProxyWidget() : nullptr;
+    const QList<QGraphicsView*> views = proxy && proxy->scene() ? proxy->scene()->views() : QList<QGraphicsView*>();
+    return views.isEmpty() ? owner : views.constFirst()->window();
+}
+
+} // namespace
 
 int PanelForms::messageBox(QWidget* owner, const QString& text, int style, const QString& title)
 {
     const bool hasOneAnswer = (style & 15) == OkOnly;
     if (!m_isAnnouncing || !hasOneAnswer)
-        return DesktopForms::messageBox(owner, text, style, title);
+        return DesktopForms::messageBox(windowOf(owner), text, style, title);
     showBeside(owner, text, style, title);
     return Ok;
+}
+
+std::optional<QString> PanelForms::inputBox(QWidget* owner, const QString& prompt, const QString& title,
+                                            const QString& text)
+{
+    return DesktopForms::inputBox(windowOf(owner), prompt, title, text);
+}
+
+bool PanelForms::busy(QWidget* owner, std::chrono::milliseconds elapsed)
+{
+    return DesktopForms::busy(windowOf(owner), elapsed);
+}
+
+void PanelForms::showModal(QDialog& form)
+{
+    form.setWindowFlag(Qt::BypassGraphicsProxyWidget); // a window of its own, whatever its panel is drawn in
+    DesktopForms::showModal(form);
 }
 
 void PanelForms::showBeside(QWidget* owner, const QString& text, int style, const QString& title)
@@ -22,7 +57,7 @@ void PanelForms::showBeside(QWidget* owner, const QString& text, int style, cons
     });
     if (saidByAnother)
         return;
-    QMessageBox* box = makeBox(owner, text, style, title);
+    QMessageBox* box = makeBox(windowOf(owner), text, style, title);
     box->setAttribute(Qt::WA_DeleteOnClose);
     m_shown.push_back({box, owner});
     box->open();

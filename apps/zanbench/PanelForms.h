@@ -21,6 +21,10 @@ public:
     void setAnnouncing(bool announcing) { m_isAnnouncing = announcing; }
 
     int messageBox(QWidget* owner, const QString& text, int style, const QString& title) override;
+    std::optional<QString> inputBox(QWidget* owner, const QString& prompt, const QString& title,
+                                    const QString& text) override;
+    bool busy(QWidget* owner, std::chrono::milliseconds elapsed) override;
+    void showModal(QDialog& form) override;
     /// Boxes shown beside an announcement that are still open.
     std::vector<QMessageBox*> openBoxes() const;
 

@@ -63,10 +63,10 @@ PanelPages::Page* PanelPages::pageOf(const QString& key) const
     return found == m_pages.end() ? nullptr : found->get();
 }
 
-PanelPages::Page* PanelPages::pageOf(const QWidget* area) const
+PanelPages::Page* PanelPages::pageOf(const QWidget* view) const
 {
     const auto found =
-        std::find_if(m_pages.begin(), m_pages.end(), [&](const auto& page) { return page->area == area; });
+        std::find_if(m_pages.begin(), m_pages.end(), [&](const auto& page) { return page->view == view; });
     return found == m_pages.end() ? nullptr : found->get();
 }
 
@@ -105,7 +105,7 @@ void PanelPages::show(const QString& key)
 
 void PanelPages::bringToFront(Page& page)
 {
-    setCurrentWidget(page.area);
+    setCurrentWidget(page.view);
     if (!page.key.isEmpty())
         m_settings.setLastWindow(m_site->scheme().path(), page.key);
     // A panel that shows no window of the scheme cannot be chosen again: it goes with its turn.
@@ -134,17 +134,14 @@ PanelPages::Page& PanelPages::load(const QString& key)
         m_watch->settle();
     }
     window::BenchWindow* panel = loaded.release();
-    panel->setMinimumSize(contentSize(*panel));
-    auto* area = new QScrollArea(this);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setWidgetResizable(true);
-    area->setWidget(panel);
-    addWidget(area);
+    auto* view = new PanelView(panel, this);
+    addWidget(view);
     m_pages.push_back(std::make_unique<Page>());
     Page& page = *m_pages.back();
     page.key = key;
-    page.area = area;
+    page.view = view;
     page.panel = panel;
+    followZoom();
     connect(panel, &window::BenchWindow::WindowLeaving, this, [this, panel] {
         if (Page* left = pageOf(*panel))
             leaving(*left);
@@ -160,9 +157,9 @@ PanelPages::Page& PanelPages::load(const QString& key)
 void PanelPages::drop(Page& page)
 {
     page.panel->disconnect(this);
-    removeWidget(page.area);
-    page.area->hide();
-    page.area->deleteLater();
+    removeWidget(page.view);
+    page.view->hide();
+    page.view->deleteLater();
     const auto found =
         std::find_if(m_pages.begin(), m_pages.end(), [&](const auto& other) { return other.get() == &page; });
     m_pages.erase(found);
@@ -208,7 +205,7 @@ void PanelPages::entered(Page& page)
 void PanelPages::replace(Page& page)
 {
     const QString key = page.key;
-    const bool wasCurrent = currentWidget() == page.area;
+    const bool wasCurrent = currentWidget() == page.view;
     page.key.clear();
     if (key.isEmpty() || !m_site->windowKey(key))
         return;
@@ -231,9 +228,9 @@ void PanelPages::adopt(Page& page)
             page.panel->UpdateDocument();
             m_watch->settle();
         }
-        page.panel->setMinimumSize(contentSize(*page.panel));
+        page.view->followPanel();
     });
-    if (currentWidget() == page.area)
+    if (currentWidget() == page.view)
         bringToFront(page);
 }
 
@@ -258,6 +255,25 @@ void PanelPages::setManner(const Manner& manner)
         if (panel && manner.hidesProtected != former.hidesProtected)
             panel->setHideProtectedControls(manner.hidesProtected);
     }
+    followZoom();
+}
+
+void PanelPages::setZoom(int percent)
+{
+    m_zoom = percent;
+    followZoom();
+}
+
+void PanelPages::followZoom()
+{
+    for (const std::unique_ptr<Page>& page : m_pages)
+        page->view->setZoom(m_manner.isLocked ? m_zoom : 100);
+}
+
+double PanelPages::shownZoom() const
+{
+    const Page* page = pageOf(currentWidget());
+    return page ? page->view->shownZoom() : 100;
 }
 
 void PanelPages::updateDocuments()

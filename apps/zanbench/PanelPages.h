@@ -4,10 +4,10 @@
 #include "zanbench/KeptWindow.h"
 #include "zanbench/OpenedSite.h"
 #include "zanbench/PanelForms.h"
+#include "zanbench/PanelView.h"
 #include "zanbench/Settings.h"
 
 #include <QPointer>
-#include <QScrollArea>
 #include <QStackedWidget>
 
 #include <memory>
@@ -58,6 +58,12 @@ public:
     /// Applies to all panels, later ones too. Raises what a panel raises.
     void setManner(const Manner& manner);
     const Manner& manner() const { return m_manner; }
+    /// Zoom of all panels, as PanelView takes it. A panel whose controls can be moved stands at 100 %: what is dragged
+    /// there is measured in pixels.
+    void setZoom(int percent);
+    int zoom() const { return m_zoom; }
+    /// The percentage that the panel in front is drawn at.
+    double shownZoom() const;
     /// Every panel brings its window up to date in the document. Raises what a panel raises.
     void updateDocuments();
     /// Every panel looks at its channels and at the link anew.
@@ -73,7 +79,7 @@ private:
     struct Page
     {
         QString key; // empty while its panel shows no window of the scheme
-        QScrollArea* area = nullptr;
+        PanelView* view = nullptr;
         window::BenchWindow* panel = nullptr;
         int changes = 0;              // loads under way on the panel, one in another
         std::vector<KeptWindow> kept; // of the windows that they leave
@@ -82,10 +88,11 @@ private:
     };
 
     Page* pageOf(const QString& key) const;
-    Page* pageOf(const QWidget* area) const;
+    Page* pageOf(const QWidget* view) const;
     Page* pageOf(const window::BenchWindow& panel) const;
     Page& load(const QString& key);
     void bringToFront(Page& page);
+    void followZoom();
     void applyManner(window::BenchWindow& panel) const;
     void leaving(Page& page);
     void entered(Page& page);
@@ -101,6 +108,7 @@ private:
     ChangeWatch* m_watch = nullptr;
     Ref<binding::Object> m_host;
     Manner m_manner;
+    int m_zoom = 100;
     std::vector<std::unique_ptr<Page>> m_pages;
 };
 

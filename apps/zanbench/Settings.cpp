@@ -12,6 +12,7 @@ namespace {
 const QString Geometry = QStringLiteral("window/geometry");
 const QString State = QStringLiteral("window/state");
 const QString ConnectsOnOpening = QStringLiteral("connectsOnOpening");
+const QString Zoom = QStringLiteral("zoom");
 const QString RecentFiles = QStringLiteral("recentFiles");
 
 /// The same file is the same scheme, whatever road leads to it.
@@ -68,6 +69,18 @@ bool Settings::connectsOnOpening() const
 void Settings::setConnectsOnOpening(bool connects)
 {
     m_settings.setValue(ConnectsOnOpening, connects);
+}
+
+int Settings::zoom() const
+{
+    bool read = false;
+    const int percent = m_settings.value(Zoom, 100).toInt(&read);
+    return read && (percent == 0 || (percent >= 50 && percent <= 400)) ? percent : 100;
+}
+
+void Settings::setZoom(int percent)
+{
+    m_settings.setValue(Zoom, percent);
 }
 
 QStringList Settings::recentFiles() const

@@ -28,6 +28,10 @@ public:
     bool connectsOnOpening() const;
     void setConnectsOnOpening(bool connects);
 
+    /// Zoom of the panels in percent; 0 to fit them into the window.
+    int zoom() const;
+    void setZoom(int percent);
+
     /// Absolute paths, the latest first.
     QStringList recentFiles() const;
     /// Puts a file first, once.

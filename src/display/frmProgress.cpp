@@ -116,7 +116,8 @@ private:
 };
 
 frmProgress::frmProgress(QWidget* owner, surface::HostForms& forms)
-    : QWidget(owner, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint)
+    // A window of its own, also when its panel is drawn in a scene.
+    : QWidget(owner, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint | Qt::BypassGraphicsProxyWidget)
     , m_forms(forms)
     , m_site(new QLabel(this))
     , m_bar(new ProgressPicture(this))

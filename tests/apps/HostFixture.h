@@ -19,7 +19,7 @@ class FakeDialogs : public zan::host::HostDialogs
 public:
     Unsaved unsavedAnswer = Unsaved::Cancel;
     Conflict conflictAnswer = Conflict::Cancel;
-    QString chosenScheme, chosenTarget;
+    QString chosenScheme, chosenTarget, chosenNew;
     QStringList unsavedQuestions, conflicts, errors;
 
     Unsaved askUnsaved(const QString& name) override
@@ -33,6 +33,7 @@ public:
         return conflictAnswer;
     }
     QString chooseScheme(const QString&) override { return chosenScheme; }
+    QString chooseNew(const QString&) override { return chosenNew; }
     QString chooseTarget(const QString&) override { return chosenTarget; }
     void showError(const QString& text) override { errors.append(text); }
     void showAbout(const QString&) override {}

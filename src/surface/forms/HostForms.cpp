@@ -132,6 +132,7 @@ bool DesktopForms::busy(QWidget* owner, std::chrono::milliseconds elapsed)
     if (!m_busyBox && elapsed >= BusyBoxAfter) {
         m_busyBox = new QProgressDialog(QCoreApplication::translate("HostForms", "A script is running."),
                                         QCoreApplication::translate("HostForms", "Stop it"), 0, 0, owner);
+        m_busyBox->setWindowTitle(titleOr({}));
         m_busyBox->setWindowModality(Qt::ApplicationModal); // nothing else can be clicked meanwhile
         m_busyBox->setMinimumDuration(0);
         m_busyBox->show();
