@@ -1,6 +1,7 @@
 #include "zanbench/CommandLine.h"
 
-#include <QCommandLineParser>
+#include "zanbench/OptionParser.h"
+#include "zanbench/PictureFile.h"
 
 namespace zan::host {
 
@@ -8,60 +9,7 @@ namespace {
 
 constexpr int LargestSide = 16384;
 constexpr int LongestWait = 24 * 60 * 60 * 1000;
-
-/// A parser with what every command has. Qt reads single-dash words as clusters of short options; here they are
-/// long options mistyped and refused by name.
-class Parser
-{
-public:
-    Parser()
-    {
-        m_parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsOptions);
-        m_parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
-        flag(QStringLiteral("help"), QStringLiteral("Show this help."));
-    }
-
-    void flag(const QString& name, const QString& description) { m_parser.addOption({name, description}); }
-    void option(const QString& name, const QString& valueName, const QString& description)
-    {
-        m_parser.addOption({name, description, valueName});
-    }
-    /// False when the words cannot be read; error() says why.
-    bool read(const QStringList& arguments, int mostPositional)
-    {
-        if (!m_parser.parse(QStringList{QStringLiteral("zanbench")} + arguments)) {
-            m_error = m_parser.errorText();
-            return false;
-        }
-        if (m_parser.positionalArguments().size() > mostPositional) {
-            m_error = QStringLiteral("'%1' is one argument too many.")
-                          .arg(m_parser.positionalArguments().at(mostPositional));
-            return false;
-        }
-        return true;
-    }
-    bool has(const QString& name) const { return m_parser.isSet(name); }
-    QString text(const QString& name) const { return m_parser.value(name); }
-    QString positional() const { return m_parser.positionalArguments().value(0); }
-    const QString& error() const { return m_error; }
-    /// The options as lines of a help text.
-    QString optionLines() const
-    {
-        const QString help = m_parser.helpText();
-        return help.mid(help.indexOf(QStringLiteral("Options:")));
-    }
-
-private:
-    QCommandLineParser m_parser;
-    QString m_error;
-};
-
-template <class Options>
-Parsed<Options> misuse(const QString& message, const QString& command)
-{
-    const QString hint = QStringLiteral("Try 'zanbench%1 --help'.").arg(command);
-    return {std::nullopt, QStringLiteral("%1 %2").arg(message, hint), Misuse};
-}
+constexpr int LongestTimeout = 24 * 60 * 60;
 
 std::optional<QSize> sizeFromText(const QString& text)
 {
@@ -75,13 +23,8 @@ std::optional<QSize> sizeFromText(const QString& text)
     return widthRead && heightRead && inRange ? std::optional(size) : std::nullopt;
 }
 
-const QString OpenUsage = QStringLiteral("Usage: zanbench [SCHEME] [options]\n"
-                                         "Opens a scheme file and shows its windows as live panels.\n\n");
-const QString ShotUsage = QStringLiteral("Usage: zanbench shot SCHEME --out FILE.png [options]\n"
-                                         "Draws a panel into a picture, without a display.\n\n");
-
 /// The numbers of a shot; a message for the first that is wrong.
-QString readShotNumbers(const Parser& parser, ShotOptions& options)
+QString readShotNumbers(const OptionParser& parser, ShotOptions& options)
 {
     if (parser.has(QStringLiteral("size"))) {
         const auto size = sizeFromText(parser.text(QStringLiteral("size")));
@@ -105,24 +48,42 @@ QString readShotNumbers(const Parser& parser, ShotOptions& options)
         if (!read || !(options.scale >= 0.5 && options.scale <= 8))
             return QStringLiteral("'%1' is no scale of 0.5 to 8.").arg(parser.text(QStringLiteral("scale")));
     }
+    const double area = double(options.size.width()) * options.size.height() * options.scale * options.scale;
+    if (options.size.isValid() && area > double(LargestPictureArea))
+        return QStringLiteral("A picture of this size and scale has more than %1 pixels.").arg(LargestPictureArea);
     return {};
 }
 
-} // namespace
+const QString OpenUsage = QStringLiteral("Usage: zanbench [SCHEME] [options]\n"
+                                         "       zanbench COMMAND [arguments]\n"
+                                         "Opens a scheme file and shows its windows as live panels.\n");
 
-Parsed<OpenOptions> parseOpen(const QStringList& arguments)
+void offerOpening(OptionParser& parser)
 {
-    Parser parser;
     parser.option(QStringLiteral("window"), QStringLiteral("KEY"), QStringLiteral("Show this window first."));
     parser.option(QStringLiteral("logger"), QStringLiteral("URI"),
                   QStringLiteral("Use this logger instead of the scheme's own, such as sim:?seed=7."));
     parser.flag(QStringLiteral("unlock"), QStringLiteral("Let the panel's controls be moved from the start."));
     parser.flag(QStringLiteral("kiosk"), QStringLiteral("Fill the screen with the panel and nothing else."));
     parser.flag(QStringLiteral("offline"), QStringLiteral("Do not connect the logger at once."));
+    parser.flag(QStringLiteral("version"), QStringLiteral("Show the version."));
+}
+
+} // namespace
+
+QString openHelp()
+{
+    OptionParser parser(QString(), OpenUsage);
+    offerOpening(parser);
+    return parser.help();
+}
+
+Parsed<OpenOptions> parseOpen(const QStringList& arguments)
+{
+    OptionParser parser(QString(), OpenUsage);
+    offerOpening(parser);
     if (!parser.read(arguments, 1))
-        return misuse<OpenOptions>(parser.error(), QString());
-    if (parser.has(QStringLiteral("help")))
-        return {std::nullopt, generalHelp(), Success};
+        return parser.answer<OpenOptions>();
 
     OpenOptions options;
     options.scheme = parser.positional();
@@ -132,19 +93,22 @@ Parsed<OpenOptions> parseOpen(const QStringList& arguments)
     options.kiosk = parser.has(QStringLiteral("kiosk"));
     options.offline = parser.has(QStringLiteral("offline"));
     if (options.scheme.isEmpty() && (options.kiosk || !options.window.isEmpty() || !options.logger.isEmpty()))
-        return misuse<OpenOptions>(QStringLiteral("The scheme file is missing."), QString());
+        return parser.misuse<OpenOptions>(QStringLiteral("The scheme file is missing."));
     if (options.kiosk && options.unlock)
-        return misuse<OpenOptions>(QStringLiteral("A kiosk cannot be unlocked."), QString());
+        return parser.misuse<OpenOptions>(QStringLiteral("A kiosk cannot be unlocked."));
     return {options, {}, Success};
 }
 
 Parsed<ShotOptions> parseShot(const QStringList& arguments)
 {
-    const QString command = QStringLiteral(" shot");
-    Parser parser;
+    OptionParser parser(QStringLiteral("shot"),
+                        QStringLiteral("Usage: zanbench shot SCHEME --out FILE [options]\n"
+                                       "Draws a panel into a picture, without a display. Boxes are printed and "
+                                       "answered with their first button.\n"));
     parser.option(QStringLiteral("window"), QStringLiteral("KEY"),
                   QStringLiteral("Draw this window instead of the first."));
-    parser.option(QStringLiteral("out"), QStringLiteral("FILE.png"), QStringLiteral("Write the picture here."));
+    parser.option(QStringLiteral("out"), QStringLiteral("FILE"),
+                  QStringLiteral("Write the picture here; its extension is one of %1.").arg(pictureExtensions()));
     parser.option(QStringLiteral("size"), QStringLiteral("WxH"),
                   QStringLiteral("Size of the panel in pixels instead of that of its contents."));
     parser.option(QStringLiteral("scale"), QStringLiteral("N"),
@@ -156,9 +120,7 @@ Parsed<ShotOptions> parseShot(const QStringList& arguments)
     parser.flag(QStringLiteral("offline"), QStringLiteral("Do not connect the logger."));
     parser.flag(QStringLiteral("print"), QStringLiteral("Print the values that the panel shows."));
     if (!parser.read(arguments, 1))
-        return misuse<ShotOptions>(parser.error(), command);
-    if (parser.has(QStringLiteral("help")))
-        return {std::nullopt, ShotUsage + parser.optionLines(), Success};
+        return parser.answer<ShotOptions>();
 
     ShotOptions options;
     options.scheme = parser.positional();
@@ -168,25 +130,20 @@ Parsed<ShotOptions> parseShot(const QStringList& arguments)
     options.print = parser.has(QStringLiteral("print"));
     options.offline = parser.has(QStringLiteral("offline"));
     if (options.scheme.isEmpty())
-        return misuse<ShotOptions>(QStringLiteral("The scheme file is missing."), command);
+        return parser.misuse<ShotOptions>(QStringLiteral("The scheme file is missing."));
     if (options.out.isEmpty() && !options.print)
-        return misuse<ShotOptions>(QStringLiteral("Say with --out where the picture goes."), command);
+        return parser.misuse<ShotOptions>(QStringLiteral("Say with --out where the picture goes."));
+    if (!options.out.isEmpty())
+        if (const QString wrong = pictureNameProblem(options.out); !wrong.isEmpty())
+            return parser.misuse<ShotOptions>(wrong);
     if (const QString wrong = readShotNumbers(parser, options); !wrong.isEmpty())
-        return misuse<ShotOptions>(wrong, command);
+        return parser.misuse<ShotOptions>(wrong);
     return {options, {}, Success};
 }
 
 namespace {
 
-const QString ScriptUsage = QStringLiteral(
-    "Usage: zanbench script FILE.vbs [options]\n"
-    "Runs a script without a display. With a scheme it sees the panel as Window, Logger and Scheme.\n\n");
-const QString TestUsage =
-    QStringLiteral("Usage: zanbench test FOLDER [options]\n"
-                   "Runs every *.test.vbs of a folder. The comments at the head of a file may name its panel:\n"
-                   "' scheme: FILE, ' window: KEY, ' logger: URI.\n\n");
-
-void offerPanel(Parser& parser)
+void offerPanel(OptionParser& parser)
 {
     parser.option(QStringLiteral("scheme"), QStringLiteral("SCHEME"),
                   QStringLiteral("Load a window of this scheme file."));
@@ -196,7 +153,7 @@ void offerPanel(Parser& parser)
                   QStringLiteral("Use this logger instead of the scheme's own."));
 }
 
-ScriptOptions panelOptions(const Parser& parser)
+ScriptOptions panelOptions(const OptionParser& parser)
 {
     ScriptOptions options;
     options.scheme = parser.text(QStringLiteral("scheme"));
@@ -209,53 +166,63 @@ ScriptOptions panelOptions(const Parser& parser)
 
 Parsed<ScriptOptions> parseScript(const QStringList& arguments)
 {
-    const QString command = QStringLiteral(" script");
-    Parser parser;
+    OptionParser parser(
+        QStringLiteral("script"),
+        QStringLiteral("Usage: zanbench script FILE.vbs [options]\n"
+                       "Runs a script without a display. With a scheme it sees the panel as Window, "
+                       "Logger and Scheme.\n"));
     offerPanel(parser);
     if (!parser.read(arguments, 1))
-        return misuse<ScriptOptions>(parser.error(), command);
-    if (parser.has(QStringLiteral("help")))
-        return {std::nullopt, ScriptUsage + parser.optionLines(), Success};
+        return parser.answer<ScriptOptions>();
     ScriptOptions options = panelOptions(parser);
     options.file = parser.positional();
     if (options.file.isEmpty())
-        return misuse<ScriptOptions>(QStringLiteral("The script file is missing."), command);
+        return parser.misuse<ScriptOptions>(QStringLiteral("The script file is missing."));
     if (options.scheme.isEmpty() && !(options.window.isEmpty() && options.logger.isEmpty()))
-        return misuse<ScriptOptions>(QStringLiteral("A window or a logger needs --scheme."), command);
+        return parser.misuse<ScriptOptions>(QStringLiteral("A window or a logger needs --scheme."));
     return {options, {}, Success};
 }
 
 Parsed<TestOptions> parseTest(const QStringList& arguments)
 {
-    const QString command = QStringLiteral(" test");
-    Parser parser;
+    OptionParser parser(
+        QStringLiteral("test"),
+        QStringLiteral(
+            "Usage: zanbench test FOLDER [options]\n"
+            "Runs every *.test.vbs of a folder, each in a process of its own. The comments at the head of\n"
+            "a file may name its panel: ' scheme: FILE, ' window: KEY, ' logger: URI.\n"));
     offerPanel(parser);
+    const QString timeout = QStringLiteral("timeout");
+    parser.option(
+        timeout, QStringLiteral("SECONDS"),
+        QStringLiteral("End a file that takes longer; %1 without this.").arg(TestOptions::DefaultTimeout));
     if (!parser.read(arguments, 1))
-        return misuse<TestOptions>(parser.error(), command);
-    if (parser.has(QStringLiteral("help")))
-        return {std::nullopt, TestUsage + parser.optionLines(), Success};
+        return parser.answer<TestOptions>();
     TestOptions options{parser.positional(), panelOptions(parser)};
     if (options.folder.isEmpty())
-        return misuse<TestOptions>(QStringLiteral("The folder of the tests is missing."), command);
+        return parser.misuse<TestOptions>(QStringLiteral("The folder of the tests is missing."));
+    if (parser.has(timeout)) {
+        bool read = false;
+        options.timeout = parser.text(timeout).toInt(&read);
+        if (!read || options.timeout < 1 || options.timeout > LongestTimeout)
+            return parser.misuse<TestOptions>(QStringLiteral("'%1' is no time in seconds of 1 to %2.")
+                                                  .arg(parser.text(timeout))
+                                                  .arg(LongestTimeout));
+    }
     return {options, {}, Success};
 }
 
-QString generalHelp()
+Parsed<WindowsOptions> parseWindows(const QStringList& arguments)
 {
-    return OpenUsage +
-           QStringLiteral("Options:\n"
-                          "  --window KEY   Show this window first.\n"
-                          "  --logger URI   Use this logger instead of the scheme's own, such as sim:?seed=7.\n"
-                          "  --offline      Do not connect the logger at once.\n"
-                          "  --unlock       Let the panel's controls be moved from the start.\n"
-                          "  --kiosk        Fill the screen with the panel and nothing else.\n"
-                          "  --help         Show this help.\n"
-                          "  --version      Show the version.\n\n"
-                          "Commands (zanbench COMMAND --help says more):\n"
-                          "  shot           Draw a panel into a picture, without a display.\n"
-                          "  script         Run a script file, on a panel or without one.\n"
-                          "  test           Run the script tests of a folder.\n\n"
-                          "Exit codes: 0 done, 1 could not be done, 2 wrong command line.\n");
+    OptionParser parser(QStringLiteral("windows"),
+                        QStringLiteral("Usage: zanbench windows SCHEME\n"
+                                       "Lists the keys of a scheme's windows, one in a line. The first is the one "
+                                       "that opens by itself.\n"));
+    if (!parser.read(arguments, 1))
+        return parser.answer<WindowsOptions>();
+    if (parser.positional().isEmpty())
+        return parser.misuse<WindowsOptions>(QStringLiteral("The scheme file is missing."));
+    return {WindowsOptions{parser.positional()}, {}, Success};
 }
 
 QString versionText()

@@ -33,7 +33,7 @@ struct ShotOptions
     QString window; ///< key; empty: the first window
     QString out;    ///< empty: no picture, values only
     QString logger; ///< URI; empty: the scheme's own
-    QSize size;     ///< logical pixels; empty: as large as the panel's contents
+    QSize size;     ///< logical pixels; empty: as large as the panel's contents, within the largest picture
     int after = 0;  ///< milliseconds between being connected and drawing
     double scale = 1;
     bool print = false;
@@ -52,9 +52,21 @@ struct ScriptOptions
 /// `zanbench test`: where the test files are, and the panel of those that name none.
 struct TestOptions
 {
+    static constexpr int DefaultTimeout = 120;
+
     QString folder;
     ScriptOptions defaults;
+    int timeout = DefaultTimeout; ///< seconds that a file may take before it is ended and counts as failed
 };
+
+/// `zanbench windows`.
+struct WindowsOptions
+{
+    QString scheme;
+};
+
+/// Pixels of the largest picture that is drawn, and of the largest panel of a run without a screen: 128 MB.
+constexpr qint64 LargestPictureArea = 32 * 1024 * 1024;
 
 /// What became of a command line: options, or a text to print and the code to end with (help asked for, or an
 /// error).
@@ -71,9 +83,10 @@ Parsed<OpenOptions> parseOpen(const QStringList& arguments);
 Parsed<ShotOptions> parseShot(const QStringList& arguments);
 Parsed<ScriptOptions> parseScript(const QStringList& arguments);
 Parsed<TestOptions> parseTest(const QStringList& arguments);
+Parsed<WindowsOptions> parseWindows(const QStringList& arguments);
 
-/// The text of `zanbench --help`: every command in a line.
-QString generalHelp();
+/// How to open a scheme: the first half of the general help.
+QString openHelp();
 QString versionText();
 
 } // namespace zan::host

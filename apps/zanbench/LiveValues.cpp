@@ -1,5 +1,7 @@
 #include "zanbench/LiveValues.h"
 
+#include "zanbench/Commands.h"
+
 #include "values/Format.h"
 #include "window/BenchWindow.h"
 
@@ -33,7 +35,7 @@ QString padded(const std::vector<Row>& rows)
                        QStringLiteral("  ") + row[2].rightJustified(widths[2]) + QLatin1Char(' ') + row[3];
         while (line.endsWith(QLatin1Char(' ')))
             line.chop(1);
-        text += line + QLatin1Char('\n');
+        text += oneLine(line) + QLatin1Char('\n');
     }
     return text;
 }

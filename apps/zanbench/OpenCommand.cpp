@@ -1,10 +1,9 @@
 #include "zanbench/Commands.h"
 
 #include "zanbench/ErrorBar.h"
+#include "zanbench/HostApplication.h"
 #include "zanbench/MainWindow.h"
 #include "zanbench/MessageDialogs.h"
-
-#include <QApplication>
 
 namespace zan::host {
 
@@ -26,49 +25,22 @@ bool askForDisplay()
     return true;
 }
 
-/// The outermost boundary of the window: what a handler has let through ends neither the program nor in silence. Says
-/// what failed and where.
-class HostApplication : public QApplication
+/// What a handler has let through ends neither the program nor in silence.
+void reportEverywhere(const QString& text)
 {
-public:
-    using QApplication::QApplication;
-
-    bool notify(QObject* receiver, QEvent* event) override
-    {
-        const char* place = receiver->metaObject()->className(); // the receiver may be gone afterwards
-        try {
-            return QApplication::notify(receiver, event);
-        } catch (const values::RuntimeError& error) {
-            report(QStringLiteral("%1 (run-time error %2)").arg(error.description()).arg(error.number()), place);
-        } catch (const std::exception& error) {
-            report(QString::fromLocal8Bit(error.what()), place);
-        }
-        return false;
-    }
-
-private:
-    static void report(const QString& what, const char* place)
-    {
-        const QString text = QStringLiteral("%1, in an event of %2").arg(what, QLatin1String(place));
-        complain(text);
-        for (QWidget* window : topLevelWidgets())
-            for (ErrorBar* bar : window->findChildren<ErrorBar*>())
-                bar->showError(text);
-    }
-};
+    complain(text);
+    for (QWidget* window : QApplication::topLevelWidgets())
+        for (ErrorBar* bar : window->findChildren<ErrorBar*>())
+            bar->showError(text);
+}
 
 } // namespace
 
 ExitCode runOpen(const QStringList& arguments, ProcessArguments process)
 {
     const Parsed<OpenOptions> parsed = parseOpen(arguments);
-    if (!parsed.options) {
-        if (parsed.code == Success)
-            print(parsed.text);
-        else
-            complain(parsed.text);
-        return parsed.code;
-    }
+    if (!parsed.options)
+        return answer(parsed);
     const OpenOptions& options = *parsed.options;
     const QString noDisplay =
         QStringLiteral("There is no display to open a window on. 'zanbench shot' draws a panel without one.");
@@ -77,7 +49,8 @@ ExitCode runOpen(const QStringList& arguments, ProcessArguments process)
         complain(noDisplay);
         return Failure;
     }
-    HostApplication application(process.count, process.words);
+    HostApplication application(process);
+    application.setReport(&reportEverywhere);
     QApplication::setApplicationName(ProgramName); // the caption of boxes that have none of their own
     QApplication::setApplicationDisplayName(QString());
     if (!chosen && QGuiApplication::platformName() == QLatin1String("offscreen")) {

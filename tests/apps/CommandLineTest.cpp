@@ -75,7 +75,23 @@ TEST(CommandLine, HelpIsATextAndNoError)
         EXPECT_TRUE(parsed.text.contains("--after"));
         EXPECT_TRUE(parsed.text.startsWith("Usage: zanbench shot"));
     }
-    EXPECT_TRUE(parseOpen(words("--help")).text.contains("shot"));
+}
+
+TEST(CommandLine, EachCommandHasAHelpOfItsOwn)
+{
+    const std::pair<const char*, QString> rows[] = {
+        {"Usage: zanbench [SCHEME]", parseOpen(words("-h")).text},
+        {"Usage: zanbench shot SCHEME", parseShot(words("-h")).text},
+        {"Usage: zanbench script FILE.vbs", parseScript(words("--scheme --help -h")).text},
+        {"Usage: zanbench test FOLDER", parseTest(words("--help")).text},
+        {"Usage: zanbench windows SCHEME", parseWindows(words("--help")).text},
+    };
+    for (const auto& [beginning, text] : rows)
+        EXPECT_TRUE(text.startsWith(beginning)) << beginning << " but " << text.toStdString();
+    // Its options are its own.
+    EXPECT_TRUE(parseTest(words("--help")).text.contains("--timeout"));
+    EXPECT_FALSE(parseScript(words("--help")).text.contains("--timeout"));
+    EXPECT_FALSE(parseWindows(words("--help")).text.contains("--scheme"));
 }
 
 TEST_P(OpenMisuse, IsToldInPlainWordsWithCodeTwo)
@@ -92,7 +108,9 @@ INSTANTIATE_TEST_SUITE_P(Rows, OpenMisuse,
                                          Row{"--window X", "scheme file is missing"},
                                          Row{"--kiosk", "scheme file is missing"},
                                          Row{"a.scheme --kiosk --unlock", "cannot be unlocked"},
-                                         Row{"a.scheme --unlock=3", "unlock"}));
+                                         Row{"a.scheme --unlock=3", "unlock"},
+                                         Row{"a.scheme --logger=", "value of --logger is empty"},
+                                         Row{"a.scheme --window=", "value of --window is empty"}));
 
 TEST_P(ShotMisuse, IsToldInPlainWordsWithCodeTwo)
 {
@@ -116,7 +134,38 @@ INSTANTIATE_TEST_SUITE_P(Rows, ShotMisuse,
                                          Row{"s.scheme --out o.png --scale nan", "'nan' is no scale"},
                                          Row{"s.scheme --out o.png --scale 100", "'100' is no scale"},
                                          Row{"s.scheme --out o.png --kiosk", "kiosk"},
+                                         Row{"s.scheme --out o.gif", "'o.gif' tells no picture format"},
+                                         Row{"s.scheme --out png", "one of png, jpg, jpeg, bmp, ppm"},
+                                         Row{"s.scheme --out= --print", "value of --out is empty"},
+                                         Row{"s.scheme --print --logger=", "value of --logger is empty"},
+                                         Row{"s.scheme --out o.png --size 16384x2049", "more than 33554432 pixels"},
+                                         Row{"s.scheme --out o.png --size 4096x4096 --scale 2", "more than"},
                                          Row{"s.scheme extra --out o.png", "'extra'"}));
+
+TEST(CommandLine, TheLargestPictureIsAllowed)
+{
+    EXPECT_TRUE(parseShot(words("s.scheme --out o.JPG --size 16384x2048")).options);
+    EXPECT_TRUE(parseShot(words("s.scheme --out o.png --size 2896x2896 --scale 2")).options);
+}
+
+TEST(CommandLine, ScriptTestAndWindowsAreToldWhatIsMissingOrWrong)
+{
+    const std::pair<QString, const char*> rows[] = {
+        {parseScript(words("--scheme s")).text, "script file is missing"},
+        {parseScript(words("a.vbs --window W")).text, "needs --scheme"},
+        {parseScript(words("a.vbs --scheme s --logger=")).text, "value of --logger is empty"},
+        {parseTest({}).text, "folder of the tests is missing"},
+        {parseTest(words("t --timeout 0")).text, "'0' is no time in seconds of 1 to 86400"},
+        {parseTest(words("t --timeout soon")).text, "'soon'"},
+        {parseTest(words("t --scheme=")).text, "value of --scheme is empty"},
+        {parseWindows({}).text, "scheme file is missing"},
+        {parseWindows(words("a b")).text, "'b' is one argument too many"},
+    };
+    for (const auto& [text, message] : rows)
+        EXPECT_TRUE(text.contains(message)) << message << " but " << text.toStdString();
+    EXPECT_EQ(parseTest(words("t --timeout 7")).options->timeout, 7);
+    EXPECT_EQ(parseTest(words("t")).options->timeout, 120);
+}
 
 TEST(CommandLine, TheVersionIsOneLine)
 {

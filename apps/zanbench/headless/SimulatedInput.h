@@ -6,16 +6,19 @@
 #include <QString>
 #include <QWidget>
 
+namespace zan::surface {
+class Surface;
+}
+
 namespace zan::host {
 
 /// Mouse and keyboard of a run without a screen: events as the window system would send them, to whatever lies at
-/// the place. The panel may go at any of them.
+/// the place. The panel may go at any of them. What was made or moved a moment ago has its widget before anything is
+/// pressed.
 class SimulatedInput
 {
 public:
-    explicit SimulatedInput(QWidget& panel)
-        : m_panel(&panel)
-    {}
+    explicit SimulatedInput(surface::Surface& panel);
 
     /// Presses and releases a button (1 left, 2 right, 4 middle) at a place of the panel in pixels.
     void click(QPoint place, int button = 1);

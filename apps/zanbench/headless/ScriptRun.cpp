@@ -1,8 +1,7 @@
-#include "zanbench/ScriptRun.h"
+#include "zanbench/headless/ScriptRun.h"
 
-#include "zanbench/Commands.h"
-#include "zanbench/HostItem.h"
-#include "zanbench/PanelLoader.h"
+#include "zanbench/Boundary.h"
+#include "zanbench/hostitem/HostItem.h"
 
 #include "window/BenchWindowObject.h"
 
@@ -25,15 +24,18 @@ struct FileText
     QString error; ///< why the file could not be read; empty when it was
 };
 
+/// A pipe or a terminal is refused: reading it could wait for a person, or never end.
 FileText readScript(const QString& path)
 {
     QFile file(path);
+    if (QFileInfo::exists(path) && !QFileInfo(path).isFile())
+        return {{}, QStringLiteral("The script %1 is no ordinary file.").arg(path)};
     if (!file.open(QIODevice::ReadOnly))
         return {{}, QStringLiteral("The script %1 could not be read: %2").arg(path, file.errorString())};
     if (file.size() > LargestFile)
         return {{}, QStringLiteral("The script %1 is larger than %2 bytes.").arg(path).arg(LargestFile)};
     QStringDecoder decoder(QStringDecoder::Utf8);
-    const QString text = decoder(file.readAll());
+    const QString text = decoder(file.read(LargestFile));
     if (decoder.hasError())
         return {{}, QStringLiteral("The script %1 is no UTF-8 text. Save it as UTF-8.").arg(path)};
     return {text, {}};
@@ -43,9 +45,11 @@ FileText readScript(const QString& path)
 
 ScriptRun::ScriptRun(ScriptOptions options)
     : m_options(std::move(options))
+    , m_folder(QFileInfo(m_options.file).absolutePath())
+    , m_panel(m_report)
     , m_control(std::make_unique<script::ScriptControl>(static_cast<script::ScriptHost*>(this)))
+    , m_hostItem(values::make<HostItem>(static_cast<HostRun&>(*this)))
 {
-    m_hostItem = values::make<HostItem>(*this);
     m_clock.start();
     m_control->setClock([this] { return std::chrono::nanoseconds(m_clock.nsecsElapsed()) - m_waited; });
     script::ScriptLimits limits;
@@ -57,34 +61,40 @@ ScriptRun::~ScriptRun()
 {
     m_hostItem->detach(); // a script may have left it somewhere
     m_control.reset();
-    m_panel.reset();
 }
 
 bool ScriptRun::run()
 {
+    const QString failure = failureOf(QStringLiteral("The run of %1").arg(m_options.file), [this] {
+        if (runFile())
+            m_panel.close();
+    });
+    if (!failure.isEmpty())
+        m_report.fail(failure);
+    m_report.close();
+    return exitCode() == Success;
+}
+
+/// False when it came to no script.
+bool ScriptRun::runFile()
+{
     const FileText script = readScript(m_options.file);
-    if (!script.error.isEmpty())
-        return fail(script.error);
+    if (!script.error.isEmpty()) {
+        m_report.fail(script.error);
+        return false;
+    }
     if (!m_options.scheme.isEmpty() && !openPanel())
         return false;
-    if (!addItems())
-        return reportError();
-    const bool succeeded = m_control->AddCode(script.text);
+    const bool succeeded = addItems() && m_control->AddCode(script.text);
     if (!succeeded && !m_quitCode)
-        return reportError();
-    return m_failures == 0 && m_quitCode.value_or(0) == 0;
+        reportError();
+    return true;
 }
 
 int ScriptRun::exitCode() const
 {
-    return m_quitCode.value_or(m_failures == 0 ? Success : Failure);
-}
-
-bool ScriptRun::fail(const QString& message)
-{
-    ++m_failures;
-    complain(message);
-    return false;
+    const int asked = m_quitCode.value_or(Success);
+    return asked == Success && m_report.failures() > 0 ? int(Failure) : asked;
 }
 
 QString ScriptRun::place(int line, int column) const
@@ -92,62 +102,39 @@ QString ScriptRun::place(int line, int column) const
     return QStringLiteral("%1(%2, %3)").arg(m_options.file).arg(line).arg(column);
 }
 
-bool ScriptRun::reportError()
+void ScriptRun::reportError()
 {
-    ++m_failures;
     const script::ScriptError& error = m_control->Error();
-    printError(QStringLiteral("%1: error %2: %3\n")
-                   .arg(place(error.Line(), error.Column()))
-                   .arg(error.Number())
-                   .arg(error.Description()));
-    return false;
+    m_report.failAt(place(error.Line(), error.Column()),
+                    QStringLiteral("error %1: %2").arg(error.Number()).arg(error.Description()));
 }
 
 bool ScriptRun::openPanel()
 {
-    OpenedSiteResult opened = OpenedSite::open(m_options.scheme, m_options.logger);
-    if (!opened.site)
-        return fail(opened.error);
-    m_site = std::move(opened.site);
-    const QStringList keys = m_site->panelKeys();
-    const auto key =
-        m_options.window.isEmpty() ? std::optional(keys.value(0)) : m_site->windowKey(m_options.window);
-    if (!key || key->isEmpty())
-        return fail(QStringLiteral("%1 has no window '%2'; it has: %3.")
-                        .arg(m_options.scheme, m_options.window, keys.join(QStringLiteral(", "))));
-    if (!m_site->loggerProblem().isEmpty())
-        return fail(m_site->loggerProblem());
-    try {
-        m_panel = loadPanel(*m_site, *key);
-    } catch (const values::RuntimeError& error) {
-        return fail(QStringLiteral("The window %1 could not be shown: %2").arg(*key, error.description()));
-    }
-    m_panel->setForms(&m_forms);
-    QObject::connect(
-        m_panel.get(), &surface::Surface::runtimeError, m_panel.get(), [this](int number, const QString& text) {
-            fail(
-                QStringLiteral("%1: run-time error %2 in the panel: %3").arg(m_options.file).arg(number).arg(text));
-        });
-    m_panel->resize(contentSize(*m_panel));
-    m_panel->show();
-    return true;
+    PanelRequest request;
+    request.scheme = m_options.scheme;
+    request.window = m_options.window;
+    request.logger = m_options.logger;
+    request.needsLogger = true;
+    return m_panel.open(request);
 }
 
 bool ScriptRun::addItems()
 {
     const bool hasHost = m_control->AddObject(QStringLiteral("Host"), m_hostItem) &&
                          m_control->AddObject(QStringLiteral("WScript"), m_hostItem);
-    if (!hasHost || !m_panel)
+    if (!hasHost || !m_panel.panel())
         return hasHost;
-    return m_control->AddObject(QStringLiteral("Window"), m_panel->object()) &&
-           m_control->AddObject(QStringLiteral("Logger"), m_site->logger()) &&
-           m_control->AddObject(QStringLiteral("Scheme"), m_site->logger()->Scheme());
+    const values::Ref<site::Logger> logger = m_panel.site()->logger();
+    return m_control->AddObject(QStringLiteral("Window"), m_panel.panel()->object()) &&
+           m_control->AddObject(QStringLiteral("Logger"), logger) &&
+           m_control->AddObject(QStringLiteral("Scheme"), logger->Scheme());
 }
 
-void ScriptRun::check(bool condition, const QString& text)
+void ScriptRun::failHere(const QString& message)
 {
-    if (!condition)
-        fail(QStringLiteral("%1: not so: %2").arg(m_options.file, text));
+    const script::ScriptPlace here = m_control->currentPlace();
+    m_report.failAt(place(here.line, here.column), message);
 }
 
 void ScriptRun::wait(int milliseconds)
@@ -171,17 +158,17 @@ void ScriptRun::quit(int code)
 
 QString ScriptRun::filePath(const QString& name) const
 {
-    return QFileInfo(m_options.file).absoluteDir().filePath(name);
+    return QDir(m_folder).filePath(name);
 }
 
 int ScriptRun::messageBox(const QString& text, int buttons, const QString& title)
 {
-    return m_forms.messageBox(m_panel.get(), text, buttons, title);
+    return m_panel.forms().messageBox(m_panel.panel(), text, buttons, title);
 }
 
 std::optional<QString> ScriptRun::inputBox(const QString& prompt, const QString& title, const QString& text)
 {
-    return m_forms.inputBox(m_panel.get(), prompt, title, text);
+    return m_panel.forms().inputBox(m_panel.panel(), prompt, title, text);
 }
 
 bool ScriptRun::busy(std::chrono::milliseconds)

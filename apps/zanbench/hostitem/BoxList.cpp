@@ -1,4 +1,4 @@
-#include "zanbench/BoxList.h"
+#include "zanbench/hostitem/BoxList.h"
 
 #include "binding/MemberTable.h"
 

@@ -1,4 +1,6 @@
-#include "zanbench/SimulatedInput.h"
+#include "zanbench/headless/SimulatedInput.h"
+
+#include "surface/host/Surface.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -38,6 +40,12 @@ int keyOf(QChar character)
 }
 
 } // namespace
+
+SimulatedInput::SimulatedInput(surface::Surface& panel)
+    : m_panel(&panel)
+{
+    panel.flush();
+}
 
 void SimulatedInput::mouse(QEvent::Type type, QPoint place, Qt::MouseButton button, Qt::MouseButtons held)
 {

@@ -1,0 +1,21 @@
+#include "zanbench/hostitem/HostDocument.h"
+
+#include "zanbench/hostitem/ControlLookup.h"
+
+namespace zan::host {
+
+QString HostDocument::Node(const Variant& control)
+{
+    const Ref<wrappers::iBenchControl> wrapper = wrapperOf(panel(), control);
+    wrapper->UpdateNode();
+    return wrapper->XMLNode().xml();
+}
+
+const binding::MemberTable& HostDocument::members() const
+{
+    static const binding::MemberTable table("HostDocument", nullptr,
+                                            {binding::method<&HostDocument::Node>("Node")});
+    return table;
+}
+
+} // namespace zan::host

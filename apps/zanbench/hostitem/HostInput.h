@@ -1,0 +1,37 @@
+#pragma once
+
+#include "zanbench/hostitem/HostFamily.h"
+
+#include <QPoint>
+
+#include <optional>
+
+namespace zan::host {
+
+/// Mouse and keyboard: Click, DoubleClick, Press, Drag, Keys. What would hit nothing raises 5 and says why: a test
+/// whose click went nowhere must not look as if it had been made.
+class HostInput : public HostFamily
+{
+public:
+    using HostFamily::HostFamily;
+
+    /// Clicks in the middle of a control: a wrapper, a live control, or a place or key in Window.Controls. Raises 5
+    /// when that would not hit it: hidden, disabled, covered by another one, outside the panel.
+    void Click(const Variant& control);
+    void DoubleClick(const Variant& control);
+    /// Presses a mouse button (1 left, 2 right, 4 middle) at a place of the panel in twips, and lets it go. Raises 5
+    /// outside the panel and for another button.
+    void Press(float x, float y, std::optional<std::int16_t> button);
+    /// Drags with the left button from one place of the panel to another, in twips. Raises 5 when it begins outside.
+    void Drag(float x1, float y1, float x2, float y2);
+    /// Types a text into whatever has the keyboard.
+    void Keys(const QString& text);
+
+    const binding::MemberTable& members() const override;
+
+private:
+    QPoint middleOf(const Variant& control) const;
+    QPoint placeOnPanel(float x, float y) const;
+};
+
+} // namespace zan::host
