@@ -49,8 +49,9 @@ QStringList panelExamples()
 TEST_F(ScriptingPage, ItsExamplesForPanelsRunWithoutAnError)
 {
     logger->link->state = site::LinkState::Connected;
-    logger->channel(QStringLiteral("RTD"), QStringLiteral("GATE"));
-    logger->live->memory[256] = 4;
+    logger->channel(QStringLiteral("Gates"), QStringLiteral("G1SET"));
+    logger->channel(QStringLiteral("Pumps"), QStringLiteral("P1STATE"));
+    logger->live->memory[299] = 1;
     const auto host = values::make<ShowingHost>();
     const QStringList examples = panelExamples();
     ASSERT_GE(examples.size(), 4) << "the tests run in the folder of the project";
