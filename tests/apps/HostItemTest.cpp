@@ -1,5 +1,7 @@
 #include "zanbench/hostitem/HostItem.h"
 
+#include "support/ErrorOf.h"
+
 #include "surface/forms/RecordingForms.h"
 #include "values/Convert.h"
 
@@ -34,12 +36,8 @@ public:
 /// Number of the error that a read of the member raises; 0 when it raises none.
 int errorOf(binding::Object& object, const char* member, std::initializer_list<binding::Variant> arguments = {})
 {
-    try {
-        object.get(Name(member), binding::Arguments(arguments.begin(), arguments.size()));
-        return 0;
-    } catch (const values::RuntimeError& error) {
-        return error.number();
-    }
+    return test::errorOf(
+        [&] { object.get(Name(member), binding::Arguments(arguments.begin(), arguments.size())); });
 }
 
 } // namespace

@@ -9,14 +9,15 @@ using binding::readOnly;
 const binding::MemberTable& ShownBox::members() const
 {
     using C = ShownBox;
-    static const binding::MemberTable table("Box", nullptr,
-                                            {
-                                                readOnly<&C::Text>("Text").asDefault(),
-                                                readOnly<&C::Buttons>("Buttons"),
-                                                readOnly<&C::Icon>("Icon"),
-                                                readOnly<&C::Title>("Title"),
-                                            });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable("Box", nullptr,
+                                    {
+                                        readOnly<&C::Text>("Text").asDefault(),
+                                        readOnly<&C::Buttons>("Buttons"),
+                                        readOnly<&C::Icon>("Icon"),
+                                        readOnly<&C::Title>("Title"),
+                                    });
+    });
 }
 
 values::Ref<ShownBox> BoxList::Item(std::int32_t place) const
@@ -29,12 +30,13 @@ values::Ref<ShownBox> BoxList::Item(std::int32_t place) const
 const binding::MemberTable& BoxList::members() const
 {
     using C = BoxList;
-    static const binding::MemberTable table("Boxes", nullptr,
-                                            {
-                                                readOnly<&C::Count>("Count"),
-                                                readOnly<&C::Item>("Item").asDefault(),
-                                            });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable("Boxes", nullptr,
+                                    {
+                                        readOnly<&C::Count>("Count"),
+                                        readOnly<&C::Item>("Item").asDefault(),
+                                    });
+    });
 }
 
 } // namespace zan::host

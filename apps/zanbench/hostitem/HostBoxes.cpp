@@ -19,9 +19,10 @@ void HostBoxes::Answer(const QString& text)
 const binding::MemberTable& HostBoxes::members() const
 {
     using C = HostBoxes;
-    static const binding::MemberTable table(
-        "HostBoxes", nullptr, {binding::readOnly<&C::Boxes>("Boxes"), binding::method<&C::Answer>("Answer")});
-    return table;
+    return binding::table([] {
+        return binding::MemberTable("HostBoxes", nullptr,
+                                    {binding::readOnly<&C::Boxes>("Boxes"), binding::method<&C::Answer>("Answer")});
+    });
 }
 
 } // namespace zan::host

@@ -13,9 +13,9 @@ QString HostDocument::Node(const Variant& control)
 
 const binding::MemberTable& HostDocument::members() const
 {
-    static const binding::MemberTable table("HostDocument", nullptr,
-                                            {binding::method<&HostDocument::Node>("Node")});
-    return table;
+    return binding::table([] {
+        return binding::MemberTable("HostDocument", nullptr, {binding::method<&HostDocument::Node>("Node")});
+    });
 }
 
 } // namespace zan::host

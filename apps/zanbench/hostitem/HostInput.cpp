@@ -106,15 +106,16 @@ const binding::MemberTable& HostInput::members() const
 {
     using C = HostInput;
     using binding::method;
-    static const binding::MemberTable table("HostInput", nullptr,
-                                            {
-                                                method<&C::Click>("Click"),
-                                                method<&C::DoubleClick>("DoubleClick"),
-                                                method<&C::Press>("Press"),
-                                                method<&C::Drag>("Drag"),
-                                                method<&C::Keys>("Keys"),
-                                            });
-    return table;
+    return binding::table([] {
+        return binding::MemberTable("HostInput", nullptr,
+                                    {
+                                        method<&C::Click>("Click"),
+                                        method<&C::DoubleClick>("DoubleClick"),
+                                        method<&C::Press>("Press"),
+                                        method<&C::Drag>("Drag"),
+                                        method<&C::Keys>("Keys"),
+                                    });
+    });
 }
 
 } // namespace zan::host

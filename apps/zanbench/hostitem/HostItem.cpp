@@ -56,8 +56,7 @@ Variant HostItem::invoke(binding::Name name, binding::Access access, binding::Ar
 
 const binding::MemberTable& HostItem::members() const
 {
-    static const binding::MemberTable table("Host", nullptr, {});
-    return table;
+    return binding::table([] { return binding::MemberTable("Host", nullptr, {}); });
 }
 
 } // namespace zan::host

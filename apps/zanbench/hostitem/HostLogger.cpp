@@ -9,9 +9,10 @@ std::int32_t HostLogger::TakeRefusedWrites()
 
 const binding::MemberTable& HostLogger::members() const
 {
-    static const binding::MemberTable table("HostLogger", nullptr,
-                                            {binding::method<&HostLogger::TakeRefusedWrites>("TakeRefusedWrites")});
-    return table;
+    return binding::table([] {
+        return binding::MemberTable("HostLogger", nullptr,
+                                    {binding::method<&HostLogger::TakeRefusedWrites>("TakeRefusedWrites")});
+    });
 }
 
 } // namespace zan::host

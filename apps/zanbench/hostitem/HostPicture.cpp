@@ -21,8 +21,8 @@ void HostPicture::Shot(const QString& file)
 
 const binding::MemberTable& HostPicture::members() const
 {
-    static const binding::MemberTable table("HostPicture", nullptr, {binding::method<&HostPicture::Shot>("Shot")});
-    return table;
+    return binding::table(
+        [] { return binding::MemberTable("HostPicture", nullptr, {binding::method<&HostPicture::Shot>("Shot")}); });
 }
 
 } // namespace zan::host

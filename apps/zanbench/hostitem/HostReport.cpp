@@ -37,22 +37,20 @@ void HostReport::Quit(std::optional<std::int32_t> code)
 const binding::MemberTable& HostReport::members() const
 {
     using C = HostReport;
-    static const binding::Member echo = [] {
-        binding::Member member;
-        member.name = values::Name("Echo");
-        member.kind = binding::Member::Kind::Method;
-        member.type = binding::ValueType::None;
-        member.allowedArguments = std::numeric_limits<std::uint8_t>::max();
-        member.get = &HostReport::Echo;
-        return member;
-    }();
-    static const binding::MemberTable table("HostReport", nullptr,
-                                            {
-                                                echo,
-                                                binding::method<&C::Assert>("Assert"),
-                                                binding::method<&C::Quit>("Quit"),
-                                            });
-    return table;
+    return binding::table([] {
+        binding::Member echo;
+        echo.name = values::Name("Echo");
+        echo.kind = binding::Member::Kind::Method;
+        echo.type = binding::ValueType::None;
+        echo.allowedArguments = std::numeric_limits<std::uint8_t>::max();
+        echo.get = &HostReport::Echo;
+        return binding::MemberTable("HostReport", nullptr,
+                                    {
+                                        echo,
+                                        binding::method<&C::Assert>("Assert"),
+                                        binding::method<&C::Quit>("Quit"),
+                                    });
+    });
 }
 
 } // namespace zan::host

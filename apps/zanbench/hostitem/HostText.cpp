@@ -34,9 +34,10 @@ double HostText::Val(const QString& text)
 const binding::MemberTable& HostText::members() const
 {
     using C = HostText;
-    static const binding::MemberTable table(
-        "HostText", nullptr, {binding::method<&C::Format>("Format"), binding::method<&C::Val>("Val")});
-    return table;
+    return binding::table([] {
+        return binding::MemberTable("HostText", nullptr,
+                                    {binding::method<&C::Format>("Format"), binding::method<&C::Val>("Val")});
+    });
 }
 
 } // namespace zan::host

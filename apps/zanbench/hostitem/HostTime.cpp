@@ -9,8 +9,8 @@ void HostTime::Wait(std::int32_t milliseconds)
 
 const binding::MemberTable& HostTime::members() const
 {
-    static const binding::MemberTable table("HostTime", nullptr, {binding::method<&HostTime::Wait>("Wait")});
-    return table;
+    return binding::table(
+        [] { return binding::MemberTable("HostTime", nullptr, {binding::method<&HostTime::Wait>("Wait")}); });
 }
 
 } // namespace zan::host
