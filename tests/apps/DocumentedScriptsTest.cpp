@@ -1,6 +1,7 @@
 #include "ProgramFixture.h"
 
 #include "zanbench/OpenedSite.h"
+#include "zanbench/PanelHost.h"
 #include "zanbench/PanelLoader.h"
 
 #include "document/XMLOps.h"
@@ -54,8 +55,11 @@ TEST_F(DocumentedScripts, ThoseForPanelsRunBehindAButtonOfTheDemo)
     const host::OpenedSite& site = *opened.site;
     surface::RecordingForms forms;
     QStringList errors;
+    QStringList shown;
+    const auto program = values::make<host::PanelHost>([&](const QString& key) { shown << key; });
     const auto panel = host::loadPanel(site, "Pumps", std::nullopt, [&](window::BenchWindow& fresh) {
         fresh.setForms(&forms);
+        fresh.setHost(program);
         QObject::connect(&fresh, &surface::Surface::runtimeError, &fresh,
                          [&](int, const QString& text) { errors << text; });
     });
@@ -81,6 +85,7 @@ TEST_F(DocumentedScripts, ThoseForPanelsRunBehindAButtonOfTheDemo)
     EXPECT_TRUE(QTest::qWaitFor([&] { return value(site, "Gates", "G1SET") == "75"; }, DeadlineMilliseconds));
     EXPECT_TRUE(QTest::qWaitFor([&] { return value(site, "Pumps", "P1STATE") == "0"; }, DeadlineMilliseconds));
     EXPECT_EQ(captions.value(3), "in order");
+    EXPECT_EQ(shown, QStringList("Pumps"));
 }
 
 TEST_F(DocumentedScripts, ThoseForTheCommandLineRunOnTheDemo)

@@ -1,9 +1,12 @@
 #include "HostFixture.h"
 
+#include "support/ErrorOf.h"
+
 #include "zanbench/Boundary.h"
 #include "zanbench/CommandLine.h"
 #include "zanbench/Commands.h"
 #include "zanbench/HostApplication.h"
+#include "zanbench/PanelHost.h"
 #include "zanbench/PanelLoader.h"
 #include "zanbench/PictureFile.h"
 #include "zanbench/headless/HeadlessPanel.h"
@@ -55,6 +58,16 @@ TEST_F(HeadlessPanelTest, BoxesGoToItsOwnFormsAndErrorsOfThePanelAreFailures)
     EXPECT_EQ(report.failures(), 0);
     Q_EMIT shown.panel()->runtimeError(13, "Type mismatch");
     EXPECT_EQ(report.failures(), 1);
+}
+
+TEST_F(HeadlessPanelTest, AScriptThatShowsAnotherWindowIsNotedAndAnUnknownOneIsItsError)
+{
+    HeadlessPanel shown(report);
+    ASSERT_TRUE(shown.open(request()));
+    auto& program = dynamic_cast<PanelHost&>(*shown.panel()->Host());
+    program.Show("second");
+    EXPECT_EQ(test::errorOf([&] { program.Show("Nowhere"); }), 9);
+    EXPECT_EQ(report.failures(), 0);
 }
 
 TEST_F(HeadlessPanelTest, StandsInTheFolderOfItsScheme)

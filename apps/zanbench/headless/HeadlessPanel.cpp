@@ -2,6 +2,8 @@
 
 #include "zanbench/Boundary.h"
 #include "zanbench/CommandLine.h"
+#include "zanbench/Commands.h"
+#include "zanbench/PanelHost.h"
 #include "zanbench/PanelLoader.h"
 #include "zanbench/headless/RunReport.h"
 
@@ -40,9 +42,23 @@ QSize fittedSize(QSize wanted, double scale)
 HeadlessPanel::HeadlessPanel(RunReport& report)
     : m_report(report)
     , m_forms(report)
+    , m_panelHost(values::make<PanelHost>([this](const QString& key) { showForScript(key); }))
 {}
 
-HeadlessPanel::~HeadlessPanel() = default;
+HeadlessPanel::~HeadlessPanel()
+{
+    m_panelHost->detach(); // a script may have left it somewhere
+}
+
+/// Nobody looks: the run stays with its panel.
+void HeadlessPanel::showForScript(const QString& key)
+{
+    const auto known = m_site->windowKey(key);
+    if (!known)
+        values::raise(values::ErrorNumber::SubscriptOutOfRange,
+                      QStringLiteral("The scheme has no window '%1'.").arg(key));
+    m_report.note(QStringLiteral("A script shows the window %1.").arg(oneLine(*known)));
+}
 
 bool HeadlessPanel::open(const PanelRequest& request)
 {
@@ -102,27 +118,10 @@ bool HeadlessPanel::loadWindow(const PanelRequest& request)
                                 .arg(request.scheme, request.window, keys.join(QStringLiteral(", "))));
         return false;
     }
-    const auto prepare = [this](window::BenchWindow& panel) {
-        panel.setForms(&m_forms);
-        QObject::connect(
-            &panel, &surface::Surface::runtimeError, &m_context, [this](int number, const QString& text) {
-                m_report.fail(QStringLiteral("run-time error %1 in the panel: %2").arg(number).arg(text));
-            });
-    };
     const QString failure = failureOf(QStringLiteral("Loading the window %1").arg(*key), [&] {
-        m_panel = loadPanel(*m_site, *key, std::nullopt, prepare);
-        const QSize wanted = request.size.isValid() ? request.size : contentSize(*m_panel);
-        const QSize size = fittedSize(wanted, request.scale);
-        if (size != wanted)
-            m_report.note(
-                QStringLiteral("The contents of %1 take %2 x %3 pixels; the panel is cut to the upper left "
-                               "%4 x %5 of them.")
-                    .arg(*key)
-                    .arg(wanted.width())
-                    .arg(wanted.height())
-                    .arg(size.width())
-                    .arg(size.height()));
-        m_panel->resize(size);
+        m_panel =
+            loadPanel(*m_site, *key, std::nullopt, [this](window::BenchWindow& panel) { listenToPanel(panel); });
+        m_panel->resize(sizeFor(request));
         m_panel->show();
     });
     if (failure.isEmpty())
@@ -130,6 +129,31 @@ bool HeadlessPanel::loadWindow(const PanelRequest& request)
     m_panel.reset();
     m_report.fail(failure);
     return false;
+}
+
+void HeadlessPanel::listenToPanel(window::BenchWindow& panel)
+{
+    panel.setForms(&m_forms);
+    panel.setHost(m_panelHost);
+    QObject::connect(&panel, &surface::Surface::runtimeError, &m_context, [this](int number, const QString& text) {
+        m_report.fail(QStringLiteral("run-time error %1 in the panel: %2").arg(number).arg(text));
+    });
+}
+
+/// What the request asks for, or as much of the contents as the largest picture holds.
+QSize HeadlessPanel::sizeFor(const PanelRequest& request)
+{
+    const QSize wanted = request.size.isValid() ? request.size : contentSize(*m_panel);
+    const QSize size = fittedSize(wanted, request.scale);
+    if (size != wanted)
+        m_report.note(
+            QStringLiteral("The contents take %1 x %2 pixels; the panel is cut to the upper left %3 x %4 of "
+                           "them.")
+                .arg(wanted.width())
+                .arg(wanted.height())
+                .arg(size.width())
+                .arg(size.height()));
+    return size;
 }
 
 QString HeadlessPanel::connectLink()

@@ -11,6 +11,7 @@
 
 namespace zan::host {
 
+class PanelHost;
 class RunReport;
 
 /// What panel a run without a screen is for.
@@ -53,9 +54,13 @@ private:
     bool openSite(const PanelRequest& request);
     bool loadWindow(const PanelRequest& request);
     void listenToLogger();
+    void listenToPanel(window::BenchWindow& panel);
+    QSize sizeFor(const PanelRequest& request);
+    void showForScript(const QString& key);
 
     RunReport& m_report;
     HeadlessForms m_forms;
+    values::Ref<PanelHost> m_panelHost;
     std::unique_ptr<OpenedSite> m_site;
     std::unique_ptr<window::BenchWindow> m_panel;
     QObject m_context; // of connections to the logger, which may outlive us
