@@ -11,8 +11,6 @@
 #include <QString>
 #include <QXmlStreamReader>
 
-#include <pugixml.hpp>
-
 #include <malloc.h>
 #include <unistd.h>
 
@@ -109,13 +107,6 @@ void readWithStreamReader(const QByteArray& xml)
         std::abort();
 }
 
-void readWithPugixml(const QByteArray& xml)
-{
-    pugi::xml_document tree;
-    if (!tree.load_buffer(xml.constData(), std::size_t(xml.size())))
-        std::abort();
-}
-
 void measureReading(const QByteArray& xml, int controls)
 {
     const double before = residentMegabytes();
@@ -134,7 +125,6 @@ void measureReading(const QByteArray& xml, int controls)
               if (!parseXml(xml))
                   std::abort();
           }));
-    print("pugixml alone, tree freed again", bestMilliseconds([&] { readWithPugixml(xml); }));
     print("Qt's stream reader alone, no tree", bestMilliseconds([&] { readWithStreamReader(xml); }));
 }
 

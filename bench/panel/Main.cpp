@@ -1,8 +1,9 @@
 // A panel of many bound labels beside bare toolkit labels that do the same, in one run: one QLabel per label in a
-// plain widget, placed by hand. Times are medians of processor time, which other programs on the machine
+// plain widget, placed by hand; and beside the same labels as a stored form of the toolkit. Times are medians of processor time, which other programs on the machine
 // disturb least; a ratio below 1 means that the panel is cheaper.
 
 #include "BenchSite.h"
+#include "StoredForm.h"
 
 #include "values/Format.h"
 #include "window/BenchWindow.h"
@@ -164,6 +165,21 @@ double measureLoad(const QString& file, int count, int runs)
         },
         [&] { bare.reset(); });
     report("load and first showing, file included", count, "ms", ours, theirs);
+    if (bench::canLoadForms()) {
+        const QString stored = file + QStringLiteral(".ui");
+        bench::writeForm(stored, count);
+        std::unique_ptr<QWidget> form;
+        const double forms = measure(
+            runs, [&] { form.reset(); },
+            [&] {
+                form = bench::loadForm(stored);
+                form->resize(gridSize(count));
+                form->show();
+                paintPending();
+            });
+        std::printf("%-44s %6d  panel %10.3f ms   form %10.3f ms   ratio %6.3f\n", "the same beside a stored form", count,
+                    ours, forms, ours / forms);
+    }
     report("closing", count, "ms", closing, bareClosing);
     return ours;
 }

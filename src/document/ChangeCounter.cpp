@@ -9,40 +9,40 @@ namespace zan::document {
 
 namespace {
 
-struct Place
+struct Tally
 {
     values::ChangeCount changes;
     std::uint32_t counters = 0;
 };
 
-constinit thread_local std::array<Place, ChangeCounter::Bits> places{};
+constinit thread_local std::array<Tally, ChangeCounter::Bits> tallies{};
 constinit thread_local std::uint8_t recordingBit = 0;
 
 } // namespace
 
 ChangeCounter::ChangeCounter() noexcept
 {
-    const auto emptiest = std::min_element(places.begin(), places.end(),
-                                           [](const Place& a, const Place& b) { return a.counters < b.counters; });
+    const auto emptiest = std::min_element(tallies.begin(), tallies.end(),
+                                           [](const Tally& a, const Tally& b) { return a.counters < b.counters; });
     ++emptiest->counters;
-    m_place = std::uint8_t(emptiest - places.begin());
+    m_place = std::uint8_t(emptiest - tallies.begin());
 }
 
 ChangeCounter::~ChangeCounter()
 {
-    --places[m_place].counters;
+    --tallies[m_place].counters;
 }
 
 std::uint32_t ChangeCounter::value() const noexcept
 {
-    return places[m_place].changes.value();
+    return tallies[m_place].changes.value();
 }
 
 void ChangeCounter::count(unsigned bits) noexcept
 {
-    for (Place& place : places) {
+    for (Tally& tally : tallies) {
         if (bits & 1U)
-            place.changes.add();
+            tally.changes.add();
         bits >>= 1U;
     }
 }

@@ -1,6 +1,6 @@
 #include "document/LoadByName.h"
 
-#include "document/Record.h"
+#include "document/Place.h"
 
 #include <QVarLengthArray>
 
@@ -36,14 +36,59 @@ private:
     QVarLengthArray<Node::Record*, UsualChildren> m_records;
 };
 
-void assign(Node::Record* child, binding::Object& target)
+bool isPlainChild(Name name, std::span<const SpecialChild> special)
 {
-    const Name property = child->name.localPart();
-    child->noteRead();
-    if (child->first)
-        target.tryPutText(property, Node(child).text());
-    else
-        target.tryPutText(property, child->text); // taken over before the setter can change it
+    return std::none_of(special.begin(), special.end(), [&](const SpecialChild& one) { return one.name == name; });
+}
+
+void pickOut(Node::Record* element, std::span<SpecialChild> special)
+{
+    for (SpecialChild& one : special) {
+        if (!one.node)
+            one.node = Node(element->child(one.name));
+    }
+}
+
+void assign(const Place& child, binding::Object& target)
+{
+    child.noteRead();
+    target.tryPutText(child.name().localPart(), child.text());
+}
+
+/// Assigns the children of an element that is unfolded, those behind an entry of its tape.
+void assignRecords(Node::Record* element, std::uint32_t behind, binding::Object& target,
+                   std::span<const SpecialChild> special)
+{
+    HeldChildren children;
+    const auto isStillToCome = [&](const Node::Record* child) {
+        return behind == 0 || (child->isOfTape(element->tape()) && child->entry > behind &&
+                               child->entry < element->tape().end(element->entry));
+    };
+    for (Node::Record* child = element->firstChild(); child; child = child->next) {
+        if (child->type == NodeType::Element && isStillToCome(child) && isPlainChild(child->name, special))
+            children.hold(child);
+    }
+    for (Node::Record* child : children) {
+        if (child->attached && child->up == element)
+            assign(Place(child), target);
+    }
+}
+
+/// Assigns the children of an element that is folded, for as long as it is.
+void assignEntries(Node::Record* element, binding::Object& target, std::span<const SpecialChild> special)
+{
+    const Tape& tape = element->tape();
+    const std::uint32_t end = tape.end(element->entry);
+    for (std::uint32_t entry = tape.firstChild(element->entry); entry != end; entry = tape.next(entry)) {
+        if (tape.type(entry) != NodeType::Element || !isPlainChild(tape.name(entry), special))
+            continue;
+        Node::Record* const made = element->madeChildAt(entry);
+        assign(made ? Place(made) : Place(tape, entry), target);
+        if (!element->folded) { // the setter has edited the list of children
+            assignRecords(element, entry, target, special);
+            return;
+        }
+    }
 }
 
 } // namespace
@@ -53,23 +98,14 @@ void loadByName(const Node& parent, binding::Object& target, std::span<SpecialCh
     if (!parent)
         return;
     const binding::Ref<binding::Object> alive(&target);
-    const Node element = parent; // the caller's handle may change under a setter
-    element.record()->noteRead();
-    HeldChildren children;
-    for (Node::Record* child = element.record()->first; child; child = child->next) {
-        if (child->type != NodeType::Element)
-            continue;
-        const auto handled = std::find_if(special.begin(), special.end(),
-                                          [&](const SpecialChild& one) { return one.name == child->name; });
-        if (handled == special.end())
-            children.hold(child);
-        else if (!handled->node)
-            handled->node = Node(child);
-    }
-    for (Node::Record* child : children) {
-        if (child->attached && child->up == element.record())
-            assign(child, target);
-    }
+    const Node held = parent; // the caller's handle may change under a setter
+    Node::Record* const element = held.record();
+    element->noteRead();
+    pickOut(element, special);
+    if (element->folded)
+        assignEntries(element, target, special);
+    else
+        assignRecords(element, 0, target, special);
 }
 
 } // namespace zan::document

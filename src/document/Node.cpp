@@ -1,5 +1,6 @@
 #include "document/Node.h"
 
+#include "document/Place.h"
 #include "document/Record.h"
 #include "document/XmlEncoding.h"
 #include "document/XmlNames.h"
@@ -13,37 +14,29 @@ namespace {
 
 using Record = Node::Record;
 
-Record* firstElement(Record* record) noexcept
+Record* firstElement(Record* record)
 {
     while (record && record->type != NodeType::Element)
-        record = record->next;
+        record = record->nextSibling();
     return record;
 }
 
-Record* findChild(Record* parent, Name name) noexcept
+Record* findChild(Record* parent, Name name)
 {
     if (!parent)
         return nullptr;
     parent->noteRead();
-    for (Record* child = parent->first; child; child = child->next) {
-        if (child->name == name && child->type == NodeType::Element)
-            return child;
-    }
-    return nullptr;
+    return parent->child(name);
 }
 
 QString textOf(Record* record)
 {
-    record->noteRead();
-    if (!record->first)
-        return record->text;
-    QString text;
-    for (Record* below = record->first; below; below = below->nextInside(record)) {
-        below->noteRead();
-        if (below->type == NodeType::Text || below->type == NodeType::Element)
-            text += below->text;
+    const Place place(record);
+    if (record->folded && !place.hasChildren() && !record->tape().isTrivial(record->entry)) {
+        record->unfold(); // decoded once and kept
+        return Place(record).text();
     }
-    return text;
+    return place.text();
 }
 
 /// The record, noted as read with its list of children; null for null.
@@ -87,29 +80,6 @@ int levelOf(const Record* record) noexcept
     return level;
 }
 
-/// Levels of elements from this record down.
-int heightOf(Record* root) noexcept
-{
-    if (root->type != NodeType::Element)
-        return 0;
-    int level = 1;
-    int highest = 1;
-    for (Record* record = root;;) {
-        if (record->type == NodeType::Element)
-            highest = std::max(highest, level);
-        if (record->first) {
-            record = record->first;
-            ++level;
-            continue;
-        }
-        for (; record != root && !record->next; --level)
-            record = record->up;
-        if (record == root)
-            return highest;
-        record = record->next;
-    }
-}
-
 bool isBelow(const Record* record, const Record* ancestor) noexcept
 {
     for (; record; record = record->attached ? record->up : nullptr) {
@@ -119,14 +89,14 @@ bool isBelow(const Record* record, const Record* ancestor) noexcept
     return false;
 }
 
-bool accepts(const Record* parent, Record* child) noexcept
+bool accepts(Record* parent, Record* child)
 {
     if (parent->type == NodeType::Element)
         return child->type != NodeType::Document;
     if (parent->type != NodeType::Document || child->type == NodeType::Document || child->type == NodeType::Text)
         return false;
     // A document has one element.
-    const Record* element = firstElement(parent->first);
+    const Record* element = firstElement(parent->firstChild());
     return child->type != NodeType::Element || !element || element == child;
 }
 
@@ -182,6 +152,7 @@ void Node::setText(const QString& text) const
     if (!m_record || m_record->type == NodeType::Document)
         return;
     const QString kept = text; // may be the text of something that goes now
+    m_record->dropContent();
     Record* document = m_record->first ? m_record->top() : nullptr;
     while (Record* child = m_record->first) {
         m_record->unlink(child);
@@ -208,37 +179,37 @@ Node Node::ownerDocument() const noexcept
 
 Node Node::documentElement() const noexcept
 {
-    return Node(type() == NodeType::Document ? firstElement(readList(m_record)->first) : nullptr);
+    return Node(type() == NodeType::Document ? firstElement(readList(m_record)->firstChild()) : nullptr);
 }
 
 Node Node::firstChild() const noexcept
 {
-    return Node(m_record ? readList(m_record)->first : nullptr);
+    return Node(m_record ? readList(m_record)->firstChild() : nullptr);
 }
 
 Node Node::nextSibling() const noexcept
 {
-    return Node(m_record ? readPlace(m_record)->next : nullptr);
+    return Node(m_record ? readPlace(m_record)->nextSibling() : nullptr);
 }
 
 Node Node::lastChild() const noexcept
 {
-    return Node(m_record ? readList(m_record)->last : nullptr);
+    return Node(m_record ? readList(m_record)->lastChild() : nullptr);
 }
 
 Node Node::previousSibling() const noexcept
 {
-    return Node(m_record ? readPlace(m_record)->previous : nullptr);
+    return Node(m_record ? readPlace(m_record)->previousSibling() : nullptr);
 }
 
 Node Node::firstChildElement() const noexcept
 {
-    return Node(m_record ? firstElement(readList(m_record)->first) : nullptr);
+    return Node(m_record ? firstElement(readList(m_record)->firstChild()) : nullptr);
 }
 
 Node Node::nextSiblingElement() const noexcept
 {
-    return Node(m_record ? firstElement(readPlace(m_record)->next) : nullptr);
+    return Node(m_record ? firstElement(readPlace(m_record)->nextSibling()) : nullptr);
 }
 
 Node Node::child(Name name) const noexcept
@@ -249,7 +220,7 @@ Node Node::child(Name name) const noexcept
 std::vector<Node> Node::children(Name name) const
 {
     std::vector<Node> found;
-    for (Record* child = findChild(m_record, name); child; child = child->next) {
+    for (Record* child = m_record ? readList(m_record)->firstChild() : nullptr; child; child = child->next) {
         if (child->name == name && child->type == NodeType::Element)
             found.emplace_back(child);
     }
@@ -259,15 +230,29 @@ std::vector<Node> Node::children(Name name) const
 std::size_t Node::childElementCount() const noexcept
 {
     std::size_t count = 0;
-    for (Record* child = m_record ? firstElement(readList(m_record)->first) : nullptr; child;
-         child = firstElement(child->next))
-        ++count;
+    if (m_record) {
+        Place(readList(m_record)).forEachChild([&](const Place& child) {
+            count += child.type() == NodeType::Element;
+            return true;
+        });
+    }
     return count;
 }
 
 bool Node::childText(Name name, QString& text) const
 {
-    Record* found = findChild(m_record, name);
+    if (m_record && m_record->folded) {
+        m_record->noteRead();
+        const Tape& tape = m_record->tape();
+        const std::uint32_t entry = tape.child(m_record->entry, name);
+        if (entry == 0)
+            return false;
+        if (tape.isTrivial(entry) && !m_record->madeChildAt(entry)) {
+            text = Place(tape, entry).text();
+            return true;
+        }
+    }
+    Record* const found = findChild(m_record, name);
     if (found)
         text = textOf(found);
     return found != nullptr;
@@ -277,7 +262,7 @@ bool Node::appendChild(const Node& child) const
 {
     Record* moved = child.m_record;
     if (!m_record || !moved || !accepts(m_record, moved) || isBelow(m_record, moved) ||
-        levelOf(m_record) + heightOf(moved) > DeepestLevel)
+        levelOf(m_record) + Place(moved).height() > DeepestLevel)
         return false;
     m_record->separateText();
     Record* from = moved->up;
@@ -313,15 +298,16 @@ QString Node::xml() const
 {
     if (!m_record)
         return {};
-    for (Record* below = m_record; below; below = below->nextInside(m_record))
-        below->noteRead();
+    Place(m_record).noteReadAll();
     return fromUtf8(XmlWriter(XmlWriter::Layout::OneLine).write(m_record));
 }
 
 const std::vector<Node::Attribute>& Node::attributes() const noexcept
 {
     static const std::vector<Attribute> none;
-    const Record* record = readList(m_record);
+    Record* record = readList(m_record);
+    if (record)
+        record->unfold();
     return record && record->attributes ? *record->attributes : none;
 }
 
@@ -329,6 +315,7 @@ void Node::setAttribute(const QString& name, const QString& value) const
 {
     if (type() != NodeType::Element || !isXmlName(name))
         return;
+    m_record->unfold();
     if (!m_record->attributes)
         m_record->attributes = std::make_unique<std::vector<Attribute>>();
     auto& all = *m_record->attributes;

@@ -1,6 +1,7 @@
 #include "document/Record.h"
 
 #include "document/RecordPool.h"
+#include "document/Tape.h"
 
 namespace zan::document {
 
@@ -23,6 +24,7 @@ void Node::Record::release() noexcept
 
 void Node::Record::link(Record* child) noexcept
 {
+    unfold();
     child->attached = true;
     child->up = this;
     child->next = nullptr;
@@ -34,6 +36,7 @@ void Node::Record::link(Record* child) noexcept
 
 void Node::Record::unlink(Record* child) noexcept
 {
+    unfold();
     (child->previous ? child->previous->next : first) = child->next;
     (child->next ? child->next->previous : last) = child->previous;
     child->next = child->previous = nullptr;
@@ -50,6 +53,7 @@ Node::Record* Node::Record::add(NodeType childType, Name childName)
 
 void Node::Record::separateText()
 {
+    unfold();
     if (text.isEmpty() || type != NodeType::Element)
         return;
     add(NodeType::Text)->text = std::move(text);
@@ -64,13 +68,115 @@ Node::Record* Node::Record::top() noexcept
     return record;
 }
 
-Node::Record* Node::Record::nextOutside(const Record* root) noexcept
+const Tape& Node::Record::tape() const noexcept
 {
-    for (Record* record = this; record != root; record = record->up) {
-        if (record->next)
-            return record->next;
+    return RecordPool::tapeOf(this);
+}
+
+void Node::Record::takeContent()
+{
+    takeAttributes();
+    const Tape& source = tape();
+    text = source.text(entry);
+    const std::uint32_t end = source.end(entry);
+    Record* made = first;
+    first = last = nullptr;
+    for (std::uint32_t child = source.firstChild(entry); child != end; child = source.next(child)) {
+        Record* record = made;
+        if (made && made->entry == child)
+            made = made->next;
+        else
+            record = source.makeRecord(child);
+        record->up = this;
+        record->attached = true;
+        record->next = nullptr;
+        record->previous = last;
+        (last ? last->next : first) = record;
+        last = record;
     }
-    return nullptr;
+    folded = false;
+}
+
+void Node::Record::takeAttributes()
+{
+    const Tape& source = tape();
+    const std::uint32_t end = source.firstChild(entry);
+    if (end == entry + 1)
+        return;
+    attributes = std::make_unique<std::vector<Attribute>>();
+    for (std::uint32_t attribute = entry + 1; attribute != end; ++attribute)
+        attributes->push_back({source.name(attribute).text(), source.text(attribute)});
+}
+
+void Node::Record::dropContent()
+{
+    if (!folded)
+        return;
+    takeAttributes();
+    folded = false;
+    // Children that are records leave one by one; the others have gone here, and somebody may watch them.
+    const Tape& source = tape();
+    const std::uint32_t end = source.end(entry);
+    unsigned gone = 0;
+    for (std::uint32_t child = source.firstChild(entry); child != end; child = source.next(child))
+        gone |= source.at(child).watchers;
+    noteChange(gone);
+}
+
+Node::Record* Node::Record::child(Name childName)
+{
+    if (!folded) {
+        for (Record* record = first; record; record = record->next) {
+            if (record->name == childName && record->type == NodeType::Element)
+                return record;
+        }
+        return nullptr;
+    }
+    const std::uint32_t found = tape().child(entry, childName);
+    return found == 0 ? nullptr : childAt(found);
+}
+
+bool Node::Record::watchChild(Name childName, std::uint8_t watcher)
+{
+    const std::uint32_t place = folded ? tape().child(entry, childName) : 0;
+    if (folded && place == 0)
+        return false;
+    Record* const made = folded ? madeChildAt(place) : child(childName);
+    if (made)
+        made->watchers |= watcher;
+    else if (folded)
+        tape().watch(place, watcher);
+    return folded || made;
+}
+
+Node::Record* Node::Record::madeChildAt(std::uint32_t childEntry) const noexcept
+{
+    Record* made = first;
+    while (made && made->entry < childEntry)
+        made = made->next;
+    return made && made->entry == childEntry ? made : nullptr;
+}
+
+Node::Record* Node::Record::childAt(std::uint32_t childEntry)
+{
+    if (Record* made = madeChildAt(childEntry))
+        return made;
+    Record* const made = tape().makeRecord(childEntry);
+    insertInOrder(made);
+    return made;
+}
+
+void Node::Record::insertInOrder(Record* made) noexcept
+{
+    Record* before = last;
+    while (before && before->entry > made->entry)
+        before = before->previous;
+    made->up = this;
+    made->attached = true;
+    made->previous = before;
+    made->next = before ? before->next : first;
+    (before ? before->next : first) = made;
+    (made->next ? made->next->previous : last) = made;
 }
 
 void Node::Record::destroy() noexcept

@@ -8,6 +8,8 @@
 
 namespace zan::document {
 
+class Tape;
+
 /// What stands behind a Node: one record per node, linked to its neighbours.
 ///
 /// Life. `references` counts the handles to the record, plus every record that names this one in `up` and has
@@ -15,6 +17,11 @@ namespace zan::document {
 /// keeps everything above it alive, and retaining stops climbing at the first record that is referenced already.
 /// A document or a detached root whose count falls to nothing is destroyed with all that is below it: nothing
 /// down there can have references then.
+///
+/// Content. What is below a record that was made of a tape stays there, `folded`, until somebody edits it or walks
+/// through it; of its children only those are records that somebody has asked for. They stand in the list in their
+/// order, as if the others were not there: `first`, `last`, `next` and `previous` say the truth of an unfolded
+/// parent only. Whoever follows them goes through the functions, which unfold.
 struct Node::Record
 {
     explicit Record(NodeType nodeType, Name nodeName = {}) noexcept
@@ -26,7 +33,8 @@ struct Node::Record
 
     std::uint32_t references = 0;
     NodeType type;
-    bool attached = false;     ///< `up` is the parent; otherwise `up` is the document the node belongs to
+    bool attached : 1 = false; ///< `up` is the parent; otherwise `up` is the document the node belongs to
+    bool folded : 1 = false;   ///< text, attributes and children are those of the entry
     std::uint8_t watchers = 0; ///< bits of the counters whose owners keep something derived from the record
     std::uint8_t slot = 0;     ///< place in its slab, from 1; 0 for a record that was made alone
     Name name;                 ///< of an element or an instruction
@@ -37,6 +45,51 @@ struct Node::Record
     Record* previous = nullptr;
     QString text;                                       ///< of a leaf element, a text, a comment, an instruction
     std::unique_ptr<std::vector<Attribute>> attributes; ///< rare, hence behind a pointer
+    std::uint32_t entry = 0;                            ///< on the tape of its slab
+
+    /// The tape that the record was made of; only where it was.
+    const Tape& tape() const noexcept;
+    bool isOfTape(const Tape& other) const noexcept { return slot != 0 && &tape() == &other; }
+    /// Takes text, attributes and children off the tape.
+    void unfold()
+    {
+        if (folded)
+            takeContent();
+    }
+    /// Takes the attributes off the tape, and forgets what else the record had there. Children that are records
+    /// already stay.
+    void dropContent();
+    Record* firstChild()
+    {
+        unfold();
+        return first;
+    }
+    Record* lastChild()
+    {
+        unfold();
+        return last;
+    }
+    Record* nextSibling()
+    {
+        if (attached)
+            up->unfold();
+        return next;
+    }
+    Record* previousSibling()
+    {
+        if (attached)
+            up->unfold();
+        return previous;
+    }
+    /// The first child element of this name, made a record if it is none yet; null when there is none.
+    Record* child(Name childName);
+    /// The child that stands at this entry while the record is folded.
+    Record* childAt(std::uint32_t childEntry);
+    /// The same if it is a record already; null when it is none.
+    Record* madeChildAt(std::uint32_t childEntry) const noexcept;
+
+    /// Has the first child element of this name watched, a record or not; false when there is none.
+    bool watchChild(Name childName, std::uint8_t watcher);
 
     bool canHaveChildren() const noexcept { return type == NodeType::Element || type == NodeType::Document; }
 
@@ -52,11 +105,6 @@ struct Node::Record
     Record* add(NodeType childType, Name childName = {});
     /// Makes the text of a leaf element a node of its own, so that it can have siblings.
     void separateText();
-
-    /// The next record of the tree below `root` in document order, without the levels below this one; null at the
-    /// end.
-    Record* nextOutside(const Record* root) noexcept;
-    Record* nextInside(const Record* root) noexcept { return first ? first : nextOutside(root); }
 
     /// Counts a change of the text, if anybody watches.
     void noteChange() const noexcept
@@ -77,8 +125,13 @@ struct Node::Record
 
     /// Frees this record and everything below it, whatever its depth.
     void destroy() noexcept;
+
+private:
+    void takeContent();
+    void takeAttributes();
+    void insertInOrder(Record* made) noexcept;
 };
 
-static_assert(sizeof(void*) != 8 || sizeof(Node::Record) == 88);
+static_assert(sizeof(void*) != 8 || sizeof(Node::Record) == 96);
 
 } // namespace zan::document

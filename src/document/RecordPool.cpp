@@ -1,5 +1,7 @@
 #include "document/RecordPool.h"
 
+#include "document/Tape.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <limits>
@@ -19,6 +21,7 @@ struct RecordPool::Slab
     std::uint32_t users;  ///< records that live, and the pool while it fills the slab
     std::uint16_t filled; ///< places taken, whether their records still live or not
     std::uint16_t capacity;
+    const Tape* tape;
 
     std::byte* place(std::size_t slot) noexcept
     {
@@ -29,7 +32,7 @@ struct RecordPool::Slab
 
 namespace {
 
-constexpr std::uint16_t FirstCapacity = 8; // a pasted control should not take up a page or two
+constexpr std::uint16_t FirstCapacity = 4; // a pasted control should not take up a page
 constexpr std::uint16_t LargestCapacity = 128;
 static_assert(LargestCapacity <= std::numeric_limits<decltype(Node::Record::slot)>::max());
 static_assert(alignof(Node::Record) <= 16);
@@ -61,7 +64,7 @@ void RecordPool::beginSlab()
     void* const memory = ::operator new(Slab::HeaderSize + capacity * sizeof(Node::Record));
     if (m_slab)
         release(m_slab);
-    m_slab = new (memory) Slab{1, 0, capacity};
+    m_slab = new (memory) Slab{1, 0, capacity, &m_tape};
 }
 
 void RecordPool::destroy(Node::Record* record) noexcept
@@ -70,12 +73,24 @@ void RecordPool::destroy(Node::Record* record) noexcept
         delete record;
         return;
     }
-    const std::size_t slot = record->slot;
-    auto* const slab = reinterpret_cast<Slab*>(reinterpret_cast<std::byte*>(record) - Slab::HeaderSize -
-                                               (slot - 1) * sizeof(Node::Record));
+    Slab* const slab = slabOf(record);
+    const Tape* const tape = slab->tape;
     record->~Record();
     ASAN_POISON_MEMORY_REGION(record, sizeof(Node::Record)); // its place is not used again
     release(slab);
+    tape->release();
+}
+
+RecordPool::Slab* RecordPool::slabOf(const Node::Record* record) noexcept
+{
+    const auto* const bytes = reinterpret_cast<const std::byte*>(record);
+    const std::size_t offset = Slab::HeaderSize + (record->slot - 1U) * sizeof(Node::Record);
+    return reinterpret_cast<Slab*>(const_cast<std::byte*>(bytes - offset));
+}
+
+const Tape& RecordPool::tapeOf(const Node::Record* record) noexcept
+{
+    return *slabOf(record)->tape;
 }
 
 void RecordPool::release(Slab* slab) noexcept

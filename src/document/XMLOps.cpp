@@ -32,8 +32,8 @@ bool isAbsent(const QString& value)
 /// it is the last child. So a write to one of ten thousand controls does not walk past them all.
 Node findMark(const Node& element, Name mark)
 {
-    Node::Record* front = element.record()->first;
-    Node::Record* back = element.record()->last;
+    Node::Record* front = element.record()->firstChild();
+    Node::Record* back = element.record()->lastChild();
     for (; front && back; front = front->next, back = back->previous) {
         for (Node::Record* record : {front, back}) {
             if (record->name == mark && record->type == NodeType::Element)

@@ -1,15 +1,13 @@
 #include "document/XmlReader.h"
 
 #include "document/Record.h"
+#include "document/TapeText.h"
 #include "document/XmlEncoding.h"
 #include "document/XmlNames.h"
 
-#include <QSet>
-
-#include <pugixml.hpp>
-
 #include <algorithm>
 #include <cstring>
+#include <limits>
 #include <utility>
 
 namespace zan::document {
@@ -17,474 +15,528 @@ namespace zan::document {
 namespace {
 
 constexpr qsizetype LongestName = 1024;
-constexpr std::size_t FewAttributes = 16;
+constexpr const char* SectionBegin = "<![CDATA[";
 
-// What a byte of a piece of text needs more than being copied, by what the piece is.
-constexpr std::uint8_t SpecialInText = 1;
-constexpr std::uint8_t SpecialInAttribute = 2;
-constexpr std::uint8_t SpecialInPlain = 4;
+constexpr const char* ClosesAnother = "The end tag does not close the element that is open here.";
+constexpr const char* EndsEarly = "The text ends before every element is closed.";
+constexpr const char* MalformedAttribute = "An attribute is not well formed; it is written name=\"value\".";
+constexpr const char* MalformedInstruction = "A processing instruction is not well formed; it ends with ?>.";
+constexpr const char* NoDoctype = "A document type declaration is not allowed; remove the <!DOCTYPE ...>.";
+constexpr const char* MalformedStartTag = "A start tag is not well formed.";
+constexpr const char* OutsideElement = "Text stands outside the outermost element.";
+constexpr const char* TooManyElements = "The document has too many elements.";
 
-constexpr std::array<std::uint8_t, 256> makeSpecialBytes()
+// What a byte is to the reader.
+constexpr std::uint8_t Halts = 1;      // a text cannot be passed over without looking at it
+constexpr std::uint8_t HaltsValue = 2; // nor can an attribute's value
+constexpr std::uint8_t IsCoded = 4;
+constexpr std::uint8_t IsWide = 8;
+constexpr std::uint8_t IsBlank = 16;
+constexpr std::uint8_t IsOther = 32; // no blank
+constexpr std::uint8_t StartsName = 64;
+constexpr std::uint8_t ContinuesName = 128;
+constexpr std::uint16_t HasAngle = 256; // met a > in a text
+
+constexpr std::array<std::uint8_t, 256> makeByteClasses()
 {
-    std::array<std::uint8_t, 256> special{};
-    special['\r'] = SpecialInText | SpecialInAttribute | SpecialInPlain;
-    special['&'] = SpecialInText | SpecialInAttribute;
-    special['>'] = SpecialInText; // where it ends a "]]>"
-    special['<'] = special['\n'] = special['\t'] = SpecialInAttribute;
-    for (std::size_t byte = 0x80; byte < special.size(); ++byte)
-        special[byte] = SpecialInText | SpecialInAttribute | SpecialInPlain; // to be decoded
-    return special;
-}
-constexpr std::array<std::uint8_t, 256> SpecialBytes = makeSpecialBytes();
-
-bool hasSpecialBytes(const char* raw, qsizetype size, std::uint8_t special) noexcept
-{
-    std::uint8_t met = 0;
-    for (qsizetype i = 0; i < size; ++i)
-        met |= SpecialBytes[static_cast<unsigned char>(raw[i])];
-    return (met & special) != 0;
-}
-
-bool isBlank(const char* raw) noexcept
-{
-    for (; *raw; ++raw) {
-        if (!isXmlBlank(char16_t(static_cast<unsigned char>(*raw))))
-            return false;
+    std::array<std::uint8_t, 256> classes{};
+    for (int byte = 0; byte < 256; ++byte) {
+        std::uint8_t is = IsOther;
+        if (byte == ' ' || byte == '\n' || byte == '\t' || byte == '\r')
+            is = IsBlank;
+        if (byte == '\r')
+            is |= IsCoded;
+        if (byte == 0 || byte == '<' || byte == '&' || byte == '>')
+            is |= Halts;
+        if (byte == 0 || byte == '<' || byte == '&' || byte == '"' || byte == '\'')
+            is |= HaltsValue;
+        if (byte >= 0x80)
+            is |= IsWide;
+        const bool isLetter = (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
+        if (isLetter || byte == '_' || byte == ':' || byte >= 0x80)
+            is |= StartsName | ContinuesName;
+        if ((byte >= '0' && byte <= '9') || byte == '-' || byte == '.')
+            is |= ContinuesName;
+        classes[std::size_t(byte)] = is;
     }
-    return true;
+    return classes;
+}
+constexpr std::array<std::uint8_t, 256> ByteClasses = makeByteClasses();
+
+std::uint8_t classOf(char byte) noexcept
+{
+    return ByteClasses[static_cast<unsigned char>(byte)];
 }
 
-/// Why the parser stopped.
-const char* messageFor(pugi::xml_parse_status status)
+std::uint8_t marksOf(std::uint16_t met) noexcept
 {
-    switch (status) {
-    case pugi::status_bad_pi:
-        return "A processing instruction is not well formed; it ends with ?>.";
-    case pugi::status_bad_comment:
-        return "A comment is not closed with -->.";
-    case pugi::status_bad_cdata:
-        return "A CDATA section is not closed with ]]>.";
-    case pugi::status_bad_doctype:
-        return "A document type declaration is not allowed; remove the <!DOCTYPE ...>.";
-    case pugi::status_bad_start_element:
-        return "A start tag is not well formed.";
-    case pugi::status_bad_attribute:
-        return "An attribute is not well formed; it is written name=\"value\".";
-    case pugi::status_bad_end_element:
-        return "An end tag is not well formed.";
-    case pugi::status_end_element_mismatch:
-        return "The end tag does not close the element that is open here.";
-    case pugi::status_out_of_memory:
-        return "There is not enough memory for the document.";
-    default:
-        return "A < that starts no tag is written &lt;.";
-    }
+    return std::uint8_t(((met & IsCoded) ? Tape::Coded : 0) | ((met & IsWide) ? Tape::Wide : 0) |
+                        ((met & HasAngle) ? Tape::Angle : 0));
+}
+
+bool startsWith(const char* at, const char* text) noexcept
+{
+    return std::strncmp(at, text, std::strlen(text)) == 0;
+}
+
+bool startsCData(const char* at) noexcept
+{
+    return at[0] == '<' && at[1] == '!' && startsWith(at, SectionBegin);
 }
 
 } // namespace
 
-struct XmlReader::Level
-{
-    Node::Record* record;
-    pugi::xml_node next; ///< the child to read next
-    bool keepsBlanks;    ///< blanks between the children are text
-    bool preserves;      ///< xml:space says so
-};
-
-struct XmlReader::Content
-{
-    explicit Content(const pugi::xml_node& node)
-        : hasText(!isBlank(node.value()))
-    {
-        for (pugi::xml_node child = node.first_child(); child; child = child.next_sibling()) {
-            const pugi::xml_node_type type = child.type();
-            if (type == pugi::node_cdata)
-                hasText = true;
-            else if (type != pugi::node_pcdata)
-                hasMarkup = true;
-            else if (!hasText)
-                hasText = !isBlank(child.value());
-        }
-    }
-    bool hasText;           ///< more than blanks
-    bool hasMarkup = false; ///< elements, comments, instructions
-};
-
 XmlReader::XmlReader(const QByteArray& utf8, const ParseLimits& limits)
     : m_source(utf8)
-    , m_buffer(utf8.constData(), std::size_t(utf8.size()))
     , m_limits(limits)
+    , m_tape(std::make_unique<Tape>(utf8))
+    , m_entries(m_tape->entries())
+    , m_begin(m_tape->bytes())
+    , m_end(m_begin + m_tape->size())
+    , m_at(m_begin)
 {}
 
 XmlReader::~XmlReader() = default;
 
-bool XmlReader::read(Node::Record* document)
+std::unique_ptr<Tape> XmlReader::read()
 {
-    constexpr unsigned options = pugi::parse_pi | pugi::parse_comments | pugi::parse_cdata | pugi::parse_ws_pcdata |
-                                 pugi::parse_declaration | pugi::parse_doctype | pugi::parse_fragment |
-                                 pugi::parse_embed_pcdata;
-    pugi::xml_document tree;
-    // The closing zero of the buffer is handed over with it, so that the parser overwrites no character of the text.
-    const pugi::xml_parse_result result =
-        tree.load_buffer_inplace(m_buffer.data(), m_buffer.size() + 1, options, pugi::encoding_utf8);
-    if (result.status != pugi::status_ok && result.status != pugi::status_no_document_element)
-        return failParsing(result);
-    return build(tree, document);
-}
-
-bool XmlReader::failParsing(const pugi::xml_parse_result& result)
-{
-    const qsizetype stop = std::clamp<qsizetype>(result.offset, 0, m_source.size());
-    const auto before = [&](const char* opening) {
-        return std::max<qsizetype>(0, m_source.lastIndexOf(opening, stop));
-    };
-    switch (result.status) {
-    case pugi::status_bad_attribute:
-        return failAt(stop, messageFor(result.status));
-    case pugi::status_bad_comment:
-        return failAt(before("<!--"), messageFor(result.status));
-    case pugi::status_bad_cdata:
-        return failAt(before("<![CDATA["), messageFor(result.status));
-    case pugi::status_bad_doctype:
-        return failAt(before("<!DOCTYPE"), messageFor(result.status));
-    case pugi::status_bad_pi:
-        return failAt(before("<?"), messageFor(result.status));
-    case pugi::status_end_element_mismatch:
-        if (stop + 1 >= m_source.size())
-            return failAt(m_source.size(), "The text ends before every element is closed.");
-        break;
-    default:
-        break;
+    if (m_source.size() >= qsizetype(std::numeric_limits<std::uint32_t>::max())) {
+        fail(m_begin, "The text is too long.");
+        return nullptr;
     }
-    return failAt(before("<"), messageFor(result.status));
+    push(Tape::Kind::Document, m_begin, m_begin);
+    if (!readAll())
+        return nullptr;
+    m_entries.front().span = std::uint32_t(m_entries.size());
+    if (m_dropsBlanks)
+        dropBlanks();
+    if (const auto most = std::size_t(m_limits.elements) + 1; m_entries.size() > most) { // with the texts
+        fail(m_begin + m_entries[most].begin, TooManyElements);
+        return nullptr;
+    }
+    m_entries.shrink_to_fit();
+    return std::move(m_tape);
 }
 
-bool XmlReader::build(const pugi::xml_node& tree, Node::Record* document)
+bool XmlReader::readAll()
 {
-    m_levels.push_back({document, tree.first_child(), false, false});
-    while (!m_levels.empty()) {
-        Level& level = m_levels.back();
-        const pugi::xml_node node = level.next;
-        if (!node) {
-            m_levels.pop_back();
-            continue;
-        }
-        level.next = node.next_sibling();
-        if (!addNode(level, node))
+    if (startsWith(m_at, "<?xml") && (classOf(m_at[5]) & ContinuesName) == 0 && !readDeclaration())
+        return false;
+    while (m_at != m_end) {
+        const bool isMarkup = *m_at == '<' && !startsCData(m_at);
+        if (!(isMarkup ? readMarkup() : readText()))
             return false;
     }
-    return m_hasElement || failAt(m_source.size(), "The text holds no element.");
+    if (!m_levels.empty())
+        return fail(m_end, EndsEarly);
+    return m_hasElement || fail(m_end, "The text holds no element.");
 }
 
-bool XmlReader::addNode(Level& level, const pugi::xml_node& node)
+bool XmlReader::readMarkup()
 {
-    switch (node.type()) {
-    case pugi::node_element:
-        return addElement(level, node);
-    case pugi::node_pcdata:
-        return addText(level, node.value(), false);
-    case pugi::node_cdata:
-        return addText(level, node.value(), true);
-    case pugi::node_comment:
-        return addComment(level, node);
-    case pugi::node_pi:
-        return addInstruction(level, node);
-    case pugi::node_declaration:
-        // "<?xml" at the very start and nowhere else
-        if (node.name() == m_buffer.data() + 2 && std::strcmp(node.name(), "xml") == 0)
-            return true;
-        return fail(node.name() - 2, "An XML declaration stands at the start of the text only.");
+    switch (m_at[1]) {
+    case '/':
+        return readEndTag();
+    case '?':
+        return readInstruction();
+    case '!':
+        if (startsWith(m_at, "<!--"))
+            return readComment();
+        if (startsWith(m_at, "<!DOCTYPE"))
+            return fail(m_at, NoDoctype);
+        break;
     default:
-        return failAt(m_source.lastIndexOf('<', node.value() - m_buffer.data()),
-                      messageFor(pugi::status_bad_doctype));
+        if (classOf(m_at[1]) & StartsName)
+            return readStartTag();
+    }
+    return fail(m_at, "A < that starts no tag is written &lt;.");
+}
+
+bool XmlReader::readDeclaration()
+{
+    const char* const place = m_at;
+    for (m_at += 5;;) {
+        skipBlanks();
+        if (startsWith(m_at, "?>")) {
+            m_at += 2;
+            return true;
+        }
+        if ((classOf(*m_at) & StartsName) == 0)
+            return fail(place, MalformedInstruction);
+        while (classOf(*m_at) & ContinuesName)
+            ++m_at;
+        const char* begin = nullptr;
+        Met met = 0;
+        if (!readValue(begin, met))
+            return false;
     }
 }
 
-bool XmlReader::addElement(const Level& level, const pugi::xml_node& node)
+bool XmlReader::readStartTag()
 {
-    const char* const rawName = node.name();
-    const char* const place = rawName - 1;
+    const char* const place = m_at++;
     if (!count(place))
         return false;
-    if (int(m_levels.size()) > m_limits.depth)
+    if (int(m_levels.size()) >= m_limits.depth)
         return fail(place, "The elements are nested too deeply.");
-    Node::Record* const parent = level.record;
-    if (parent->type == NodeType::Document && std::exchange(m_hasElement, true))
+    if (m_levels.empty() && std::exchange(m_hasElement, true))
         return fail(place, "A document has one outermost element; this is a second one.");
-    Name name;
-    if (!readName(rawName, name))
+    noteMarkup();
+    const std::uint32_t entry = push(Tape::Kind::Element, m_at, m_at);
+    std::uint16_t name = 0;
+    QByteArrayView raw;
+    if (!readName(name, raw))
         return false;
-    Node::Record* const element = add(parent, NodeType::Element, name);
-    if (node.first_attribute() && !addAttributes(element, node))
+    m_entries[entry].name = name;
+    bool preserves = !m_levels.empty() && m_levels.back().preserves;
+    if (*m_at != '>' && *m_at != '/' && !readAttributes(entry, preserves))
         return false;
-    if (!node.first_child()) // most elements hold one text, or nothing
-        return readText(node.value(), Where::Text, element->text);
-    const Content content(node);
-    if (!content.hasMarkup)
-        return addLeafText(element, node);
-    bool preserves = level.preserves;
-    if (element->attributes) {
-        for (const Node::Attribute& attribute : *element->attributes) {
-            if (attribute.name == u"xml:space")
-                preserves = attribute.value == u"preserve";
-        }
-    }
-    m_levels.push_back({element, node.first_child(), content.hasText || preserves, preserves});
-    return addText(m_levels.back(), node.value(), false);
+    const bool isEmpty = *m_at == '/';
+    m_at += isEmpty;
+    if (*m_at != '>')
+        return fail(place, MalformedStartTag);
+    ++m_at;
+    if (isEmpty)
+        m_entries[entry].span = std::uint32_t(m_entries.size()) - entry;
+    else
+        m_levels.push_back({entry, raw, preserves});
+    return true;
 }
 
-bool XmlReader::addAttributes(Node::Record* element, const pugi::xml_node& node)
+/// Reads on until what follows is no attribute.
+bool XmlReader::readAttributes(std::uint32_t element, bool& preserves)
 {
-    QSet<QString> seen;
-    for (pugi::xml_attribute attribute = node.first_attribute(); attribute;
-         attribute = attribute.next_attribute()) {
-        if (!count(attribute.name()))
+    const char* const place = m_begin + m_entries[element].begin - 1;
+    for (bool isFirst = true;; isFirst = false) {
+        const char* const before = m_at;
+        skipBlanks();
+        if (*m_at == '>' || *m_at == '/')
+            return true;
+        if ((classOf(*m_at) & StartsName) == 0)
+            return fail(place, MalformedStartTag);
+        if (!isFirst && before == m_at)
+            return fail(m_at, MalformedAttribute);
+        if (!readAttribute(element, preserves))
             return false;
-        if (!element->attributes)
-            element->attributes = std::make_unique<std::vector<Node::Attribute>>();
-        auto& all = *element->attributes;
-        Node::Attribute read;
-        Name name;
-        if (!readName(attribute.name(), name) || !readText(attribute.value(), Where::Attribute, read.value))
-            return false;
-        read.name = name.text();
-        bool isDouble = false;
-        if (all.size() < FewAttributes) {
-            isDouble = std::any_of(all.begin(), all.end(),
-                                   [&](const Node::Attribute& other) { return other.name == read.name; });
+    }
+}
+
+bool XmlReader::readAttribute(std::uint32_t element, bool& preserves)
+{
+    const char* const place = m_at;
+    std::uint16_t name = 0;
+    QByteArrayView raw;
+    const char* begin = nullptr;
+    Met met = 0;
+    if (!count(place) || !readName(name, raw) || !readValue(begin, met))
+        return false;
+    m_attributeOf.resize(std::max(m_attributeOf.size(), m_tape->nameCount()));
+    if (std::exchange(m_attributeOf[name], element) == element)
+        return fail(place, "The element has this attribute already.");
+    const std::uint32_t entry = push(Tape::Kind::Attribute, begin, m_at - 1, marksOf(met));
+    m_entries[entry].name = name;
+    if (raw == QByteArrayView("xml:space"))
+        preserves = m_tape->text(entry) == u"preserve";
+    return true;
+}
+
+/// What stands between an attribute's name and whatever follows its value.
+bool XmlReader::readValue(const char*& begin, Met& met)
+{
+    skipBlanks();
+    if (*m_at != '=')
+        return fail(m_at + 1, MalformedAttribute);
+    ++m_at;
+    skipBlanks();
+    const char quote = *m_at;
+    if (quote != '"' && quote != '\'')
+        return fail(m_at, MalformedAttribute);
+    begin = ++m_at;
+    for (;;) {
+        const std::uint8_t is = classOf(*m_at);
+        met |= is;
+        if ((is & HaltsValue) == 0) {
+            met |= (is & IsBlank) && *m_at != ' ' ? IsCoded : 0; // becomes a space
+            ++m_at;
+        } else if (*m_at == quote) {
+            ++m_at;
+            return true;
+        } else if (*m_at == '&') {
+            met |= IsCoded;
+            if (!checkReference())
+                return false;
+        } else if (*m_at == '<') {
+            return fail(m_at, "A < in an attribute is written &lt;.");
+        } else if (m_at == m_end) {
+            return fail(begin - 1, MalformedAttribute);
         } else {
-            if (seen.isEmpty()) {
-                for (const Node::Attribute& other : all)
-                    seen.insert(other.name);
-            }
-            isDouble = seen.contains(read.name);
-            seen.insert(read.name);
+            ++m_at; // the other quote
         }
-        if (isDouble)
-            return fail(attribute.name(), "The element has this attribute already.");
-        all.push_back(std::move(read));
     }
+}
+
+bool XmlReader::readEndTag()
+{
+    const char* const place = m_at;
+    if (m_levels.empty())
+        return fail(place, ClosesAnother);
+    const QByteArrayView name = m_levels.back().name;
+    m_at += 2;
+    if (std::strncmp(m_at, name.data(), std::size_t(name.size())) != 0)
+        return m_at == m_end ? fail(m_end, EndsEarly) : fail(place, ClosesAnother);
+    m_at += name.size();
+    if (classOf(*m_at) & ContinuesName)
+        return fail(place, ClosesAnother);
+    skipBlanks();
+    if (*m_at != '>')
+        return fail(place, "An end tag is not well formed.");
+    ++m_at;
+    closeElement();
     return true;
 }
 
-bool XmlReader::addText(const Level& level, const char* raw, bool isCData)
+void XmlReader::closeElement()
 {
-    if (!*raw)
-        return true;
-    if (level.record->type == NodeType::Document)
-        return (!isCData && isBlank(raw)) || fail(raw, "Text stands outside the outermost element.");
-    if (!level.keepsBlanks) // then every text is blank
-        return true;
-    QString text;
-    if (!readText(raw, isCData ? Where::Plain : Where::Text, text))
-        return false;
-    if (level.record->last && level.record->last->type == NodeType::Text) {
-        level.record->last->text += text;
-        return true;
+    const Level level = m_levels.back();
+    m_levels.pop_back();
+    Tape::Entry& element = m_entries[level.entry];
+    if (!level.hasMarkup && m_entries.back().kind == Tape::Kind::Text) {
+        // An element that holds one text and nothing else is one entry.
+        const Tape::Entry text = m_entries.back();
+        m_entries.pop_back();
+        element.begin = text.begin;
+        element.size = text.size;
+        element.marks = text.marks & std::uint8_t(~Tape::Blank);
+    } else if (level.hasMarkup && level.hasBlanks && !level.hasText && !level.preserves) {
+        element.marks = Tape::Blank; // to be dropped below it
+        m_dropsBlanks = true;
     }
-    if (!count(raw))
+    element.span = std::uint32_t(m_entries.size()) - level.entry;
+}
+
+/// Takes the blanks out of the elements that hold nothing but blanks and markup.
+void XmlReader::dropBlanks()
+{
+    struct Open
+    {
+        std::uint32_t oldEnd;
+        std::uint32_t entry;
+        bool drops;
+    };
+    std::vector<Open> open;
+    std::uint32_t kept = 0;
+    const auto oldSize = std::uint32_t(m_entries.size());
+    const auto closeUntil = [&](std::uint32_t read) {
+        for (; !open.empty() && open.back().oldEnd == read; open.pop_back())
+            m_entries[open.back().entry].span = kept - open.back().entry;
+    };
+    for (std::uint32_t read = 0; read != oldSize; ++read) {
+        closeUntil(read);
+        Tape::Entry entry = m_entries[read];
+        const bool isBlank = (entry.marks & Tape::Blank) != 0;
+        if (entry.kind == Tape::Kind::Text && isBlank && open.back().drops)
+            continue;
+        if (entry.span > 1)
+            open.push_back({read + entry.span, kept, entry.kind == Tape::Kind::Element && isBlank});
+        if (entry.kind == Tape::Kind::Element)
+            entry.marks &= std::uint8_t(~Tape::Blank);
+        m_entries[kept++] = entry;
+    }
+    closeUntil(oldSize);
+    m_entries.resize(kept);
+}
+
+bool XmlReader::readComment()
+{
+    const char* const place = m_at;
+    if (!count(place))
         return false;
-    add(level.record, NodeType::Text)->text = text;
+    const char* const begin = m_at + 4;
+    const char* const end = std::strstr(begin, "-->");
+    if (!end)
+        return fail(place, "A comment is not closed with -->.");
+    if (const char* dashes = std::strstr(begin, "--"); dashes != end)
+        return fail(dashes, "A comment cannot hold --.");
+    if (end != begin && end[-1] == '-')
+        return fail(end - 1, "A comment cannot hold --.");
+    noteMarkup();
+    push(Tape::Kind::Comment, begin, end, Tape::Coded);
+    m_at = end + 3;
     return true;
 }
 
-bool XmlReader::addLeafText(Node::Record* element, const pugi::xml_node& node)
+bool XmlReader::readInstruction()
 {
-    if (!readText(node.value(), Where::Text, element->text))
+    const char* const place = m_at;
+    m_at += 2;
+    if (!count(place))
         return false;
-    for (pugi::xml_node child = node.first_child(); child; child = child.next_sibling()) {
-        QString text;
-        if (!readText(child.value(), child.type() == pugi::node_cdata ? Where::Plain : Where::Text, text))
+    if ((classOf(*m_at) & StartsName) == 0)
+        return fail(place, MalformedInstruction);
+    std::uint16_t name = 0;
+    QByteArrayView raw;
+    if (!readName(name, raw))
+        return false;
+    const char* const end = std::strstr(m_at, "?>");
+    if (!end || (m_at != end && (classOf(*m_at) & IsBlank) == 0))
+        return fail(place, MalformedInstruction);
+    if (raw.size() == 3 && qstrnicmp(raw.data(), "xml", 3) == 0)
+        return fail(place, m_levels.empty() ? "An XML declaration stands at the start of the text only."
+                                            : MalformedInstruction);
+    skipBlanks();
+    noteMarkup();
+    const std::uint32_t entry = push(Tape::Kind::Instruction, std::min(m_at, end), end, Tape::Coded);
+    m_entries[entry].name = name;
+    m_at = end + 2;
+    return true;
+}
+
+/// A text with the CDATA sections in it, up to the next piece of markup.
+bool XmlReader::readText()
+{
+    const char* const begin = m_at;
+    Met met = 0;
+    bool hasCData = false;
+    bool isEmpty = true;
+    while (m_at != m_end && (*m_at != '<' || startsCData(m_at))) {
+        const bool isCData = *m_at == '<';
+        hasCData |= isCData;
+        if (m_levels.empty() && isCData)
+            return fail((met & IsOther) ? begin : m_at + std::strlen(SectionBegin), OutsideElement);
+        if (!(isCData ? readCData(met, isEmpty) : readPlainText(met)))
             return false;
-        element->text += text;
+        isEmpty = isEmpty && isCData;
     }
+    const bool isBlank = !hasCData && (met & IsOther) == 0;
+    if (m_levels.empty())
+        return isBlank || fail(begin, OutsideElement);
+    Level& level = m_levels.back();
+    level.hasText = level.hasText || !isBlank;
+    level.hasBlanks = level.hasBlanks || isBlank;
+    if (!isEmpty)
+        push(Tape::Kind::Text, begin, m_at,
+             std::uint8_t(marksOf(met) | (hasCData ? Tape::Coded : 0) | (isBlank ? Tape::Blank : 0)));
     return true;
 }
 
-bool XmlReader::addComment(const Level& level, const pugi::xml_node& node)
+bool XmlReader::readPlainText(Met& met)
 {
-    const char* const raw = node.value();
-    if (!count(raw))
-        return false;
-    const char* const dashes = std::strstr(raw, "--");
-    const std::size_t size = std::strlen(raw);
-    if (dashes || (size > 0 && raw[size - 1] == '-'))
-        return fail(dashes ? dashes : raw + size - 1, "A comment cannot hold --.");
-    return readText(raw, Where::Plain, add(level.record, NodeType::Comment)->text);
+    const char* const begin = m_at;
+    for (;;) {
+        std::uint8_t is = 0;
+        while (((is = classOf(*m_at)) & Halts) == 0) {
+            met |= is;
+            ++m_at;
+        }
+        if (*m_at == '<' || m_at == m_end)
+            return true;
+        met |= IsOther;
+        if (*m_at == '&') {
+            met |= IsCoded;
+            if (!checkReference())
+                return false;
+            continue;
+        }
+        if (m_at - begin >= 2 && m_at[-1] == ']' && m_at[-2] == ']')
+            return fail(m_at - 2, "The characters ]]> cannot stand in a text; write ]]&gt;.");
+        met |= HasAngle;
+        ++m_at;
+    }
 }
 
-bool XmlReader::addInstruction(const Level& level, const pugi::xml_node& node)
+bool XmlReader::readCData(Met& met, bool& isEmpty)
 {
-    Name target;
-    if (!count(node.name()) || !readName(node.name(), target))
-        return false;
-    return readText(node.value(), Where::Plain, add(level.record, NodeType::ProcessingInstruction, target)->text);
+    const char* const begin = m_at + std::strlen(SectionBegin);
+    const char* const end = std::strstr(begin, "]]>");
+    if (!end)
+        return fail(m_at, "A CDATA section is not closed with ]]>.");
+    met |= IsOther;
+    isEmpty = isEmpty && begin == end;
+    m_at = end + 3;
+    return true;
 }
 
-Node::Record* XmlReader::add(Node::Record* parent, NodeType type, Name name)
+bool XmlReader::checkReference()
 {
-    Node::Record* const record = m_pool.make(type, name);
-    parent->link(record);
-    return record;
+    switch (readReference(m_at)) {
+    case 0:
+        return fail(m_at, "The reference is not known; a plain & is written &amp;.");
+    case 0xFFFF:
+        return fail(m_at, "The reference names no character that XML allows.");
+    default:
+        return true;
+    }
+}
+
+bool XmlReader::readName(std::uint16_t& name, QByteArrayView& raw)
+{
+    const char* const begin = m_at;
+    while (classOf(*m_at) & ContinuesName)
+        ++m_at;
+    raw = {begin, m_at - begin};
+    const auto size = std::size_t(raw.size());
+    const auto byte = [&](std::size_t place) { return std::size_t(static_cast<unsigned char>(begin[place])); };
+    const std::size_t mixed = size + 5 * byte(0) + 19 * byte(size / 2) + 71 * byte(size - 1);
+    KnownName& known = m_knownNames[mixed % m_knownNames.size()];
+    if (std::size_t(known.raw.size()) != size || std::memcmp(known.raw.data(), begin, size) != 0) {
+        std::uint16_t found = 0;
+        if (!addName(raw, found))
+            return false;
+        known = {raw, found};
+    }
+    name = known.name;
+    return true;
+}
+
+bool XmlReader::addName(QByteArrayView raw, std::uint16_t& name)
+{
+    if (const auto known = m_names.constFind(raw); known != m_names.constEnd()) {
+        name = *known;
+        return true;
+    }
+    const QString text = fromUtf8(raw);
+    if (!isXmlName(text))
+        return fail(raw.data(), "The name is not one that XML allows.");
+    if (raw.size() > LongestName)
+        return fail(raw.data(), "The name is too long.");
+    // Names live as long as the process, so that their number is not the document's to choose.
+    if (m_names.size() >= std::min<std::int64_t>(m_limits.names, Tape::MostNames))
+        return fail(raw.data(), "The document has too many different names.");
+    name = m_tape->addName(Name(text), raw);
+    m_names.insert(raw, name);
+    return true;
+}
+
+void XmlReader::skipBlanks() noexcept
+{
+    while (classOf(*m_at) & IsBlank)
+        ++m_at;
+}
+
+std::uint32_t XmlReader::push(Tape::Kind kind, const char* begin, const char* end, std::uint8_t marks)
+{
+    Tape::Entry& entry = m_entries.emplace_back();
+    entry.begin = std::uint32_t(begin - m_begin);
+    entry.size = std::uint32_t(end - begin);
+    entry.kind = kind;
+    entry.marks = marks;
+    return std::uint32_t(m_entries.size() - 1);
 }
 
 bool XmlReader::count(const char* place)
 {
-    return ++m_nodes <= m_limits.elements || fail(place, "The document has too many elements.");
+    return ++m_nodes <= m_limits.elements || fail(place, TooManyElements);
 }
 
-bool XmlReader::readName(const char* raw, Name& name)
+void XmlReader::noteMarkup() noexcept
 {
-    const std::size_t size = std::strlen(raw);
-    const auto byte = [&](std::size_t place) { return std::size_t(static_cast<unsigned char>(raw[place])); };
-    const std::size_t mixed = size == 0 ? 0 : size + 5 * byte(0) + 19 * byte(size / 2) + 71 * byte(size - 1);
-    KnownName& known = m_knownNames[mixed % m_knownNames.size()];
-    if (known.bytes && known.size == size && std::memcmp(known.bytes, raw, size) == 0) {
-        name = known.name;
-        return true;
-    }
-    if (!readNewName({raw, qsizetype(size)}, name))
-        return false;
-    known = {raw, size, name};
-    return true;
-}
-
-bool XmlReader::readNewName(QByteArrayView bytes, Name& name)
-{
-    if (const auto known = m_names.constFind(bytes); known != m_names.constEnd()) {
-        name = *known;
-        return true;
-    }
-    const QString text = fromUtf8(bytes);
-    if (!isXmlName(text))
-        return fail(bytes.data(), "The name is not one that XML allows.");
-    if (bytes.size() > LongestName)
-        return fail(bytes.data(), "The name is too long.");
-    // Names live as long as the process, so that their number is not the document's to choose.
-    if (m_names.size() >= m_limits.names)
-        return fail(bytes.data(), "The document has too many different names.");
-    name = Name(text);
-    m_names.insert(bytes, name);
-    return true;
-}
-
-bool XmlReader::readText(const char* raw, Where where, QString& text)
-{
-    const std::size_t size = std::strlen(raw);
-    if (size == 0) {
-        text = QString();
-        return true;
-    }
-    if (size >= sizeof(ShortText::bytes) || where != Where::Text)
-        return readLongText(raw, qsizetype(size), where, text);
-    std::uint64_t bytes[2] = {};
-    std::memcpy(bytes, raw, size);
-    const std::uint64_t mixed = (bytes[0] ^ (bytes[1] * 0x9E3779B97F4A7C15u)) * 0xD6E8FEB86659FD93u;
-    ShortText& known = m_shortTexts[(mixed >> 32) % m_shortTexts.size()];
-    if (known.bytes[0] != bytes[0] || known.bytes[1] != bytes[1]) {
-        QString read;
-        if (!readLongText(raw, qsizetype(size), where, read))
-            return false;
-        known.text = read;
-        std::memcpy(known.bytes, bytes, sizeof bytes);
-    }
-    text = known.text;
-    return true;
-}
-
-bool XmlReader::readLongText(const char* raw, qsizetype size, Where where, QString& text)
-{
-    const std::uint8_t special = where == Where::Text        ? SpecialInText
-                                 : where == Where::Attribute ? SpecialInAttribute
-                                                             : SpecialInPlain;
-    if (!hasSpecialBytes(raw, size, special)) {
-        text = QString::fromLatin1(raw, size);
-        return true;
-    }
-    const char* const end = raw + size;
-    const char* plain = raw; // start of what is taken as it stands
-    text = QString();
-    const auto takePlain = [&](const char* until) {
-        if (until != plain)
-            text += fromUtf8({plain, until - plain});
-    };
-    for (const char* at = raw; at != end;) {
-        const char byte = *at;
-        if (byte == '\r') {
-            takePlain(at);
-            text += where == Where::Attribute ? u' ' : u'\n';
-            at += at[1] == '\n' ? 2 : 1;
-            plain = at;
-        } else if (byte == '&' && where != Where::Plain) {
-            takePlain(at);
-            if (!readReference(at, text))
-                return false;
-            plain = at;
-        } else if (where == Where::Attribute && (byte == '\n' || byte == '\t')) {
-            takePlain(at);
-            text += u' ';
-            plain = ++at;
-        } else if (where == Where::Attribute && byte == '<') {
-            return fail(at, "A < in an attribute is written &lt;.");
-        } else if (where == Where::Text && byte == '>' && at - raw >= 2 && at[-1] == ']' && at[-2] == ']') {
-            return fail(at - 2, "The characters ]]> cannot stand in a text; write ]]&gt;.");
-        } else {
-            ++at;
-        }
-    }
-    if (plain == raw)
-        text = fromUtf8({raw, size});
-    else
-        takePlain(end);
-    return true;
-}
-
-bool XmlReader::readReference(const char*& at, QString& text)
-{
-    struct Entity
-    {
-        const char* name;
-        char16_t character;
-    };
-    static constexpr Entity Entities[] = {
-        {"&lt;", '<'}, {"&gt;", '>'}, {"&amp;", '&'}, {"&quot;", '"'}, {"&apos;", '\''}};
-    for (const Entity& entity : Entities) {
-        if (const std::size_t size = std::strlen(entity.name); std::strncmp(at, entity.name, size) == 0) {
-            text += QChar(entity.character);
-            at += size;
-            return true;
-        }
-    }
-    if (at[1] != '#')
-        return fail(at, "The reference is not known; a plain & is written &amp;.");
-    const bool isHex = at[2] == 'x';
-    const char* digit = at + (isHex ? 3 : 2);
-    const char* const first = digit;
-    char32_t character = 0;
-    for (; character <= 0x10FFFF; ++digit) {
-        const char c = *digit;
-        if (c >= '0' && c <= '9')
-            character = character * (isHex ? 16 : 10) + char32_t(c - '0');
-        else if (isHex && ((c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F')))
-            character = character * 16 + char32_t((c | 0x20) - 'a' + 10);
-        else
-            break;
-    }
-    if (digit == first || *digit != ';' || !isXmlCharacter(character))
-        return fail(at, "The reference names no character that XML allows.");
-    text += QStringView(QChar::fromUcs4(character));
-    at = digit + 1;
-    return true;
+    if (!m_levels.empty())
+        m_levels.back().hasMarkup = true;
 }
 
 bool XmlReader::fail(const char* place, const char* message)
 {
-    return failAt(place - m_buffer.data(), message);
-}
-
-bool XmlReader::failAt(qsizetype offset, const char* message)
-{
-    m_error = errorAt(m_source, offset, QString::fromLatin1(message));
+    m_error = errorAt(m_source, place - m_begin, QString::fromLatin1(message));
     return false;
 }
 

@@ -1,89 +1,91 @@
 #pragma once
 
-#include "document/RecordPool.h"
+#include "document/Tape.h"
 #include "document/XmlText.h"
 
-#include <QByteArray>
+#include <QByteArrayView>
 #include <QHash>
 
 #include <array>
 #include <cstdint>
-#include <string>
+#include <memory>
 #include <vector>
-
-namespace pugi {
-class xml_node;
-struct xml_parse_result;
-} // namespace pugi
 
 namespace zan::document {
 
-/// Builds a document out of a sound UTF-8 text. The text is taken apart by pugixml, in place and undecoded; what
-/// that parser lets pass is checked here, where the place of every piece in the text is known.
+/// Reads a text of sound UTF-8 onto a tape, in one pass, and checks everything that XML asks of it on the way: what
+/// is on the tape afterwards is well formed and within the limits.
 class XmlReader
 {
 public:
     XmlReader(const QByteArray& utf8, const ParseLimits& limits);
     ~XmlReader();
 
-    /// Fills the document. After false it is incomplete and error() says why.
-    bool read(Node::Record* document);
+    /// The tape; nothing when the text was refused, and error() says why.
+    std::unique_ptr<Tape> read();
     const ParseError& error() const noexcept { return m_error; }
 
 private:
-    /// An element whose children are being read.
-    struct Level;
-    /// What an element holds, which decides about the blanks in it.
-    struct Content;
-    enum class Where { Text, Attribute, Plain };
+    using Met = std::uint16_t; ///< kinds of bytes that a text holds
+    /// An element whose content is being read.
+    struct Level
+    {
+        std::uint32_t entry;
+        QByteArrayView name;
+        bool preserves;         ///< xml:space says that blanks are text
+        bool hasText = false;   ///< more than blanks
+        bool hasMarkup = false; ///< elements, comments, instructions
+        bool hasBlanks = false; ///< a text of blanks
+    };
 
-    bool build(const pugi::xml_node& tree, Node::Record* document);
-    bool addNode(Level& level, const pugi::xml_node& node);
-    bool addElement(const Level& level, const pugi::xml_node& node);
-    bool addAttributes(Node::Record* element, const pugi::xml_node& node);
-    bool addText(const Level& level, const char* raw, bool isCData);
-    bool addComment(const Level& level, const pugi::xml_node& node);
-    bool addInstruction(const Level& level, const pugi::xml_node& node);
-    bool addLeafText(Node::Record* element, const pugi::xml_node& node);
-    Node::Record* add(Node::Record* parent, NodeType type, Name name = {});
+    bool readAll();
+    bool readMarkup();
+    bool readDeclaration();
+    bool readStartTag();
+    bool readAttributes(std::uint32_t element, bool& preserves);
+    bool readAttribute(std::uint32_t element, bool& preserves);
+    bool readValue(const char*& begin, Met& met);
+    bool readEndTag();
+    bool readComment();
+    bool readInstruction();
+    bool readText();
+    bool readPlainText(Met& met);
+    bool readCData(Met& met, bool& isEmpty);
+    bool readName(std::uint16_t& name, QByteArrayView& raw);
+    bool addName(QByteArrayView raw, std::uint16_t& name);
+    bool checkReference();
+    void skipBlanks() noexcept;
 
+    std::uint32_t push(Tape::Kind kind, const char* begin, const char* end, std::uint8_t marks = 0);
     bool count(const char* place);
-    bool readName(const char* raw, Name& name);
-    bool readNewName(QByteArrayView bytes, Name& name);
-    bool readText(const char* raw, Where where, QString& text);
-    bool readLongText(const char* raw, qsizetype size, Where where, QString& text);
-    bool readReference(const char*& at, QString& text);
+    void noteMarkup() noexcept;
+    void closeElement();
+    void dropBlanks();
 
-    bool failParsing(const pugi::xml_parse_result& result);
     bool fail(const char* place, const char* message);
-    bool failAt(qsizetype offset, const char* message);
 
-    const QByteArray& m_source; ///< untouched, for the places of errors
-    std::string m_buffer;       ///< the parser's own, with a zero after every piece
+    const QByteArray& m_source;
     ParseLimits m_limits;
     ParseError m_error;
+    std::unique_ptr<Tape> m_tape;
+    std::vector<Tape::Entry>& m_entries;
+    const char* m_begin;
+    const char* m_end; ///< a zero stands here, and nowhere before
+    const char* m_at;
+    std::vector<Level> m_levels;
     std::int64_t m_nodes = 0;
     bool m_hasElement = false; ///< the outermost element has been met
-    std::vector<Level> m_levels;
-    RecordPool m_pool;
-    QHash<QByteArrayView, Name> m_names; ///< every name met, by its bytes in the buffer
+    bool m_dropsBlanks = false;
+    QHash<QByteArrayView, std::uint16_t> m_names; ///< every name met, by its bytes
+    std::vector<std::uint32_t> m_attributeOf;     ///< by name, the element that had an attribute of it last
 
     /// Names met lately, found without hashing all of their bytes: a document has few, over and over.
     struct KnownName
     {
-        const char* bytes = nullptr;
-        std::size_t size = 0;
-        Name name;
+        QByteArrayView raw;
+        std::uint16_t name = 0;
     };
     std::array<KnownName, 256> m_knownNames;
-
-    /// Texts read lately, so that the "-1" of ten thousand elements is one.
-    struct ShortText
-    {
-        std::uint64_t bytes[2] = {};
-        QString text;
-    };
-    std::array<ShortText, 512> m_shortTexts;
 };
 
 } // namespace zan::document

@@ -29,11 +29,9 @@ ParseResult parseUtf8(const QByteArray& utf8, const ParseLimits& limits)
     // Two tags per element at the most: a text of tags alone is refused before memory goes into it.
     if (isTooLong(utf8.size(), limits, error) || !checkCharacters(utf8, 2 * limits.elements + FewTags, error))
         return refused(std::move(error));
-    const Node document = Node::newDocument();
     XmlReader reader(utf8, limits);
-    if (!reader.read(document.record()))
-        return refused(reader.error());
-    return {document, {}};
+    std::unique_ptr<Tape> tape = reader.read();
+    return tape ? ParseResult{Tape::documentOf(std::move(tape)), {}} : refused(reader.error());
 }
 
 template <class Text>

@@ -1,6 +1,5 @@
 #include "document/XmlWriter.h"
 
-#include "document/Record.h"
 #include "document/XmlNames.h"
 
 #include <QChar>
@@ -80,15 +79,14 @@ char* putUtf8(char* out, char32_t character) noexcept
 }
 
 /// The value of xml:space: 1 preserve, -1 default, 0 not given.
-int spaceRule(const Record* element)
+int spaceRule(const Place& element)
 {
-    if (!element->attributes)
-        return 0;
-    for (const Node::Attribute& attribute : *element->attributes) {
-        if (attribute.name == u"xml:space")
-            return attribute.value == u"preserve" ? 1 : -1;
-    }
-    return 0;
+    int rule = 0;
+    element.forEachAttribute([&](const QString& name, const QString& value) {
+        if (rule == 0 && name == u"xml:space")
+            rule = value == u"preserve" ? 1 : -1;
+    });
+    return rule;
 }
 
 /// Line ends as readers hand them over, for nodes in which no reference can stand.
@@ -102,173 +100,168 @@ QString withPlainLineEnds(QString data)
 QByteArray XmlWriter::write(Record* root)
 {
     m_size = 0;
-    m_levels.clear();
     if (m_layout == Layout::Indented)
         put("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
-    const Record* record = root;
-    for (;;) {
-        begin(record);
-        if (record->first) {
-            enter(record);
-            record = record->first;
-            continue;
-        }
-        while (record != root && !record->next) {
-            record = record->up;
-            end(record);
-        }
-        if (record == root)
-            break;
-        record = record->next;
-    }
+    put(Place(root), Level{m_layout == Layout::OneLine});
     if (m_layout == Layout::Indented)
         put("\n");
     m_bytes.truncate(m_size);
     return std::move(m_bytes);
 }
 
-void XmlWriter::begin(const Record* record)
+// Recursion is safe: a tree has no more than Node::DeepestLevel levels.
+void XmlWriter::put(const Place& place, const Level& level)
 {
-    switch (record->type) {
+    switch (place.type()) {
     case NodeType::Element:
-        beginElement(record);
+        putElement(place, level);
         break;
     case NodeType::Text:
-        putText(record);
+        putText(place, level);
         break;
     case NodeType::Comment:
-        putComment(record);
+        putComment(place, level);
         break;
     case NodeType::ProcessingInstruction:
-        putInstruction(record);
+        putInstruction(place, level);
         break;
     case NodeType::Document:
+        putChildren(place, level);
+        break;
     case NodeType::None:
         break;
     }
 }
 
-void XmlWriter::beginElement(const Record* element)
+void XmlWriter::putElement(const Place& element, const Level& level)
 {
-    newLine();
+    newLine(level);
     put("<");
-    put(element->name.text(), Where::Text);
-    if (element->attributes) {
-        for (const Node::Attribute& attribute : *element->attributes) {
-            put(" ");
-            put(attribute.name, Where::Text);
-            put("=\"");
-            put(attribute.value, Where::Attribute);
-            put("\"");
-        }
-    }
-    if (element->first) {
-        put(">");
-    } else if (element->text.isEmpty()) {
+    putName(element);
+    element.forEachAttribute([this](const QString& name, const QString& value) {
+        put(" ");
+        put(name, Where::Text);
+        put("=\"");
+        put(value, Where::Attribute);
+        put("\"");
+    });
+    const bool hasChildren = element.hasChildren();
+    if (!hasChildren && !element.hasOwnText()) {
         put("/>");
-    } else {
-        put(">");
-        put(element->text, Where::Text);
-        put("</");
-        put(element->name.text(), Where::Text);
-        put(">");
-    }
-}
-
-void XmlWriter::enter(const Record* record)
-{
-    Level level{m_layout == Layout::OneLine, false, false};
-    if (!m_levels.empty())
-        level = m_levels.back();
-    if (record->type == NodeType::Element) {
-        if (const int rule = spaceRule(record)) {
-            level.preserves = rule > 0;
-            level.inOneLine |= rule > 0;
-        }
-        bool hasText = false;
-        bool hasMoreThanBlanks = false;
-        for (const Record* child = record->first; child && !hasMoreThanBlanks; child = child->next) {
-            if (child->type == NodeType::Text && !child->text.isEmpty()) {
-                hasText = true;
-                hasMoreThanBlanks = !isXmlBlank(child->text);
-            }
-        }
-        level.inOneLine |= hasText;
-        level.marksBlanks = !hasMoreThanBlanks && !level.preserves;
-    }
-    m_levels.push_back(level);
-}
-
-void XmlWriter::end(const Record* record)
-{
-    const bool inOneLine = m_levels.back().inOneLine;
-    m_levels.pop_back();
-    if (record->type != NodeType::Element)
         return;
-    if (!inOneLine)
-        newLine();
+    }
+    put(">");
+    if (hasChildren) {
+        const Level inner = levelIn(element, level);
+        putChildren(element, inner);
+        if (!inner.inOneLine)
+            newLine(level);
+    } else {
+        putOwnText(element);
+    }
     put("</");
-    put(record->name.text(), Where::Text);
+    putName(element);
     put(">");
 }
 
-void XmlWriter::newLine()
+void XmlWriter::putChildren(const Place& place, const Level& level)
 {
-    if (m_layout == Layout::OneLine || (!m_levels.empty() && m_levels.back().inOneLine))
+    place.forEachChild([&](const Place& child) {
+        put(child, level);
+        return true;
+    });
+}
+
+XmlWriter::Level XmlWriter::levelIn(const Place& element, const Level& level) const
+{
+    Level inner = level;
+    ++inner.depth;
+    if (const int rule = spaceRule(element)) {
+        inner.preserves = rule > 0;
+        inner.inOneLine |= rule > 0;
+    }
+    bool hasText = false;
+    const bool hasBlanksOnly = element.forEachChild([&](const Place& child) {
+        if (child.type() != NodeType::Text || !child.hasOwnText())
+            return true;
+        hasText = true;
+        return isXmlBlank(child.ownText());
+    });
+    inner.inOneLine |= hasText;
+    inner.marksBlanks = hasBlanksOnly && !inner.preserves;
+    return inner;
+}
+
+void XmlWriter::newLine(const Level& level)
+{
+    if (level.inOneLine)
         return;
-    // The level of the document itself is not indented.
-    const qsizetype blanks = 2 * std::max<qsizetype>(0, qsizetype(m_levels.size()) - 1);
+    const qsizetype blanks = 2 * qsizetype(level.depth);
     char* out = room(blanks + 1);
     *out++ = '\n';
     std::memset(out, ' ', std::size_t(blanks));
     m_size += blanks + 1;
 }
 
-void XmlWriter::putText(const Record* text)
+void XmlWriter::putName(const Place& place)
 {
-    QStringView rest = text->text;
-    if (!m_levels.empty() && m_levels.back().marksBlanks && !rest.isEmpty()) {
-        // One blank that is written as a reference makes a text of all of them.
-        put(blankReference(rest.front().unicode()));
-        rest = rest.sliced(1);
-    }
-    put(rest, Where::Text);
+    put(place.name().text(), Where::Text);
 }
 
-void XmlWriter::putComment(const Record* comment)
+/// The text of a leaf: the bytes that were read, where nothing else would be written for them.
+void XmlWriter::putOwnText(const Place& leaf)
 {
-    QString data = withPlainLineEnds(comment->text);
+    if (const QByteArrayView bytes = leaf.plainBytes(); !bytes.isEmpty())
+        put(bytes);
+    else
+        put(leaf.ownText(), Where::Text);
+}
+
+void XmlWriter::putText(const Place& text, const Level& level)
+{
+    if (!level.marksBlanks || !text.hasOwnText()) {
+        putOwnText(text);
+        return;
+    }
+    // One blank that is written as a reference makes a text of all of them.
+    const QString blanks = text.ownText();
+    put(blankReference(blanks.front().unicode()));
+    put(QStringView(blanks).sliced(1), Where::Text);
+}
+
+void XmlWriter::putComment(const Place& comment, const Level& level)
+{
+    QString data = withPlainLineEnds(comment.ownText());
     while (data.contains(QStringLiteral("--")))
         data.replace(QStringLiteral("--"), QStringLiteral("- -"));
     if (data.endsWith(u'-'))
         data += u' ';
-    newLine();
+    newLine(level);
     put("<!--");
     put(data, Where::Plain);
     put("-->");
 }
 
-void XmlWriter::putInstruction(const Record* instruction)
+void XmlWriter::putInstruction(const Place& instruction, const Level& level)
 {
     // The declaration is the writer's own; a second one could not be read.
-    if (instruction->name.text().compare(u"xml", Qt::CaseInsensitive) == 0)
+    if (instruction.name().text().compare(u"xml", Qt::CaseInsensitive) == 0)
         return;
-    QString data = withPlainLineEnds(instruction->text);
+    QString data = withPlainLineEnds(instruction.ownText());
     data.replace(QStringLiteral("?>"), QStringLiteral("? >"));
-    newLine();
+    newLine(level);
     put("<?");
-    put(instruction->name.text(), Where::Plain);
+    put(instruction.name().text(), Where::Plain);
     if (!data.isEmpty())
         put(" ");
     put(data, Where::Plain);
     put("?>");
 }
 
-void XmlWriter::put(const char* ascii)
+void XmlWriter::put(QByteArrayView bytes)
 {
-    const qsizetype size = qsizetype(std::strlen(ascii));
-    std::memcpy(room(size), ascii, std::size_t(size));
-    m_size += size;
+    std::memcpy(room(bytes.size()), bytes.data(), std::size_t(bytes.size()));
+    m_size += bytes.size();
 }
 
 void XmlWriter::put(QStringView text, Where where)

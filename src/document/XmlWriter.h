@@ -1,11 +1,10 @@
 #pragma once
 
-#include "document/Node.h"
+#include "document/Place.h"
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QStringView>
-
-#include <vector>
 
 namespace zan::document {
 
@@ -22,7 +21,7 @@ public:
         : m_layout(layout)
     {}
 
-    /// The text of the node; an indented one starts with a declaration and ends with a line feed.
+    /// The text of the node, which stays as folded as it is; an indented one starts with a declaration and ends with a line feed.
     QByteArray write(Node::Record* root);
 
 private:
@@ -30,21 +29,24 @@ private:
     /// How the content of an element that is open is written.
     struct Level
     {
-        bool inOneLine;   ///< it holds text, so that no blank may be added
-        bool preserves;   ///< xml:space says that readers keep its blanks
-        bool marksBlanks; ///< it holds no text but blanks, which a reader would drop if they stood there plainly
+        bool inOneLine = false;   ///< it holds text, so that no blank may be added
+        bool preserves = false;   ///< xml:space says that readers keep its blanks
+        bool marksBlanks = false; ///< it holds no text but blanks, which a reader would drop if they stood plainly
+        int depth = 0;            ///< of the nodes in it
     };
 
-    void begin(const Node::Record* record);
-    void beginElement(const Node::Record* element);
-    void enter(const Node::Record* record);
-    void end(const Node::Record* record);
-    void newLine();
-    void putText(const Node::Record* text);
-    void putComment(const Node::Record* comment);
-    void putInstruction(const Node::Record* instruction);
+    void put(const Place& place, const Level& level);
+    void putElement(const Place& element, const Level& level);
+    void putChildren(const Place& place, const Level& level);
+    Level levelIn(const Place& element, const Level& level) const;
+    void putName(const Place& place);
+    void putOwnText(const Place& leaf);
+    void putText(const Place& text, const Level& level);
+    void putComment(const Place& comment, const Level& level);
+    void putInstruction(const Place& instruction, const Level& level);
+    void newLine(const Level& level);
 
-    void put(const char* ascii);
+    void put(QByteArrayView bytes);
     void put(QStringView text, Where where);
     void put(const char16_t* units, qsizetype count, Where where);
     /// Room for that many bytes at the end.
@@ -53,7 +55,6 @@ private:
     Layout m_layout;
     QByteArray m_bytes; // longer than what is written
     qsizetype m_size = 0;
-    std::vector<Level> m_levels;
 };
 
 } // namespace zan::document

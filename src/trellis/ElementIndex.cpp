@@ -1,5 +1,6 @@
 #include "trellis/ElementIndex.h"
 
+#include "document/WatchedChild.h"
 #include "trellis/Elements.h"
 #include "values/Convert.h"
 
@@ -142,11 +143,12 @@ void ElementIndex::rebuild()
 
 void ElementIndex::enter(const Node& node, values::Ref<binding::Object> object)
 {
-    const Node key = node.child(element::Key);
-    (key ? key : node).watch(m_changes); // without a KEY, the element that may get one
+    QString key;
+    if (!document::watchedChildText(node, element::Key, m_changes, key))
+        node.watch(m_changes); // without a KEY, the element that may get one
     if (2 * (m_slotsTaken + 1) > m_slots.size())
         resizeSlots();
-    m_entries.push_back({node, std::move(object), comparable(key.text())});
+    m_entries.push_back({node, std::move(object), comparable(key)});
     std::uint32_t& slot = m_slots[slotOf(m_entries.back().key)];
     if (slot == 0) { // the first one of a key is the one that is found
         slot = std::uint32_t(m_entries.size());

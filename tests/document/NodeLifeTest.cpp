@@ -2,6 +2,7 @@
 
 #include "document/ChangeCounter.h"
 #include "document/Record.h"
+#include "document/WatchedChild.h"
 
 #include <functional>
 #include <memory>
@@ -47,7 +48,7 @@ TEST(NodeLife, ADetachedNodeHasNoSiblings)
 TEST(NodeLife, CountsComeBackToWhatTheyWereWhenHandlesGo)
 {
     const Node document = parsed("<A><B><C/></B></A>");
-    Node::Record* root = document.record()->first;
+    Node::Record* root = document.record()->firstChild();
     EXPECT_EQ(document.record()->references, 1u);
     EXPECT_EQ(root->references, 0u);
     {
@@ -302,4 +303,18 @@ TEST(NodeLife, ARecorderWithinAnotherTakesTheReadsOver)
     EXPECT_NE(inner.value(), innerBefore);
     root.child(name("C")).setText(QStringLiteral("1"));
     EXPECT_NE(outer.value(), outerBefore);
+}
+
+TEST(NodeLife, AnElementThatLosesWhatNobodyHasHeldTellsWhoReadIt)
+{
+    const Node root = parsed("<A><B><C>1</C></B></A>").documentElement();
+    const Node holder = root.child(name("B"));
+    const ChangeCounter counter;
+    QString text;
+    ASSERT_TRUE(watchedChildText(holder, name("C"), counter, text));
+    EXPECT_EQ(text, u"1");
+    const std::uint32_t before = counter.value();
+    holder.setText(QStringLiteral("wiped"));
+    EXPECT_NE(counter.value(), before);
+    EXPECT_FALSE(watchedChildText(holder, name("C"), counter, text));
 }

@@ -1,0 +1,116 @@
+#include "document/Tape.h"
+
+#include "document/Record.h"
+#include "document/TapeText.h"
+
+#include <array>
+#include <cstring>
+
+namespace zan::document {
+
+namespace {
+
+/// Plain texts of fewer bytes than this are kept once for all of their readers.
+constexpr std::size_t ShortSize = 16;
+
+/// Texts read lately, so that the "-1" of ten thousand elements is decoded once and is one text.
+struct ShortText
+{
+    std::uint64_t bytes[2] = {};
+    QString text;
+};
+
+/// Bytes that an ASCII text of fewer than 16 characters is told apart by.
+const QString& shortText(const char* raw, std::size_t size)
+{
+    thread_local std::array<ShortText, 512> known;
+    std::uint64_t bytes[2] = {};
+    std::memcpy(bytes, raw, size);
+    const std::uint64_t mixed = (bytes[0] ^ (bytes[1] * 0x9E3779B97F4A7C15u)) * 0xD6E8FEB86659FD93u;
+    ShortText& found = known[(mixed >> 32) % known.size()];
+    if (found.bytes[0] != bytes[0] || found.bytes[1] != bytes[1]) {
+        found.text = QString::fromLatin1(raw, qsizetype(size));
+        std::memcpy(found.bytes, bytes, sizeof bytes);
+    }
+    return found.text;
+}
+
+} // namespace
+
+Tape::Tape(const QByteArray& utf8)
+    : m_bytes(utf8)
+    , m_pool(*this)
+{
+    if (m_bytes.capacity() < m_bytes.size()) // somebody else's memory, which may go before the tape
+        m_bytes = QByteArray(utf8.constData(), utf8.size());
+}
+
+std::uint16_t Tape::addName(Name name, QByteArrayView raw)
+{
+    m_names.push_back({name, raw});
+    return std::uint16_t(m_names.size() - 1);
+}
+
+Node Tape::documentOf(std::unique_ptr<Tape> tape)
+{
+    Node::Record* const record = tape->makeRecord(0);
+    (void)tape.release();
+    return Node(record);
+}
+
+NodeType Tape::type(std::uint32_t entry) const noexcept
+{
+    constexpr std::array Types{NodeType::Document, NodeType::Element,               NodeType::Text,
+                               NodeType::Comment,  NodeType::ProcessingInstruction, NodeType::None};
+    return Types[std::size_t(m_entries[entry].kind)];
+}
+
+bool Tape::isTrivial(std::uint32_t entry) const noexcept
+{
+    const Entry& read = m_entries[entry];
+    return read.size < ShortSize && (read.marks & (Coded | Wide)) == 0 && firstChild(entry) == end(entry);
+}
+
+QString Tape::text(std::uint32_t entry) const
+{
+    const Entry& read = m_entries[entry];
+    if (read.size == 0)
+        return {};
+    const char* const raw = m_bytes.constData() + read.begin;
+    if ((read.marks & (Coded | Wide)) == 0)
+        return read.size < ShortSize ? shortText(raw, read.size) : QString::fromLatin1(raw, qsizetype(read.size));
+    const TextRule rule = read.kind == Kind::Attribute                              ? TextRule::Attribute
+                          : read.kind == Kind::Element || read.kind == Kind::Text ? TextRule::Text
+                                                                                  : TextRule::Plain;
+    return decodeText({raw, qsizetype(read.size)}, rule);
+}
+
+std::uint32_t Tape::child(std::uint32_t parent, Name elementName) const noexcept
+{
+    const std::uint32_t behind = end(parent);
+    for (std::uint32_t entry = firstChild(parent); entry != behind; entry = next(entry)) {
+        if (isElement(entry, elementName))
+            return entry;
+    }
+    return 0;
+}
+
+Node::Record* Tape::makeRecord(std::uint32_t entry) const
+{
+    const Entry& read = m_entries[entry];
+    const bool isNamed = read.kind == Kind::Element || read.kind == Kind::Instruction;
+    Node::Record* const record = m_pool.make(type(entry), isNamed ? name(entry) : Name());
+    ++m_users;
+    record->entry = entry;
+    record->folded = read.size > 0 || read.span > 1;
+    record->watchers = read.watchers;
+    return record;
+}
+
+void Tape::release() const noexcept
+{
+    if (--m_users == 0)
+        delete this;
+}
+
+} // namespace zan::document
