@@ -177,8 +177,8 @@ double measureLoad(const QString& file, int count, int runs)
                 form->show();
                 paintPending();
             });
-        std::printf("%-44s %6d  panel %10.3f ms   form %10.3f ms   ratio %6.3f\n", "the same beside a stored form", count,
-                    ours, forms, ours / forms);
+        std::printf("%-44s %6d  panel %10.3f ms   form %10.3f ms   ratio %6.3f\n", "the same beside a stored form",
+                    count, ours, forms, ours / forms);
     }
     report("closing", count, "ms", closing, bareClosing);
     return ours;

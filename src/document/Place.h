@@ -28,6 +28,8 @@ public:
     }
     /// The text of a leaf element, a text, a comment, an instruction.
     QString ownText() const { return m_tape ? m_tape->text(m_entry) : m_record->text; }
+    /// The name as it stands in the bytes, when it does.
+    QByteArrayView plainName() const noexcept { return m_tape ? m_tape->rawName(m_entry) : QByteArrayView(); }
     /// The text as it stands in the bytes, when it is on a tape and XML is written the same.
     QByteArrayView plainBytes() const noexcept
     {

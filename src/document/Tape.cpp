@@ -60,8 +60,9 @@ Node Tape::documentOf(std::unique_ptr<Tape> tape)
 
 NodeType Tape::type(std::uint32_t entry) const noexcept
 {
-    constexpr std::array Types{NodeType::Document, NodeType::Element,               NodeType::Text,
-                               NodeType::Comment,  NodeType::ProcessingInstruction, NodeType::None};
+    constexpr std::array Types{
+        NodeType::Document, NodeType::Element, NodeType::Text, NodeType::Comment, NodeType::ProcessingInstruction,
+        NodeType::None};
     return Types[std::size_t(m_entries[entry].kind)];
 }
 
@@ -79,7 +80,7 @@ QString Tape::text(std::uint32_t entry) const
     const char* const raw = m_bytes.constData() + read.begin;
     if ((read.marks & (Coded | Wide)) == 0)
         return read.size < ShortSize ? shortText(raw, read.size) : QString::fromLatin1(raw, qsizetype(read.size));
-    const TextRule rule = read.kind == Kind::Attribute                              ? TextRule::Attribute
+    const TextRule rule = read.kind == Kind::Attribute                            ? TextRule::Attribute
                           : read.kind == Kind::Element || read.kind == Kind::Text ? TextRule::Text
                                                                                   : TextRule::Plain;
     return decodeText({raw, qsizetype(read.size)}, rule);

@@ -74,7 +74,8 @@ public:
     NodeType type(std::uint32_t entry) const noexcept;
     Name name(std::uint32_t entry) const noexcept { return m_names[m_entries[entry].name].name; }
     /// The name as it stands in the bytes.
-    QByteArrayView rawName(std::uint32_t entry) const noexcept { return m_names[m_entries[entry].name].raw; }
+    QByteArrayView rawName(std::uint32_t entry) const noexcept { return rawNameAt(m_entries[entry].name); }
+    QByteArrayView rawNameAt(std::uint16_t place) const noexcept { return m_names[place].raw; }
     QByteArrayView rawText(std::uint32_t entry) const noexcept
     {
         return {m_bytes.constData() + m_entries[entry].begin, qsizetype(m_entries[entry].size)};

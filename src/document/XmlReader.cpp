@@ -1,9 +1,8 @@
 #include "document/XmlReader.h"
 
-#include "document/Record.h"
 #include "document/TapeText.h"
+#include "document/XmlBytes.h"
 #include "document/XmlEncoding.h"
-#include "document/XmlNames.h"
 
 #include <algorithm>
 #include <cstring>
@@ -12,72 +11,11 @@
 
 namespace zan::document {
 
+using namespace xml;
+
 namespace {
 
-constexpr qsizetype LongestName = 1024;
 constexpr const char* SectionBegin = "<![CDATA[";
-
-constexpr const char* ClosesAnother = "The end tag does not close the element that is open here.";
-constexpr const char* EndsEarly = "The text ends before every element is closed.";
-constexpr const char* MalformedAttribute = "An attribute is not well formed; it is written name=\"value\".";
-constexpr const char* MalformedInstruction = "A processing instruction is not well formed; it ends with ?>.";
-constexpr const char* NoDoctype = "A document type declaration is not allowed; remove the <!DOCTYPE ...>.";
-constexpr const char* MalformedStartTag = "A start tag is not well formed.";
-constexpr const char* OutsideElement = "Text stands outside the outermost element.";
-constexpr const char* TooManyElements = "The document has too many elements.";
-
-// What a byte is to the reader.
-constexpr std::uint8_t Halts = 1;      // a text cannot be passed over without looking at it
-constexpr std::uint8_t HaltsValue = 2; // nor can an attribute's value
-constexpr std::uint8_t IsCoded = 4;
-constexpr std::uint8_t IsWide = 8;
-constexpr std::uint8_t IsBlank = 16;
-constexpr std::uint8_t IsOther = 32; // no blank
-constexpr std::uint8_t StartsName = 64;
-constexpr std::uint8_t ContinuesName = 128;
-constexpr std::uint16_t HasAngle = 256; // met a > in a text
-
-constexpr std::array<std::uint8_t, 256> makeByteClasses()
-{
-    std::array<std::uint8_t, 256> classes{};
-    for (int byte = 0; byte < 256; ++byte) {
-        std::uint8_t is = IsOther;
-        if (byte == ' ' || byte == '\n' || byte == '\t' || byte == '\r')
-            is = IsBlank;
-        if (byte == '\r')
-            is |= IsCoded;
-        if (byte == 0 || byte == '<' || byte == '&' || byte == '>')
-            is |= Halts;
-        if (byte == 0 || byte == '<' || byte == '&' || byte == '"' || byte == '\'')
-            is |= HaltsValue;
-        if (byte >= 0x80)
-            is |= IsWide;
-        const bool isLetter = (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
-        if (isLetter || byte == '_' || byte == ':' || byte >= 0x80)
-            is |= StartsName | ContinuesName;
-        if ((byte >= '0' && byte <= '9') || byte == '-' || byte == '.')
-            is |= ContinuesName;
-        classes[std::size_t(byte)] = is;
-    }
-    return classes;
-}
-constexpr std::array<std::uint8_t, 256> ByteClasses = makeByteClasses();
-
-std::uint8_t classOf(char byte) noexcept
-{
-    return ByteClasses[static_cast<unsigned char>(byte)];
-}
-
-std::uint8_t marksOf(std::uint16_t met) noexcept
-{
-    return std::uint8_t(((met & IsCoded) ? Tape::Coded : 0) | ((met & IsWide) ? Tape::Wide : 0) |
-                        ((met & HasAngle) ? Tape::Angle : 0));
-}
-
-bool startsWith(const char* at, const char* text) noexcept
-{
-    return std::strncmp(at, text, std::strlen(text)) == 0;
-}
 
 bool startsCData(const char* at) noexcept
 {
@@ -156,6 +94,7 @@ bool XmlReader::readDeclaration()
 {
     const char* const place = m_at;
     for (m_at += 5;;) {
+        const char* const before = m_at;
         skipBlanks();
         if (startsWith(m_at, "?>")) {
             m_at += 2;
@@ -163,115 +102,14 @@ bool XmlReader::readDeclaration()
         }
         if ((classOf(*m_at) & StartsName) == 0)
             return fail(place, MalformedInstruction);
+        if (before == m_at)
+            return fail(m_at, MalformedAttribute);
         while (classOf(*m_at) & ContinuesName)
             ++m_at;
         const char* begin = nullptr;
         Met met = 0;
         if (!readValue(begin, met))
             return false;
-    }
-}
-
-bool XmlReader::readStartTag()
-{
-    const char* const place = m_at++;
-    if (!count(place))
-        return false;
-    if (int(m_levels.size()) >= m_limits.depth)
-        return fail(place, "The elements are nested too deeply.");
-    if (m_levels.empty() && std::exchange(m_hasElement, true))
-        return fail(place, "A document has one outermost element; this is a second one.");
-    noteMarkup();
-    const std::uint32_t entry = push(Tape::Kind::Element, m_at, m_at);
-    std::uint16_t name = 0;
-    QByteArrayView raw;
-    if (!readName(name, raw))
-        return false;
-    m_entries[entry].name = name;
-    bool preserves = !m_levels.empty() && m_levels.back().preserves;
-    if (*m_at != '>' && *m_at != '/' && !readAttributes(entry, preserves))
-        return false;
-    const bool isEmpty = *m_at == '/';
-    m_at += isEmpty;
-    if (*m_at != '>')
-        return fail(place, MalformedStartTag);
-    ++m_at;
-    if (isEmpty)
-        m_entries[entry].span = std::uint32_t(m_entries.size()) - entry;
-    else
-        m_levels.push_back({entry, raw, preserves});
-    return true;
-}
-
-/// Reads on until what follows is no attribute.
-bool XmlReader::readAttributes(std::uint32_t element, bool& preserves)
-{
-    const char* const place = m_begin + m_entries[element].begin - 1;
-    for (bool isFirst = true;; isFirst = false) {
-        const char* const before = m_at;
-        skipBlanks();
-        if (*m_at == '>' || *m_at == '/')
-            return true;
-        if ((classOf(*m_at) & StartsName) == 0)
-            return fail(place, MalformedStartTag);
-        if (!isFirst && before == m_at)
-            return fail(m_at, MalformedAttribute);
-        if (!readAttribute(element, preserves))
-            return false;
-    }
-}
-
-bool XmlReader::readAttribute(std::uint32_t element, bool& preserves)
-{
-    const char* const place = m_at;
-    std::uint16_t name = 0;
-    QByteArrayView raw;
-    const char* begin = nullptr;
-    Met met = 0;
-    if (!count(place) || !readName(name, raw) || !readValue(begin, met))
-        return false;
-    m_attributeOf.resize(std::max(m_attributeOf.size(), m_tape->nameCount()));
-    if (std::exchange(m_attributeOf[name], element) == element)
-        return fail(place, "The element has this attribute already.");
-    const std::uint32_t entry = push(Tape::Kind::Attribute, begin, m_at - 1, marksOf(met));
-    m_entries[entry].name = name;
-    if (raw == QByteArrayView("xml:space"))
-        preserves = m_tape->text(entry) == u"preserve";
-    return true;
-}
-
-/// What stands between an attribute's name and whatever follows its value.
-bool XmlReader::readValue(const char*& begin, Met& met)
-{
-    skipBlanks();
-    if (*m_at != '=')
-        return fail(m_at + 1, MalformedAttribute);
-    ++m_at;
-    skipBlanks();
-    const char quote = *m_at;
-    if (quote != '"' && quote != '\'')
-        return fail(m_at, MalformedAttribute);
-    begin = ++m_at;
-    for (;;) {
-        const std::uint8_t is = classOf(*m_at);
-        met |= is;
-        if ((is & HaltsValue) == 0) {
-            met |= (is & IsBlank) && *m_at != ' ' ? IsCoded : 0; // becomes a space
-            ++m_at;
-        } else if (*m_at == quote) {
-            ++m_at;
-            return true;
-        } else if (*m_at == '&') {
-            met |= IsCoded;
-            if (!checkReference())
-                return false;
-        } else if (*m_at == '<') {
-            return fail(m_at, "A < in an attribute is written &lt;.");
-        } else if (m_at == m_end) {
-            return fail(begin - 1, MalformedAttribute);
-        } else {
-            ++m_at; // the other quote
-        }
     }
 }
 
@@ -282,7 +120,7 @@ bool XmlReader::readEndTag()
         return fail(place, ClosesAnother);
     const QByteArrayView name = m_levels.back().name;
     m_at += 2;
-    if (std::strncmp(m_at, name.data(), std::size_t(name.size())) != 0)
+    if (!standsAt(m_at, name))
         return m_at == m_end ? fail(m_end, EndsEarly) : fail(place, ClosesAnother);
     m_at += name.size();
     if (classOf(*m_at) & ContinuesName)
@@ -466,51 +304,6 @@ bool XmlReader::checkReference()
     default:
         return true;
     }
-}
-
-bool XmlReader::readName(std::uint16_t& name, QByteArrayView& raw)
-{
-    const char* const begin = m_at;
-    while (classOf(*m_at) & ContinuesName)
-        ++m_at;
-    raw = {begin, m_at - begin};
-    const auto size = std::size_t(raw.size());
-    const auto byte = [&](std::size_t place) { return std::size_t(static_cast<unsigned char>(begin[place])); };
-    const std::size_t mixed = size + 5 * byte(0) + 19 * byte(size / 2) + 71 * byte(size - 1);
-    KnownName& known = m_knownNames[mixed % m_knownNames.size()];
-    if (std::size_t(known.raw.size()) != size || std::memcmp(known.raw.data(), begin, size) != 0) {
-        std::uint16_t found = 0;
-        if (!addName(raw, found))
-            return false;
-        known = {raw, found};
-    }
-    name = known.name;
-    return true;
-}
-
-bool XmlReader::addName(QByteArrayView raw, std::uint16_t& name)
-{
-    if (const auto known = m_names.constFind(raw); known != m_names.constEnd()) {
-        name = *known;
-        return true;
-    }
-    const QString text = fromUtf8(raw);
-    if (!isXmlName(text))
-        return fail(raw.data(), "The name is not one that XML allows.");
-    if (raw.size() > LongestName)
-        return fail(raw.data(), "The name is too long.");
-    // Names live as long as the process, so that their number is not the document's to choose.
-    if (m_names.size() >= std::min<std::int64_t>(m_limits.names, Tape::MostNames))
-        return fail(raw.data(), "The document has too many different names.");
-    name = m_tape->addName(Name(text), raw);
-    m_names.insert(raw, name);
-    return true;
-}
-
-void XmlReader::skipBlanks() noexcept
-{
-    while (classOf(*m_at) & IsBlank)
-        ++m_at;
 }
 
 std::uint32_t XmlReader::push(Tape::Kind kind, const char* begin, const char* end, std::uint8_t marks)

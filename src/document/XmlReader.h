@@ -42,6 +42,7 @@ private:
     bool readMarkup();
     bool readDeclaration();
     bool readStartTag();
+    bool readLeaf(Tape::Entry& element, QByteArrayView name);
     bool readAttributes(std::uint32_t element, bool& preserves);
     bool readAttribute(std::uint32_t element, bool& preserves);
     bool readValue(const char*& begin, Met& met);
@@ -55,6 +56,7 @@ private:
     bool addName(QByteArrayView raw, std::uint16_t& name);
     bool checkReference();
     void skipBlanks() noexcept;
+    bool standsAt(const char* at, QByteArrayView bytes) const noexcept;
 
     std::uint32_t push(Tape::Kind kind, const char* begin, const char* end, std::uint8_t marks = 0);
     bool count(const char* place);
@@ -78,6 +80,9 @@ private:
     bool m_dropsBlanks = false;
     QHash<QByteArrayView, std::uint16_t> m_names; ///< every name met, by its bytes
     std::vector<std::uint32_t> m_attributeOf;     ///< by name, the element that had an attribute of it last
+
+    std::vector<std::uint16_t> m_followers;       ///< by name, the one that came after it last
+    std::uint16_t m_lastName = 0;
 
     /// Names met lately, found without hashing all of their bytes: a document has few, over and over.
     struct KnownName

@@ -205,7 +205,10 @@ void XmlWriter::newLine(const Level& level)
 
 void XmlWriter::putName(const Place& place)
 {
-    put(place.name().text(), Where::Text);
+    if (const QByteArrayView bytes = place.plainName(); !bytes.isEmpty())
+        put(bytes);
+    else
+        put(place.name().text(), Where::Text);
 }
 
 /// The text of a leaf: the bytes that were read, where nothing else would be written for them.

@@ -81,9 +81,8 @@ TEST(Folded, WritesTheSameWhateverHasBecomeARecord)
     expectSame("a grandchild", [](const Node& root) { (void)root.child(name("C")).child(name("D")); });
     expectSame("a list of children", [](const Node& root) { (void)root.children(name("B")); });
     expectSame("the attributes", [](const Node& root) { (void)root.child(name("B")).attributes(); });
-    expectSame("a text that is read again", [](const Node& root) {
-        EXPECT_EQ(root.lastChild().text(), root.lastChild().text());
-    });
+    expectSame("a text that is read again",
+               [](const Node& root) { EXPECT_EQ(root.lastChild().text(), root.lastChild().text()); });
     expectSame("everything", unfoldAll);
 }
 
@@ -154,8 +153,8 @@ TEST(Folded, TheDepthOfWhatWasNeverReadCounts)
         return parsed(QByteArray("<E>").repeated(levels) + QByteArray("</E>").repeated(levels)).documentElement();
     };
     const Node below = nested(250);
-    EXPECT_FALSE(nested(7).firstChild().firstChild().firstChild().firstChild().firstChild().firstChild().appendChild(
-        below));
+    EXPECT_FALSE(
+        nested(7).firstChild().firstChild().firstChild().firstChild().firstChild().firstChild().appendChild(below));
     EXPECT_TRUE(nested(7).firstChild().firstChild().firstChild().firstChild().firstChild().appendChild(below));
 }
 
@@ -196,8 +195,9 @@ TEST(Folded, ASetterMayEditTheElementThatIsLoaded)
     };
     EXPECT_EQ(loaded([](const Node&) {}), (Log{"1", "2", "3"}));
     EXPECT_EQ(loaded([](const Node& root) { root.removeChild(root.children(name("TEXT"))[1]); }), (Log{"1", "3"}));
-    EXPECT_EQ(loaded([](const Node& root) { root.appendChild(root.createElement(name("TEXT"), QStringLiteral("4"))); }),
-              (Log{"1", "2", "3"}))
+    EXPECT_EQ(
+        loaded([](const Node& root) { root.appendChild(root.createElement(name("TEXT"), QStringLiteral("4"))); }),
+        (Log{"1", "2", "3"}))
         << "what a setter adds is not loaded";
     EXPECT_EQ(loaded([](const Node& root) { root.child(name("TEXT")).nextSibling().nextSibling().setText({}); }),
               (Log{"1", "", "3"}));
