@@ -16,7 +16,8 @@ struct Tally
 };
 
 constinit thread_local std::array<Tally, ChangeCounter::Bits> tallies{};
-constinit thread_local std::uint8_t recordingBit = 0;
+// Asked at every read of a node: found without a call.
+[[gnu::tls_model("initial-exec")]] constinit thread_local std::uint8_t recordingBit = 0;
 
 } // namespace
 

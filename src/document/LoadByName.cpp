@@ -1,5 +1,6 @@
 #include "document/LoadByName.h"
 
+#include "binding/MemberTable.h"
 #include "document/Place.h"
 
 #include <QVarLengthArray>
@@ -52,7 +53,10 @@ void pickOut(Node::Record* element, std::span<SpecialChild> special)
 void assign(const Place& child, binding::Object& target)
 {
     child.noteRead();
-    target.tryPutText(child.name().localPart(), child.text());
+    const Name property = child.name().localPart();
+    const binding::Member* const member = target.members().find(property);
+    if (member && member->put) // most children name no property: their text is not looked at
+        target.tryPutText(property, child.text());
 }
 
 /// Assigns the children of an element that is unfolded, those behind an entry of its tape.

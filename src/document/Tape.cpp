@@ -13,21 +13,35 @@ namespace {
 /// Plain texts of fewer bytes than this are kept once for all of their readers.
 constexpr std::size_t ShortSize = 16;
 
-/// Texts read lately, so that the "-1" of ten thousand elements is decoded once and is one text.
-struct ShortText
+} // namespace
+
+/// Short texts decoded lately on this thread, so that the "-1" of ten thousand elements is decoded once and is one
+/// text.
+class Tape::ShortTexts
 {
-    std::uint64_t bytes[2] = {};
-    QString text;
+public:
+    static ShortTexts& ofThread()
+    {
+        thread_local ShortTexts texts;
+        return texts;
+    }
+    const QString& text(const char* raw, std::size_t size);
+
+private:
+    struct Known
+    {
+        std::uint64_t bytes[2] = {}; ///< of the text, filled up with zeros
+        QString text;
+    };
+    std::array<Known, 512> m_known;
 };
 
-/// Bytes that an ASCII text of fewer than 16 characters is told apart by.
-const QString& shortText(const char* raw, std::size_t size)
+const QString& Tape::ShortTexts::text(const char* raw, std::size_t size)
 {
-    thread_local std::array<ShortText, 512> known;
     std::uint64_t bytes[2] = {};
     std::memcpy(bytes, raw, size);
     const std::uint64_t mixed = (bytes[0] ^ (bytes[1] * 0x9E3779B97F4A7C15u)) * 0xD6E8FEB86659FD93u;
-    ShortText& found = known[(mixed >> 32) % known.size()];
+    Known& found = m_known[(mixed >> 32) % m_known.size()];
     if (found.bytes[0] != bytes[0] || found.bytes[1] != bytes[1]) {
         found.text = QString::fromLatin1(raw, qsizetype(size));
         std::memcpy(found.bytes, bytes, sizeof bytes);
@@ -35,11 +49,10 @@ const QString& shortText(const char* raw, std::size_t size)
     return found.text;
 }
 
-} // namespace
-
 Tape::Tape(const QByteArray& utf8)
     : m_bytes(utf8)
     , m_pool(*this)
+    , m_shortTexts(ShortTexts::ofThread())
 {
     if (m_bytes.capacity() < m_bytes.size()) // somebody else's memory, which may go before the tape
         m_bytes = QByteArray(utf8.constData(), utf8.size());
@@ -79,7 +92,8 @@ QString Tape::text(std::uint32_t entry) const
         return {};
     const char* const raw = m_bytes.constData() + read.begin;
     if ((read.marks & (Coded | Wide)) == 0)
-        return read.size < ShortSize ? shortText(raw, read.size) : QString::fromLatin1(raw, qsizetype(read.size));
+        return read.size < ShortSize ? m_shortTexts.text(raw, read.size)
+                                     : QString::fromLatin1(raw, qsizetype(read.size));
     const TextRule rule = read.kind == Kind::Attribute                            ? TextRule::Attribute
                           : read.kind == Kind::Element || read.kind == Kind::Text ? TextRule::Text
                                                                                   : TextRule::Plain;

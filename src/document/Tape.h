@@ -100,6 +100,7 @@ public:
     void release() const noexcept;
 
 private:
+    class ShortTexts;
     struct KnownName
     {
         Name name;
@@ -110,6 +111,7 @@ private:
     std::vector<KnownName> m_names;
     mutable std::vector<Entry> m_entries; // mutable for the watchers
     mutable RecordPool m_pool;
+    ShortTexts& m_shortTexts;          ///< of the thread that the document belongs to
     mutable std::uint32_t m_users = 0; ///< records that live
 };
 

@@ -81,7 +81,7 @@ private:
     QHash<QByteArrayView, std::uint16_t> m_names; ///< every name met, by its bytes
     std::vector<std::uint32_t> m_attributeOf;     ///< by name, the element that had an attribute of it last
 
-    std::vector<std::uint16_t> m_followers;       ///< by name, the one that came after it last
+    std::vector<std::uint16_t> m_followers; ///< by name, the one that came after it last
     std::uint16_t m_lastName = 0;
 
     /// Names met lately, found without hashing all of their bytes: a document has few, over and over.
