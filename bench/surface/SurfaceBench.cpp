@@ -128,8 +128,8 @@ struct Live
             item.setTop(float(cell.y() * 15));
             item.setWidth(float(CellWidth * 15));
             item.setHeight(float(CellHeight * 15));
-            item.setToolTipText(QStringLiteral("Value"));
-            item.setTag(QString::number(place));
+            item.put(values::Name("ToolTipText"), QStringLiteral("Value"));
+            item.put(values::Name("Tag"), QString::number(place));
             writeText(item, QStringLiteral("0.00"));
             items.push_back(&item);
         }

@@ -4,6 +4,7 @@
 #include "values/Colour.h"
 #include "values/Convert.h"
 
+#include <limits>
 #include <optional>
 #include <type_traits>
 
@@ -80,6 +81,23 @@ struct Marshal<values::Colour>
     static constexpr ValueType type = ValueType::Colour;
     static values::Colour from(const Variant& value) { return {values::toLong(value)}; }
     static Variant to(values::Colour value) { return Variant(value.code); }
+};
+
+/// A whole number from 0 to 255 that travels as an Integer: most choices and counts of a control. Others raise 380.
+enum Small : std::uint8_t {};
+
+template <>
+struct Marshal<Small>
+{
+    static constexpr ValueType type = ValueType::Integer;
+    static Small from(const Variant& value)
+    {
+        const std::int16_t number = values::toInteger(value);
+        if (number < 0 || number > std::numeric_limits<std::uint8_t>::max())
+            values::raise(ErrorNumber::InvalidPropertyValue);
+        return Small(number);
+    }
+    static Variant to(Small value) { return Variant(std::int16_t(value)); }
 };
 
 /// Enumerations travel as Long.

@@ -51,6 +51,31 @@ MemberTable::MemberTable(const char* className, const MemberTable* base, std::in
             m_members.push_back(member);
     }
     buildIndex();
+    listDesign(members);
+}
+
+void MemberTable::listDesign(std::initializer_list<Member> own)
+{
+    const auto isOwn = [&](const Member& member) {
+        return std::any_of(own.begin(), own.end(),
+                           [&](const Member& row) { return row.name.equalsIgnoringCase(member.name); });
+    };
+    for (const Member& member : m_members) {
+        if (member.copy)
+            m_copiers.push_back(member.copy);
+        if (member.isStored && !isOwn(member))
+            m_stored.push_back(&member);
+    }
+    for (const Member& row : own) {
+        if (row.isStored)
+            m_stored.push_back(find(row.name));
+    }
+}
+
+void MemberTable::copyDesign(Object& object, const Object& source) const
+{
+    for (const Member::Copier copy : m_copiers)
+        copy(object, source);
 }
 
 void MemberTable::buildIndex()

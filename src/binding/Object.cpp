@@ -84,7 +84,7 @@ AccessStatus assign(Object& object, const Member& member, const Variant& value) 
         return AccessStatus::Refused;
     try {
         const Ref<Object> alive(&object);
-        member.put(object, {}, value);
+        member.put(member, object, {}, value);
         return AccessStatus::Ok;
     } catch (const RuntimeError&) {
         return AccessStatus::Refused;
@@ -125,7 +125,7 @@ Variant Object::invoke(Name name, Access access, Arguments arguments)
     if (arguments.empty())
         values::raise(ErrorNumber::WrongArgumentCount);
     checkArgumentCount(member, arguments.size() - 1);
-    member.put(*this, arguments.first(arguments.size() - 1), arguments.back());
+    member.put(member, *this, arguments.first(arguments.size() - 1), arguments.back());
     return {};
 }
 

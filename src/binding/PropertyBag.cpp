@@ -1,5 +1,6 @@
 #include "binding/PropertyBag.h"
 
+#include "binding/Member.h"
 #include "values/Convert.h"
 
 #include <algorithm>
@@ -73,6 +74,21 @@ void PropertyBag::WriteProperty(Name name, const Variant& value)
         found->value = value;
     else
         m_entries.push_back({name, value});
+}
+
+void readStored(Object& object, const Member& member, const PropertyBag* bag)
+{
+    const Variant value = bag ? bag->ReadProperty(member.name, member.fallback) : member.fallback;
+    try {
+        member.put(member, object, {}, value);
+    } catch (const RuntimeError&) {
+        member.put(member, object, {}, member.fallback);
+    }
+}
+
+void writeStored(Object& object, const Member& member, PropertyBag& bag)
+{
+    bag.WriteProperty(member.name, member.get(object, {}), member.fallback);
 }
 
 } // namespace zan::binding

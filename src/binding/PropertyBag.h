@@ -10,6 +10,9 @@
 
 namespace zan::binding {
 
+class Object;
+struct Member;
+
 /// A host's store for the design values of one control: named values in the order they were written. Names ignore
 /// case. A value that equals its default is left out, so that a bag holds only what somebody changed.
 class PropertyBag
@@ -36,5 +39,11 @@ private:
     std::vector<Entry>::iterator find(values::Name name);
     std::vector<Entry> m_entries;
 };
+
+/// Gives one design value of an object the value in the bag, or its default without a bag or where the bag has none. A
+/// value that the property does not accept counts as its default: whoever wrote the bag, it is no value of this property.
+void readStored(Object& object, const Member& member, const PropertyBag* bag);
+/// Stores one design value, unless it is the default.
+void writeStored(Object& object, const Member& member, PropertyBag& bag);
 
 } // namespace zan::binding

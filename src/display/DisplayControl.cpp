@@ -18,20 +18,41 @@ DisplayControl::DisplayControl(Colour back, Colour fore)
 
 DisplayControl::~DisplayControl() = default;
 
-void DisplayControl::setBackStyle(std::int16_t style)
+void DisplayControl::setFont(const Ref<FontObject>& font)
 {
-    m_backStyle = style;
-    changed(Look);
+    static const Name fontName("Font");
+    StyledControl::setFont(font);
+    markChanged(fontName);
 }
 
-void DisplayControl::setBorderStyle(std::int16_t style)
+void DisplayControl::lookWritten(const binding::Written& write)
 {
-    m_borderStyle = style;
+    if (write.isChanged)
+        changed(Look);
+    markChanged(write.member.name);
+}
+
+void DisplayControl::styleWritten(const binding::Written& write)
+{
+    if (write.isChanged)
+        changed(Style);
+    markChanged(write.member.name);
+}
+
+void DisplayControl::borderWritten(const binding::Written& write)
+{
+    if (write.isChanged)
+        borderChanged();
+    markChanged(write.member.name);
+}
+
+void DisplayControl::borderChanged()
+{
     changed(Look);
     checkSize();
 }
 
-void DisplayControl::markChanged(const char* name)
+void DisplayControl::markChanged(Name name)
 {
     if (m_host && !m_loading)
         m_host->propertyChanged(name);
@@ -80,21 +101,15 @@ void DisplayControl::ReadProperties(const binding::PropertyBag& bag, const Ref<F
 void DisplayControl::load(const binding::PropertyBag* bag, const Ref<FontObject>& ambientFont)
 {
     m_loading = true;
-    for (const Setting& setting : settings()) {
-        const Name name(setting.name);
-        const Variant stored = bag ? bag->ReadProperty(name, setting.fallback) : setting.fallback;
-        if (setting.fallback.isEmpty()) {
-            // The bag's font stays the bag's own.
-            const auto* font = stored.isObject() ? dynamic_cast<const FontObject*>(stored.object()) : nullptr;
-            setFont(font ? copyFont(*font) : defaultFont(ambientFont));
+    for (const Member* member : members().stored()) {
+        if (!isFont(*member)) {
+            binding::readStored(*this, *member, bag);
             continue;
         }
-        const Member::Setter setter = members().find(name)->put;
-        try {
-            setter(*this, {}, stored);
-        } catch (const values::RuntimeError&) {
-            setter(*this, {}, setting.fallback); // whoever wrote the bag, it is no value of this property
-        }
+        // The bag's font stays the bag's own.
+        const Variant stored = bag ? bag->ReadProperty(member->name) : Variant();
+        const auto* font = stored.isObject() ? dynamic_cast<const FontObject*>(stored.object()) : nullptr;
+        setFont(font ? copyFont(*font) : defaultFont(ambientFont));
     }
     m_loading = false;
     if (!scaleSize().isEmpty())
@@ -103,26 +118,27 @@ void DisplayControl::load(const binding::PropertyBag* bag, const Ref<FontObject>
 
 void DisplayControl::WriteProperties(binding::PropertyBag& bag, const Ref<FontObject>& ambientFont) const
 {
-    for (const Setting& setting : settings()) {
-        const Name name(setting.name);
-        if (setting.fallback.isEmpty()) {
+    for (const Member* member : members().stored()) {
+        if (isFont(*member)) {
             const Variant own(surface::copyFont(*font()));
             const bool isDefault = surface::fontsEqual(*font(), *defaultFont(ambientFont));
-            bag.WriteProperty(name, own, isDefault ? own : Variant());
+            bag.WriteProperty(member->name, own, isDefault ? own : Variant());
             continue;
         }
         // Reading a property may settle what time has changed, and nothing else.
-        auto& self = const_cast<DisplayControl&>(*this);
-        bag.WriteProperty(name, members().find(name)->get(self, {}), setting.fallback);
+        binding::writeStored(const_cast<DisplayControl&>(*this), *member, bag);
     }
+}
+
+/// The one design value whose default depends on where the control stands.
+bool DisplayControl::isFont(const Member& member) noexcept
+{
+    return !member.hasField;
 }
 
 void DisplayControl::copyDesign(const LiveControl& source)
 {
-    const auto& other = static_cast<const DisplayControl&>(source);
     m_loading = true;
-    m_backStyle = other.m_backStyle;
-    m_borderStyle = other.m_borderStyle; // before the measures: the inner size depends on it
     StyledControl::copyDesign(source);
     m_loading = false;
 }

@@ -1,12 +1,11 @@
 #pragma once
 
+#include "binding/Member.h"
 #include "binding/PropertyBag.h"
 #include "display/FlashTimer.h"
 #include "surface/host/StyledControl.h"
 
 #include <QSize>
-
-#include <vector>
 
 namespace zan::display {
 
@@ -24,7 +23,7 @@ public:
     class Host
     {
     public:
-        virtual void propertyChanged(const char* name) = 0;
+        virtual void propertyChanged(binding::Name name) = 0;
 
     protected:
         ~Host() = default;
@@ -33,12 +32,8 @@ public:
     ~DisplayControl() override;
     Hosting hosting() const noexcept override { return Hosting::Painted; }
 
-    /// 0 transparent, 1 opaque. Other values count as opaque.
-    std::int16_t backStyle() const noexcept { return m_backStyle; }
-    void setBackStyle(std::int16_t style);
-    /// 0 none, 1 single line. Other values count as none.
-    std::int16_t borderStyle() const noexcept { return m_borderStyle; }
-    void setBorderStyle(std::int16_t style);
+    /// Shares the font of the text.
+    void setFont(const Ref<FontObject>& font);
     /// Draws the control from its properties as they are now.
     virtual void Refresh() = 0;
 
@@ -54,21 +49,18 @@ public:
     void copyDesign(const LiveControl& source) override;
 
 protected:
-    /// A property that the bag keeps, with its default. The font's default is Empty here.
-    struct Setting
-    {
-        const char* name;
-        Variant fallback;
-    };
-
     DisplayControl(Colour back, Colour fore);
-    virtual const std::vector<Setting>& settings() const = 0;
     /// The font of a control that nobody has designed yet.
     virtual Ref<FontObject> defaultFont(const Ref<FontObject>& ambientFont) const = 0;
     /// The inner size has changed.
     virtual void resized() = 0;
 
-    void markChanged(const char* name);
+    void markChanged(binding::Name name);
+    /// Hooks of properties whose every write is reported, whether it changes anything or not.
+    void lookWritten(const binding::Written& write);
+    void styleWritten(const binding::Written& write);
+    void borderWritten(const binding::Written& write);
+    void borderChanged();
     /// True while many properties are set at once: nothing is drawn or reported then.
     bool isLoading() const noexcept { return m_loading; }
     /// Size inside the border: ScaleWidth and ScaleHeight in pixels, never negative.
@@ -78,15 +70,16 @@ protected:
     void boundsChanged() override;
 
     FlashTimer m_flashTimer{*this};
+    std::int16_t m_backStyle = 1;   // 0 transparent, 1 opaque; others count as opaque
+    std::int16_t m_borderStyle = 0; // 0 none, 1 single line; others count as none
 
 private:
+    static bool isFont(const binding::Member& member) noexcept;
     void load(const binding::PropertyBag* bag, const Ref<FontObject>& ambientFont);
     void checkSize();
 
     Host* m_host = nullptr;
     QSize m_drawnSize{0, 0}; // the size that resized() was last told of
-    std::int16_t m_backStyle = 1;
-    std::int16_t m_borderStyle = 0;
     bool m_loading = false;
 };
 

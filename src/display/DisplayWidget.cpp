@@ -93,9 +93,9 @@ void DisplayWidget::keyUp(surface::LiveControl*, int keyCode, int shift)
     Q_EMIT KeyUp(keyCode, shift);
 }
 
-void DisplayWidget::propertyChanged(const char* name)
+void DisplayWidget::propertyChanged(binding::Name name)
 {
-    Q_EMIT PropertyChanged(QString::fromLatin1(name));
+    Q_EMIT PropertyChanged(name.text());
 }
 
 } // namespace zan::display

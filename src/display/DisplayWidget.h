@@ -49,7 +49,7 @@ private:
     void keyDown(surface::LiveControl* control, int keyCode, int shift) override;
     void keyPress(surface::LiveControl* control, int keyAscii) override;
     void keyUp(surface::LiveControl* control, int keyCode, int shift) override;
-    void propertyChanged(const char* name) override;
+    void propertyChanged(binding::Name name) override;
 
     surface::Surface* m_surface; // our child
     Ref<DisplayControl> m_control;

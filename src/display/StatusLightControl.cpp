@@ -13,22 +13,9 @@ namespace zan::display {
 
 namespace {
 
-// Names of the properties, as documents, bags and scripts have them.
-namespace name {
-constexpr char Enabled[] = "Enabled";
-constexpr char Font[] = "Font";
-constexpr char BackColor[] = "BackColor";
-constexpr char BackStyle[] = "BackStyle";
-constexpr char BorderStyle[] = "BorderStyle";
-constexpr char Refresh[] = "Refresh";
-constexpr char Caption[] = "Caption";
-constexpr char TrueColour[] = "TrueColour";
-constexpr char FalseColour[] = "FalseColour";
-constexpr char Value[] = "Value";
-constexpr char TrueCaption[] = "TrueCaption";
-constexpr char FalseCaption[] = "FalseCaption";
-constexpr char Flash[] = "Flash";
-} // namespace name
+// Spelled here for their rows and for the host that is told of every write.
+constexpr char CaptionName[] = "Caption";
+constexpr char ValueName[] = "Value";
 
 constexpr Colour Red{255};
 constexpr Colour DarkRed{128};
@@ -56,44 +43,28 @@ StatusLightControl::~StatusLightControl() = default;
 
 const binding::MemberTable& StatusLightControl::members() const
 {
+    using binding::field;
     using binding::property;
     using L = StatusLightControl;
     return binding::table([] {
-        return binding::MemberTable("StatusLight", &baseMembers(),
-                                    {
-                                        property<&L::enabled, &L::setEnabled>(name::Enabled),
-                                        property<&L::font, &L::setFont>(name::Font),
-                                        property<&L::backColor, &L::setBackColor>(name::BackColor),
-                                        property<&L::backStyle, &L::setBackStyle>(name::BackStyle),
-                                        property<&L::borderStyle, &L::setBorderStyle>(name::BorderStyle),
-                                        binding::method<&L::Refresh>(name::Refresh),
-                                        property<&L::caption, &L::setCaption>(name::Caption),
-                                        property<&L::trueColour, &L::setTrueColour>(name::TrueColour),
-                                        property<&L::falseColour, &L::setFalseColour>(name::FalseColour),
-                                        property<&L::value, &L::setValue>(name::Value),
-                                        property<&L::trueCaption, &L::setTrueCaption>(name::TrueCaption),
-                                        property<&L::falseCaption, &L::setFalseCaption>(name::FalseCaption),
-                                        property<&L::flash, &L::setFlash>(name::Flash),
-                                    });
+        return binding::MemberTable(
+            "StatusLight", &baseMembers(),
+            {
+                property<&L::font, &L::setFont>("Font").stored(),
+                field<&L::m_backColor, &L::restyle>("BackColor", values::ButtonFace).notStored(),
+                field<&L::m_backStyle, &L::look>("BackStyle", 1),
+                field<&L::m_borderStyle, &L::borderChanged>("BorderStyle", 0),
+                binding::method<&L::Refresh>("Refresh"),
+                property<&L::caption, &L::setCaption>(CaptionName).keptIn<&L::m_caption>(QStringLiteral("STATUS")),
+                property<&L::trueColour, &L::setTrueColour>("TrueColour").keptIn<&L::m_trueColour>(Red),
+                field<&L::m_falseColour>("FalseColour", DarkRed),
+                property<&L::value, &L::setValue>(ValueName).keptIn<&L::m_value>(std::int16_t(0)),
+                property<&L::trueCaption, &L::setTrueCaption>("TrueCaption")
+                    .keptIn<&L::m_trueCaption>(QStringLiteral("TRUE")),
+                field<&L::m_falseCaption>("FalseCaption", QStringLiteral("FALSE")),
+                field<&L::m_flash, &L::flashWritten>("Flash"),
+            });
     });
-}
-
-const std::vector<DisplayControl::Setting>& StatusLightControl::settings() const
-{
-    static const std::vector<Setting> list{
-        {name::Enabled, true},
-        {name::Font, {}},
-        {name::BackStyle, std::int16_t(1)},
-        {name::BorderStyle, std::int16_t(0)},
-        {name::Caption, QStringLiteral("STATUS")},
-        {name::TrueColour, Red.code},
-        {name::FalseColour, DarkRed.code},
-        {name::Value, std::int16_t(0)},
-        {name::TrueCaption, QStringLiteral("TRUE")},
-        {name::FalseCaption, QStringLiteral("FALSE")},
-        {name::Flash, false},
-    };
-    return list;
 }
 
 Ref<FontObject> StatusLightControl::defaultFont(const Ref<FontObject>&) const
@@ -115,7 +86,7 @@ void StatusLightControl::setCaption(const QString& caption)
 {
     catchUp();
     m_caption = caption;
-    markChanged(name::Caption);
+    markChanged(values::Name(CaptionName));
     changed(Look);
 }
 
@@ -125,39 +96,17 @@ void StatusLightControl::setTrueColour(Colour colour)
     m_trueColour = colour;
 }
 
-void StatusLightControl::setFalseColour(Colour colour)
-{
-    m_falseColour = colour;
-}
-
 void StatusLightControl::setTrueCaption(const QString& caption)
 {
     catchUp();
     m_trueCaption = caption;
 }
 
-void StatusLightControl::setFalseCaption(const QString& caption)
-{
-    m_falseCaption = caption;
-}
-
 void StatusLightControl::setValue(const Variant& value)
 {
     m_value = value;
-    markChanged(name::Value);
+    markChanged(values::Name(ValueName));
     draw();
-}
-
-void StatusLightControl::setFlash(bool flash)
-{
-    m_flash = flash;
-    draw();
-}
-
-void StatusLightControl::setFont(const Ref<FontObject>& font)
-{
-    StyledControl::setFont(font);
-    markChanged(name::Font);
 }
 
 bool StatusLightControl::isOn() const
@@ -255,12 +204,6 @@ void StatusLightControl::copyDesign(const LiveControl& source)
 {
     DisplayControl::copyDesign(source);
     const auto& other = static_cast<const StatusLightControl&>(source);
-    m_value = other.m_value;
-    m_trueCaption = other.m_trueCaption;
-    m_falseCaption = other.m_falseCaption;
-    m_trueColour = other.m_trueColour;
-    m_falseColour = other.m_falseColour;
-    m_flash = other.m_flash;
     compose();
     if (scaleSize().isEmpty())
         m_caption = other.m_caption; // no picture was taken yet

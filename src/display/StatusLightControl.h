@@ -22,19 +22,13 @@ public:
     Colour trueColour() const noexcept { return m_trueColour; }
     void setTrueColour(Colour colour);
     Colour falseColour() const noexcept { return m_falseColour; }
-    void setFalseColour(Colour colour);
     const Variant& value() const noexcept { return m_value; }
     /// Takes any value: the Boolean True and the number -1 are true, everything else is false.
     void setValue(const Variant& value);
     const QString& trueCaption() const noexcept { return m_trueCaption; }
     void setTrueCaption(const QString& caption);
     const QString& falseCaption() const noexcept { return m_falseCaption; }
-    void setFalseCaption(const QString& caption);
     bool flash() const noexcept { return m_flash; }
-    /// Flashing in the true state: half bright and bright in turn, a second each.
-    void setFlash(bool flash);
-    /// Shares the font of the text.
-    void setFont(const Ref<FontObject>& font);
     void Refresh() override;
 
     /// Whether the state is true.
@@ -51,13 +45,13 @@ public:
     void copyDesign(const LiveControl& source) override;
 
 protected:
-    const std::vector<Setting>& settings() const override;
     Ref<FontObject> defaultFont(const Ref<FontObject>& ambientFont) const override;
     void resized() override;
     void flashTick() override;
 
 private:
     void catchUp();
+    void flashWritten(const binding::Written&) { draw(); }
     void draw();
     void compose();
 
@@ -68,7 +62,7 @@ private:
     Colour m_trueColour;
     Colour m_falseColour;
     Colour m_shownColour;
-    bool m_flash = false;
+    bool m_flash = false; // flashing in the true state: half bright and bright in turn, a second each
 };
 
 } // namespace zan::display

@@ -19,28 +19,6 @@ namespace zan::display {
 
 namespace {
 
-// Names of the properties, as documents, bags and scripts have them.
-namespace name {
-constexpr char BackColor[] = "BackColor";
-constexpr char ForeColor[] = "ForeColor";
-constexpr char Enabled[] = "Enabled";
-constexpr char Font[] = "Font";
-constexpr char BackStyle[] = "BackStyle";
-constexpr char BorderStyle[] = "BorderStyle";
-constexpr char Refresh[] = "Refresh";
-constexpr char Value[] = "Value";
-constexpr char HighLimit[] = "HighLimit";
-constexpr char LowLimit[] = "LowLimit";
-constexpr char HighColour[] = "HighColour";
-constexpr char NormalColour[] = "NormalColour";
-constexpr char LowColour[] = "LowColour";
-constexpr char Flash[] = "Flash";
-constexpr char Max[] = "Max";
-constexpr char Min[] = "Min";
-constexpr char ShowScale[] = "ShowScale";
-constexpr char TickCount[] = "TickCount";
-} // namespace name
-
 constexpr Colour Red{255};
 constexpr Colour Green{49152};
 constexpr int HalfBright = 50;  // percent
@@ -79,55 +57,31 @@ ValueBarControl::~ValueBarControl() = default;
 
 const binding::MemberTable& ValueBarControl::members() const
 {
-    using binding::property;
+    using binding::field;
     using B = ValueBarControl;
     return binding::table([] {
         return binding::MemberTable("ValueBar", &baseMembers(),
                                     {
-                                        property<&B::backColor, &B::setBackColor>(name::BackColor),
-                                        property<&B::foreColor, &B::setForeColor>(name::ForeColor),
-                                        property<&B::enabled, &B::setEnabled>(name::Enabled),
-                                        property<&B::font, &B::setFont>(name::Font),
-                                        property<&B::backStyle, &B::setBackStyle>(name::BackStyle),
-                                        property<&B::borderStyle, &B::setBorderStyle>(name::BorderStyle),
-                                        binding::method<&B::Refresh>(name::Refresh),
-                                        property<&B::value, &B::setValue>(name::Value),
-                                        property<&B::highLimit, &B::setHighLimit>(name::HighLimit),
-                                        property<&B::lowLimit, &B::setLowLimit>(name::LowLimit),
-                                        property<&B::highColour, &B::setHighColour>(name::HighColour),
-                                        property<&B::normalColour, &B::setNormalColour>(name::NormalColour),
-                                        property<&B::lowColour, &B::setLowColour>(name::LowColour),
-                                        property<&B::flash, &B::setFlash>(name::Flash),
-                                        property<&B::maximum, &B::setMaximum>(name::Max),
-                                        property<&B::minimum, &B::setMinimum>(name::Min),
-                                        property<&B::showScale, &B::setShowScale>(name::ShowScale),
-                                        property<&B::tickCount, &B::setTickCount>(name::TickCount),
+                                        field<&B::m_backColor, &B::styleWritten>("BackColor", values::ButtonFace),
+                                        field<&B::m_foreColor, &B::styleWritten>("ForeColor", values::ButtonText),
+                                        field<&B::m_enabled, &B::lookWritten>("Enabled", true),
+                                        binding::property<&B::font, &B::setFont>("Font").stored(),
+                                        field<&B::m_backStyle, &B::lookWritten>("BackStyle", 1),
+                                        field<&B::m_borderStyle, &B::borderWritten>("BorderStyle", 0),
+                                        binding::method<&B::Refresh>("Refresh"),
+                                        field<&B::m_value, &B::drawnWritten>("Value", 50),
+                                        field<&B::m_highLimit, &B::drawnWritten>("HighLimit", 75),
+                                        field<&B::m_lowLimit, &B::drawnWritten>("LowLimit", 25),
+                                        field<&B::m_highColour, &B::drawnWritten>("HighColour", Red),
+                                        field<&B::m_normalColour, &B::drawnWritten>("NormalColour", Green),
+                                        field<&B::m_lowColour, &B::drawnWritten>("LowColour", Red),
+                                        field<&B::m_flash, &B::drawnWritten>("Flash"),
+                                        field<&B::m_maximum, &B::drawnWritten>("Max", 100),
+                                        field<&B::m_minimum, &B::drawnWritten>("Min", 0),
+                                        field<&B::m_showScale, &B::drawnWritten>("ShowScale"),
+                                        field<&B::m_tickCount, &B::drawnWritten>("TickCount", 10),
                                     });
     });
-}
-
-const std::vector<DisplayControl::Setting>& ValueBarControl::settings() const
-{
-    static const std::vector<Setting> list{
-        {name::BackColor, values::ButtonFace.code},
-        {name::ForeColor, values::ButtonText.code},
-        {name::Enabled, true},
-        {name::Font, {}},
-        {name::BackStyle, std::int16_t(1)},
-        {name::BorderStyle, std::int16_t(0)},
-        {name::Value, 50.0},
-        {name::HighLimit, 75.0},
-        {name::LowLimit, 25.0},
-        {name::HighColour, Red.code},
-        {name::NormalColour, Green.code},
-        {name::LowColour, Red.code},
-        {name::Flash, false},
-        {name::Max, 100.0},
-        {name::Min, 0.0},
-        {name::ShowScale, false},
-        {name::TickCount, std::int16_t(10)},
-    };
-    return list;
 }
 
 Ref<FontObject> ValueBarControl::defaultFont(const Ref<FontObject>& ambientFont) const
@@ -135,112 +89,13 @@ Ref<FontObject> ValueBarControl::defaultFont(const Ref<FontObject>& ambientFont)
     return ambientFont ? copyFont(*ambientFont) : values::make<FontObject>();
 }
 
-// Properties of the surface ------------------------------------------------------------------------------------
-
-void ValueBarControl::setBackColor(Colour colour)
+/// Every write of a property that shows in the picture draws.
+void ValueBarControl::drawnWritten(const binding::Written& write)
 {
-    DisplayControl::setBackColor(colour);
-    markChanged(name::BackColor);
-}
-
-void ValueBarControl::setForeColor(Colour colour)
-{
-    DisplayControl::setForeColor(colour);
-    markChanged(name::ForeColor);
-}
-
-void ValueBarControl::setEnabled(bool enabled)
-{
-    DisplayControl::setEnabled(enabled);
-    markChanged(name::Enabled);
-}
-
-void ValueBarControl::setFont(const Ref<FontObject>& font)
-{
-    DisplayControl::setFont(font);
-    markChanged(name::Font);
-}
-
-void ValueBarControl::setBackStyle(std::int16_t style)
-{
-    DisplayControl::setBackStyle(style);
-    markChanged(name::BackStyle);
-}
-
-void ValueBarControl::setBorderStyle(std::int16_t style)
-{
-    DisplayControl::setBorderStyle(style);
-    markChanged(name::BorderStyle);
-}
-
-// Properties that are drawn ------------------------------------------------------------------------------------
-
-template <class T>
-void ValueBarControl::assign(T& property, T value, const char* name)
-{
-    const bool same = property == value;
-    property = value;
     if (isLoading())
         return;
-    markChanged(name);
-    if (!same)
-        changed(Look); // the same picture again costs nothing
+    lookWritten(write); // the same picture again costs nothing
     prepareDrawing();
-}
-
-void ValueBarControl::setValue(double value)
-{
-    assign(m_value, value, name::Value);
-}
-
-void ValueBarControl::setHighLimit(double limit)
-{
-    assign(m_highLimit, limit, name::HighLimit);
-}
-
-void ValueBarControl::setLowLimit(double limit)
-{
-    assign(m_lowLimit, limit, name::LowLimit);
-}
-
-void ValueBarControl::setHighColour(Colour colour)
-{
-    assign(m_highColour, colour, name::HighColour);
-}
-
-void ValueBarControl::setNormalColour(Colour colour)
-{
-    assign(m_normalColour, colour, name::NormalColour);
-}
-
-void ValueBarControl::setLowColour(Colour colour)
-{
-    assign(m_lowColour, colour, name::LowColour);
-}
-
-void ValueBarControl::setFlash(bool flash)
-{
-    assign(m_flash, flash, name::Flash);
-}
-
-void ValueBarControl::setMaximum(double maximum)
-{
-    assign(m_maximum, maximum, name::Max);
-}
-
-void ValueBarControl::setMinimum(double minimum)
-{
-    assign(m_minimum, minimum, name::Min);
-}
-
-void ValueBarControl::setShowScale(bool show)
-{
-    assign(m_showScale, show, name::ShowScale);
-}
-
-void ValueBarControl::setTickCount(std::int16_t count)
-{
-    assign(m_tickCount, count, name::TickCount);
 }
 
 // Drawing ------------------------------------------------------------------------------------------------------
@@ -408,18 +263,6 @@ QString ValueBarControl::accessibleText() const
 void ValueBarControl::copyDesign(const LiveControl& source)
 {
     DisplayControl::copyDesign(source);
-    const auto& other = static_cast<const ValueBarControl&>(source);
-    m_value = other.m_value;
-    m_highLimit = other.m_highLimit;
-    m_lowLimit = other.m_lowLimit;
-    m_maximum = other.m_maximum;
-    m_minimum = other.m_minimum;
-    m_highColour = other.m_highColour;
-    m_normalColour = other.m_normalColour;
-    m_lowColour = other.m_lowColour;
-    m_tickCount = other.m_tickCount;
-    m_flash = other.m_flash;
-    m_showScale = other.m_showScale;
     resized();
 }
 

@@ -23,40 +23,6 @@ public:
     ~ValueBarControl() override;
     const binding::MemberTable& members() const override;
 
-    void setBackColor(Colour colour);
-    void setForeColor(Colour colour);
-    void setEnabled(bool enabled);
-    void setFont(const Ref<FontObject>& font);
-    void setBackStyle(std::int16_t style);
-    void setBorderStyle(std::int16_t style);
-
-    double value() const noexcept { return m_value; }
-    void setValue(double value);
-    double highLimit() const noexcept { return m_highLimit; }
-    void setHighLimit(double limit);
-    double lowLimit() const noexcept { return m_lowLimit; }
-    void setLowLimit(double limit);
-    Colour highColour() const noexcept { return m_highColour; }
-    void setHighColour(Colour colour);
-    Colour normalColour() const noexcept { return m_normalColour; }
-    void setNormalColour(Colour colour);
-    Colour lowColour() const noexcept { return m_lowColour; }
-    void setLowColour(Colour colour);
-    bool flash() const noexcept { return m_flash; }
-    /// Flashing outside the limits: half bright and bright in turn, a second each.
-    void setFlash(bool flash);
-    /// Top of the bar.
-    double maximum() const noexcept { return m_maximum; }
-    void setMaximum(double maximum);
-    /// Bottom of the bar.
-    double minimum() const noexcept { return m_minimum; }
-    void setMinimum(double minimum);
-    bool showScale() const noexcept { return m_showScale; }
-    /// The bar makes room for the scale at the next change of size.
-    void setShowScale(bool show);
-    /// Number of intervals of the scale.
-    std::int16_t tickCount() const noexcept { return m_tickCount; }
-    void setTickCount(std::int16_t count);
     /// Draws. Raises 11 when the bar cannot be drawn.
     void Refresh() override;
 
@@ -72,15 +38,13 @@ public:
     void copyDesign(const LiveControl& source) override;
 
 protected:
-    const std::vector<Setting>& settings() const override;
     Ref<FontObject> defaultFont(const Ref<FontObject>& ambientFont) const override;
     void resized() override;
     void flashTick() override;
 
 private:
     enum class Zone { Low, Normal, High };
-    template <class T>
-    void assign(T& property, T value, const char* name);
+    void drawnWritten(const binding::Written& write);
     Zone zone() const noexcept;
     Colour zoneColour() const;
     bool hasTicks() const noexcept { return !m_showScale || m_tickCount != 0; }
@@ -94,15 +58,15 @@ private:
     double m_value = 50;
     double m_highLimit = 75;
     double m_lowLimit = 25;
-    double m_maximum = 100;
-    double m_minimum = 0;
+    double m_maximum = 100; // top of the bar
+    double m_minimum = 0;   // bottom of the bar
     Colour m_highColour;
     Colour m_normalColour;
     Colour m_lowColour;
     QRect m_bar{MarkerSize, 0, 0, 0};
-    std::int16_t m_tickCount = 10;
-    bool m_flash = false;
-    bool m_showScale = false;
+    std::int16_t m_tickCount = 10; // intervals of the scale
+    bool m_flash = false;          // flashing outside the limits: half bright and bright in turn, a second each
+    bool m_showScale = false;      // the bar makes room for the scale at the next change of size
 };
 
 } // namespace zan::display

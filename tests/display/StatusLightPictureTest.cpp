@@ -2,6 +2,7 @@
 #include "display/StatusLightControl.h"
 
 #include "DisplayFixture.h"
+#include "support/Properties.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +12,8 @@ using display::StatusLightControl;
 using test::FakeTime;
 using values::Colour;
 using values::Variant;
+
+using zan::test::put;
 
 namespace {
 
@@ -36,7 +39,7 @@ QImage expectedLight(const Stage& stage, Colour colour, const QColor& fill, int 
 void clearCaptions(StatusLightControl& light)
 {
     light.setTrueCaption(QString());
-    light.setFalseCaption(QString());
+    put(light, "FalseCaption", QString());
 }
 
 constexpr QSize Sizes[] = {{1, 1},  {2, 1},   {1, 7},   {3, 3},   {5, 2},   {8, 9},
@@ -64,7 +67,7 @@ TEST(StatusLightPicture, FillAndBevelAreDrawnPixelByPixelAtEverySizeAndScale)
                     test::firstDifference(stage.picture(scale), expectedLight(stage, colour, plain(colour), scale)),
                     "")
                     << "true, " << size.width() << " by " << size.height() << " at " << scale;
-                stage.control->setFlash(true);
+                put(*stage.control, "Flash", true);
                 const Colour half = ScaleColour(colour, 50);
                 EXPECT_EQ(
                     test::firstDifference(stage.picture(scale), expectedLight(stage, half, plain(half), scale)), "")
@@ -101,7 +104,7 @@ TEST(StatusLightPicture, BlueLightIsBlueInsideAndGreenInItsBevelAndItsHalf)
     stage.control->setValue(Variant(true));
     EXPECT_EQ(stage.pixel(20, 15), QColor(0, 0, 255));
     EXPECT_EQ(stage.pixel(4, 15), QColor(0, 255, 0));
-    stage.control->setFlash(true);
+    put(*stage.control, "Flash", true);
     EXPECT_EQ(stage.pixel(20, 15), QColor(0, 255, 0));
 }
 
@@ -120,7 +123,7 @@ TEST(StatusLightPicture, BorderTakesOnePixelAllRound)
 {
     Stage stage({40, 30});
     clearCaptions(*stage.control);
-    stage.control->setBorderStyle(1);
+    put(*stage.control, "BorderStyle", 1);
     QImage expected = test::backdrop(stage.surface.size(), 1);
     {
         test::Canvas outside(expected, stage.control->bounds());
@@ -137,10 +140,10 @@ TEST(StatusLightPicture, CaptionStandsInTheMiddle)
 {
     for (const int scale : {1, 2}) {
         Stage stage({121, 41});
-        stage.control->setFalseCaption(QString());
+        put(*stage.control, "FalseCaption", QString());
         stage.control->Refresh();
         const QImage without = stage.picture(scale);
-        stage.control->setFalseCaption(QStringLiteral("HH"));
+        put(*stage.control, "FalseCaption", QStringLiteral("HH"));
         stage.control->Refresh();
         const QImage with = stage.picture(scale);
         QRect ink;
@@ -158,7 +161,7 @@ TEST(StatusLightPicture, CaptionStandsInTheMiddle)
 TEST(StatusLightPicture, TextIsCutAtTheControl)
 {
     Stage stage({30, 8});
-    stage.control->setFalseCaption(QStringLiteral("much longer than the light is wide"));
+    put(*stage.control, "FalseCaption", QStringLiteral("much longer than the light is wide"));
     stage.control->Refresh();
     const QImage shown = stage.picture();
     const QRect bounds = stage.control->bounds();

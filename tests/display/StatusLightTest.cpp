@@ -2,6 +2,7 @@
 
 #include "DisplayFixture.h"
 #include "binding/MemberTable.h"
+#include "support/Properties.h"
 
 #include <QCoreApplication>
 
@@ -18,6 +19,9 @@ using values::Name;
 using values::Ref;
 using values::Variant;
 
+using zan::test::numberOf;
+using zan::test::put;
+
 namespace {
 
 using Stage = test::Stage<StatusLightControl>;
@@ -25,7 +29,7 @@ using Stage = test::Stage<StatusLightControl>;
 struct RecordingHost final : DisplayControl::Host
 {
     std::vector<std::string> names;
-    void propertyChanged(const char* name) override { names.emplace_back(name); }
+    void propertyChanged(binding::Name name) override { names.push_back(name.text().toStdString()); }
 };
 
 Variant read(StatusLightControl& light, const char* name)
@@ -91,8 +95,8 @@ TEST(StatusLight, CaptionIsReplacedAtTheNextPicture)
 TEST(StatusLight, ColoursAndCaptionsShowInTheNextPictureOnly)
 {
     Stage stage({20, 20});
-    stage.control->setFalseColour(values::rgb(0, 0, 9));
-    stage.control->setFalseCaption(QString());
+    put(*stage.control, "FalseColour", values::rgb(0, 0, 9));
+    put(*stage.control, "FalseCaption", QString());
     EXPECT_EQ(stage.control->shownColour(), Colour{128});
     EXPECT_EQ(stage.control->caption(), u"FALSE");
     stage.control->Refresh();
@@ -115,7 +119,7 @@ TEST(StatusLight, WriteIsSeenInTheNextGrab)
 {
     Stage stage({20, 20});
     stage.control->setTrueCaption(QString());
-    stage.control->setFalseCaption(QString());
+    put(*stage.control, "FalseCaption", QString());
     stage.control->setValue(Variant(true));
     EXPECT_EQ(stage.surface.grab().toImage().pixelColor(17, 15), QColor(255, 0, 0));
     stage.control->setValue(Variant(false));
@@ -129,7 +133,7 @@ TEST(StatusLight, FlashingAlternatesHalfAndFullEachSecondBeginningWithHalf)
     FakeTime time;
     Stage stage;
     stage.control->setValue(Variant(true));
-    stage.control->setFlash(true);
+    put(*stage.control, "Flash", true);
     for (const int red : {128, 255, 128, 255}) {
         (void)stage.picture();
         EXPECT_EQ(stage.control->shownColour(), Colour{red});
@@ -144,7 +148,7 @@ TEST(StatusLight, FlashWithoutTheTrueStateRunsNoTimer)
 {
     FakeTime time;
     Stage stage;
-    stage.control->setFlash(true);
+    put(*stage.control, "Flash", true);
     EXPECT_FALSE(stage.control->isFlashing());
     (void)stage.picture();
     EXPECT_EQ(FlashClock::shared().waiting(), 0U);
@@ -158,7 +162,7 @@ TEST(StatusLight, PhaseStaysWhileTheStateIsFalse)
 {
     FakeTime time;
     Stage stage;
-    stage.control->setFlash(true);
+    put(*stage.control, "Flash", true);
     stage.control->setValue(Variant(true));
     time.pass(1500);
     stage.control->setValue(Variant(false));
@@ -178,7 +182,7 @@ TEST(StatusLight, WritingTheSameValueDoesNotStartTheSecondAnew)
 {
     FakeTime time;
     Stage stage;
-    stage.control->setFlash(true);
+    put(*stage.control, "Flash", true);
     stage.control->setValue(Variant(true));
     time.pass(900);
     stage.control->setValue(Variant(true));
@@ -191,12 +195,12 @@ TEST(StatusLight, FlashTurnedOffShowsFullColourAndKeepsThePhase)
 {
     FakeTime time;
     Stage stage;
-    stage.control->setFlash(true);
+    put(*stage.control, "Flash", true);
     stage.control->setValue(Variant(true));
-    stage.control->setFlash(false);
+    put(*stage.control, "Flash", false);
     EXPECT_FALSE(stage.control->isFlashing());
     EXPECT_EQ(stage.control->shownColour(), Colour{255});
-    stage.control->setFlash(true);
+    put(*stage.control, "Flash", true);
     EXPECT_EQ(stage.control->shownColour(), Colour{128});
 }
 
@@ -204,8 +208,8 @@ TEST(StatusLight, EachLightKeepsThePhaseOfItsOwnTimer)
 {
     FakeTime time;
     Stage first, second;
-    first.control->setFlash(true);
-    second.control->setFlash(true);
+    put(*first.control, "Flash", true);
+    put(*second.control, "Flash", true);
     first.control->setValue(Variant(true));
     time.pass(400);
     second.control->setValue(Variant(true));
@@ -223,7 +227,7 @@ TEST(StatusLight, TickTakesAPictureWithThePropertiesOfThatMoment)
 {
     FakeTime time;
     Stage stage;
-    stage.control->setFlash(true);
+    put(*stage.control, "Flash", true);
     stage.control->setValue(Variant(true));
     stage.control->setTrueCaption(QStringLiteral("ALARM"));
     EXPECT_EQ(stage.control->caption(), u"TRUE");
@@ -249,7 +253,7 @@ TEST(StatusLight, ThousandFlashingLightsThatNobodySeesWaitForNoTick)
     for (std::int32_t index = 1; index <= 1000; ++index) {
         auto& light = static_cast<StatusLightControl&>(*array.find(index));
         light.move(0, 0, 300, 300);
-        light.setFlash(true);
+        put(light, "Flash", true);
         light.setValue(Variant(true));
     }
     EXPECT_EQ(FlashClock::shared().waiting(), 0U);
@@ -270,7 +274,7 @@ TEST(StatusLight, LightThatGoesLeavesTheClock)
     FakeTime time;
     {
         Stage stage;
-        stage.control->setFlash(true);
+        put(*stage.control, "Flash", true);
         stage.control->setValue(Variant(true));
         (void)stage.picture();
         EXPECT_EQ(FlashClock::shared().waiting(), 1U);
@@ -306,8 +310,8 @@ TEST(StatusLight, NewLightHasTheDefaults)
     Stage stage;
     StatusLightControl& light = *stage.control;
     EXPECT_TRUE(light.enabled());
-    EXPECT_EQ(light.backStyle(), 1);
-    EXPECT_EQ(light.borderStyle(), 0);
+    EXPECT_EQ(numberOf(light, "BackStyle"), 1);
+    EXPECT_EQ(numberOf(light, "BorderStyle"), 0);
     EXPECT_EQ(light.trueColour(), Colour{255});
     EXPECT_EQ(light.falseColour(), Colour{128});
     EXPECT_EQ(light.trueCaption(), u"TRUE");
@@ -333,15 +337,15 @@ TEST(StatusLight, BagHoldsEveryChangedPropertyInOrder)
     StatusLightControl& light = *stage.control;
     light.setEnabled(false);
     light.setFont(make<surface::FontObject>()); // not bold
-    light.setBackStyle(0);
-    light.setBorderStyle(1);
+    put(light, "BackStyle", 0);
+    put(light, "BorderStyle", 1);
     light.setTrueColour({1});
-    light.setFalseColour({2});
+    put(light, "FalseColour", Colour{2});
     light.setTrueCaption(QStringLiteral("ON"));
-    light.setFalseCaption(QStringLiteral("OFF"));
-    light.setFlash(true);
+    put(light, "FalseCaption", QStringLiteral("OFF"));
+    put(light, "Flash", true);
     light.setValue(Variant(true));
-    light.setBackColor({3});
+    put(light, "BackColor", Colour{3});
     binding::PropertyBag bag;
     light.WriteProperties(bag);
     std::vector<std::string> names;
@@ -354,8 +358,8 @@ TEST(StatusLight, BagHoldsEveryChangedPropertyInOrder)
     other->ReadProperties(bag);
     EXPECT_FALSE(other->enabled());
     EXPECT_FALSE(other->font()->bold());
-    EXPECT_EQ(other->backStyle(), 0);
-    EXPECT_EQ(other->borderStyle(), 1);
+    EXPECT_EQ(numberOf(*other, "BackStyle"), 0);
+    EXPECT_EQ(numberOf(*other, "BorderStyle"), 1);
     EXPECT_EQ(other->trueColour(), Colour{1});
     EXPECT_EQ(other->falseColour(), Colour{2});
     EXPECT_EQ(other->trueCaption(), u"ON");
@@ -374,7 +378,7 @@ TEST(StatusLight, BagOfWrongKindsCountsAsDefaults)
     bag.WriteProperty(Name("FalseColour"), Variant(1e30));
     bag.WriteProperty(Name("TrueCaption"), Variant::null());
     const auto light = make<StatusLightControl>();
-    light->setFlash(true);
+    put(*light, "Flash", true);
     light->ReadProperties(bag);
     EXPECT_TRUE(light->enabled());
     EXPECT_TRUE(light->font()->bold());
@@ -388,7 +392,7 @@ TEST(StatusLight, InitPropertiesGivesTheDefaultsBack)
 {
     Stage stage;
     stage.control->setTrueColour({5});
-    stage.control->setFlash(true);
+    put(*stage.control, "Flash", true);
     stage.control->setValue(Variant(true));
     stage.control->InitProperties();
     EXPECT_EQ(stage.control->trueColour(), Colour{255});
@@ -419,7 +423,7 @@ TEST(StatusLight, NewElementOfAnArrayIsACopyOfTheDesign)
             light.setTrueColour(values::rgb(0, 255, 0));
             light.setTrueCaption(QStringLiteral("RUN"));
             light.setValue(Variant(true));
-            light.setBorderStyle(1);
+            put(light, "BorderStyle", 1);
             light.move(0, 0, 975, 255);
         });
     const Ref<surface::LiveControl> second = array.load(2);
@@ -439,7 +443,7 @@ TEST(StatusLight, StateIsSaidInWordsToo)
     stage.control->setTrueCaption(QStringLiteral("PUMP"));
     stage.control->setValue(Variant(true));
     EXPECT_EQ(stage.control->accessibleText(), u"PUMP: on");
-    stage.control->setFalseCaption(QString());
+    put(*stage.control, "FalseCaption", QString());
     stage.control->setValue(Variant(false));
     EXPECT_EQ(stage.control->accessibleText(), u"off");
 }

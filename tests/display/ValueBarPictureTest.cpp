@@ -2,6 +2,7 @@
 #include "display/ValueBarControl.h"
 
 #include "DisplayFixture.h"
+#include "support/Properties.h"
 #include "surface/text/FontFace.h"
 #include "surface/text/TextPainter.h"
 #include "values/Format.h"
@@ -16,6 +17,11 @@ using display::ValueBarControl;
 using test::FakeTime;
 using values::Colour;
 using values::Variant;
+
+using zan::test::colourOf;
+using zan::test::flagOf;
+using zan::test::numberOf;
+using zan::test::put;
 
 namespace {
 
@@ -75,9 +81,9 @@ private:
     void layOut()
     {
         int w = 0;
-        if (m_bar.showScale())
+        if (flagOf(m_bar, "ShowScale"))
             w = surface::TextPainter()
-                    .measure(values::format(Variant(m_bar.maximum()), u"0"), m_bar.font()->face(), false)
+                    .measure(values::format(Variant(numberOf(m_bar, "Max")), u"0"), m_bar.font()->face(), false)
                     .width();
         if (m_bounds.width() - w - 20 >= 0)
             m_inner = QRect(w + 10, 0, m_bounds.width() - w - 20, m_bounds.height());
@@ -85,38 +91,40 @@ private:
     double place(double value) const
     {
         const double height = m_inner.height();
-        return height - (value - m_bar.minimum()) * height / (m_bar.maximum() - m_bar.minimum());
+        return height -
+               (value - numberOf(m_bar, "Min")) * height / (numberOf(m_bar, "Max") - numberOf(m_bar, "Min"));
     }
     bool drawable() const
     {
-        return m_bar.maximum() != m_bar.minimum() && !(m_bar.showScale() && m_bar.tickCount() == 0);
+        return numberOf(m_bar, "Max") != numberOf(m_bar, "Min") &&
+               !(flagOf(m_bar, "ShowScale") && numberOf(m_bar, "TickCount") == 0);
     }
     void drawOnSurface(test::Canvas& canvas)
     {
-        if (m_bar.showScale() && m_bar.tickCount() != 0)
+        if (flagOf(m_bar, "ShowScale") && numberOf(m_bar, "TickCount") != 0)
             drawScale(canvas);
         if (!drawable())
             return;
-        if (m_bar.highLimit() > m_bar.minimum())
-            drawMarkers(canvas, m_bar.highLimit());
-        if (m_bar.lowLimit() >= m_bar.minimum())
-            drawMarkers(canvas, m_bar.lowLimit());
+        if (numberOf(m_bar, "HighLimit") > numberOf(m_bar, "Min"))
+            drawMarkers(canvas, numberOf(m_bar, "HighLimit"));
+        if (numberOf(m_bar, "LowLimit") >= numberOf(m_bar, "Min"))
+            drawMarkers(canvas, numberOf(m_bar, "LowLimit"));
     }
     void drawScale(test::Canvas& canvas)
     {
         const double h = m_inner.height();
-        const double pitch = h / m_bar.tickCount();
-        const double step = (m_bar.maximum() - m_bar.minimum()) / m_bar.tickCount();
+        const double pitch = h / numberOf(m_bar, "TickCount");
+        const double step = (numberOf(m_bar, "Max") - numberOf(m_bar, "Min")) / numberOf(m_bar, "TickCount");
         surface::FontFace& face = m_bar.font()->face();
         surface::TextStyle style;
         style.colour = plain(Fore);
-        for (int i = 0; i <= m_bar.tickCount() - 1; ++i) {
+        for (int i = 0; i <= numberOf(m_bar, "TickCount") - 1; ++i) {
             const double y = h - i * pitch - 1;
             canvas.box(m_inner.left() - 20, whole(y), m_inner.left(), whole(y), plain(Fore));
             canvas.painter().setClipRect(m_bounds);
             const QRect text(m_bounds.left(), m_bounds.top() + whole(y - face.height() + 2), 1000, face.height());
-            m_text.draw(canvas.painter(), text, values::format(Variant(m_bar.minimum() + i * step), u"0"), face,
-                        style);
+            m_text.draw(canvas.painter(), text, values::format(Variant(numberOf(m_bar, "Min") + i * step), u"0"),
+                        face, style);
         }
     }
     void drawMarkers(test::Canvas& canvas, double limit)
@@ -137,26 +145,28 @@ private:
     }
     Colour zoneColour() const
     {
-        const bool low = m_bar.value() < m_bar.lowLimit();
-        if (!low && !(m_bar.value() > m_bar.highLimit()))
-            return m_bar.normalColour();
-        const Colour colour = low ? m_bar.lowColour() : m_bar.highColour();
-        return m_bar.flash() && half ? ScaleColour(colour, 50) : colour;
+        const bool low = numberOf(m_bar, "Value") < numberOf(m_bar, "LowLimit");
+        if (!low && !(numberOf(m_bar, "Value") > numberOf(m_bar, "HighLimit")))
+            return colourOf(m_bar, "NormalColour");
+        const Colour colour = low ? colourOf(m_bar, "LowColour") : colourOf(m_bar, "HighColour");
+        return flagOf(m_bar, "Flash") && half ? ScaleColour(colour, 50) : colour;
     }
     void drawInside(test::Canvas& canvas)
     {
         if (!drawable())
             return;
         const int width = m_inner.width();
-        canvas.box(0, m_inner.height(), width, whole(place(m_bar.value())), plain(zoneColour()));
+        canvas.box(0, m_inner.height(), width, whole(place(numberOf(m_bar, "Value"))), plain(zoneColour()));
         const QColor lines = m_palette.color(QPalette::Text);
-        if (m_bar.highLimit() > m_bar.minimum())
-            canvas.box(0, whole(place(m_bar.highLimit())), width, whole(place(m_bar.highLimit())), lines);
-        if (m_bar.lowLimit() >= m_bar.minimum())
-            canvas.box(0, whole(place(m_bar.lowLimit())), width, whole(place(m_bar.lowLimit())), lines);
+        if (numberOf(m_bar, "HighLimit") > numberOf(m_bar, "Min"))
+            canvas.box(0, whole(place(numberOf(m_bar, "HighLimit"))), width,
+                       whole(place(numberOf(m_bar, "HighLimit"))), lines);
+        if (numberOf(m_bar, "LowLimit") >= numberOf(m_bar, "Min"))
+            canvas.box(0, whole(place(numberOf(m_bar, "LowLimit"))), width,
+                       whole(place(numberOf(m_bar, "LowLimit"))), lines);
     }
 
-    const ValueBarControl& m_bar;
+    ValueBarControl& m_bar;
     QImage m_image;
     QPalette m_palette;
     QRect m_bounds;
@@ -176,73 +186,73 @@ struct Scene
 // Each row sets what it needs on a new bar; those that raise on the way do so because a property write must.
 const std::array Scenes{
     Scene{"defaults", [](ValueBarControl&) {}},
-    Scene{"value equal to the high limit is normal", [](ValueBarControl& bar) { bar.setValue(75); }},
-    Scene{"high", [](ValueBarControl& bar) { bar.setValue(75.01); }},
-    Scene{"value equal to the low limit is normal", [](ValueBarControl& bar) { bar.setValue(25); }},
-    Scene{"low", [](ValueBarControl& bar) { bar.setValue(24.9); }},
-    Scene{"above the maximum", [](ValueBarControl& bar) { bar.setValue(250); }},
-    Scene{"at the maximum", [](ValueBarControl& bar) { bar.setValue(100); }},
-    Scene{"below the minimum", [](ValueBarControl& bar) { bar.setValue(-50); }},
-    Scene{"at the minimum", [](ValueBarControl& bar) { bar.setValue(0); }},
-    Scene{"far away", [](ValueBarControl& bar) { bar.setValue(1e300); }},
-    Scene{"infinite", [](ValueBarControl& bar) { bar.setValue(std::numeric_limits<double>::infinity()); }},
+    Scene{"value equal to the high limit is normal", [](ValueBarControl& bar) { put(bar, "Value", 75); }},
+    Scene{"high", [](ValueBarControl& bar) { put(bar, "Value", 75.01); }},
+    Scene{"value equal to the low limit is normal", [](ValueBarControl& bar) { put(bar, "Value", 25); }},
+    Scene{"low", [](ValueBarControl& bar) { put(bar, "Value", 24.9); }},
+    Scene{"above the maximum", [](ValueBarControl& bar) { put(bar, "Value", 250); }},
+    Scene{"at the maximum", [](ValueBarControl& bar) { put(bar, "Value", 100); }},
+    Scene{"below the minimum", [](ValueBarControl& bar) { put(bar, "Value", -50); }},
+    Scene{"at the minimum", [](ValueBarControl& bar) { put(bar, "Value", 0); }},
+    Scene{"far away", [](ValueBarControl& bar) { put(bar, "Value", 1e300); }},
+    Scene{"infinite", [](ValueBarControl& bar) { put(bar, "Value", std::numeric_limits<double>::infinity()); }},
     Scene{"limits crossed",
           [](ValueBarControl& bar) {
-              bar.setLowLimit(80);
-              bar.setHighLimit(20);
-              bar.setLowColour(values::rgb(0, 0, 200));
+              put(bar, "LowLimit", 80);
+              put(bar, "HighLimit", 20);
+              put(bar, "LowColour", values::rgb(0, 0, 200));
           }},
     Scene{"low limit at the minimum is drawn",
           [](ValueBarControl& bar) {
-              bar.setLowLimit(0);
-              bar.setHighLimit(0);
+              put(bar, "LowLimit", 0);
+              put(bar, "HighLimit", 0);
           }},
     Scene{"limits below the minimum are not drawn",
           [](ValueBarControl& bar) {
-              bar.setLowLimit(-1);
-              bar.setHighLimit(-1);
+              put(bar, "LowLimit", -1);
+              put(bar, "HighLimit", -1);
           }},
     Scene{"limits above the maximum",
           [](ValueBarControl& bar) {
-              bar.setLowLimit(101);
-              bar.setHighLimit(1e9);
+              put(bar, "LowLimit", 101);
+              put(bar, "HighLimit", 1e9);
           }},
     Scene{"limits side by side",
           [](ValueBarControl& bar) {
-              bar.setLowLimit(50);
-              bar.setHighLimit(53);
+              put(bar, "LowLimit", 50);
+              put(bar, "HighLimit", 53);
           }},
     Scene{"minimum above the maximum",
           [](ValueBarControl& bar) {
-              bar.setMaximum(-20);
-              bar.setValue(-5);
+              put(bar, "Max", -20);
+              put(bar, "Value", -5);
           }},
     Scene{"flashing high",
           [](ValueBarControl& bar) {
-              bar.setFlash(true);
-              bar.setHighColour(values::rgb(200, 100, 0));
-              bar.setValue(90);
+              put(bar, "Flash", true);
+              put(bar, "HighColour", values::rgb(200, 100, 0));
+              put(bar, "Value", 90);
           }},
-    Scene{"scale", [](ValueBarControl& bar) { bar.setShowScale(true); }},
+    Scene{"scale", [](ValueBarControl& bar) { put(bar, "ShowScale", true); }},
     Scene{"scale of seven",
           [](ValueBarControl& bar) {
-              bar.setShowScale(true);
-              bar.setTickCount(7);
-              bar.setMaximum(3);
-              bar.setMinimum(-3);
-              bar.setValue(1);
+              put(bar, "ShowScale", true);
+              put(bar, "TickCount", 7);
+              put(bar, "Max", 3);
+              put(bar, "Min", -3);
+              put(bar, "Value", 1);
           }},
     Scene{"scale of a negative number of ticks",
           [](ValueBarControl& bar) {
-              bar.setShowScale(true);
-              bar.setTickCount(-4);
+              put(bar, "ShowScale", true);
+              put(bar, "TickCount", -4);
           }},
 };
 
 void prepare(Stage& stage)
 {
-    stage.control->setBackColor(Back);
-    stage.control->setForeColor(Fore);
+    put(*stage.control, "BackColor", Back);
+    put(*stage.control, "ForeColor", Fore);
 }
 
 } // namespace
@@ -273,8 +283,8 @@ TEST(ValueBarPicture, BrightHalfOfTheFlashShowsTheFullColour)
     FakeTime time;
     Stage stage({60, 100});
     prepare(stage);
-    stage.control->setFlash(true);
-    stage.control->setValue(10);
+    put(*stage.control, "Flash", true);
+    put(*stage.control, "Value", 10);
     (void)stage.picture();
     time.pass(1000);
     ExpectedBar expected(stage, 1);
@@ -286,9 +296,9 @@ TEST(ValueBarPicture, MarkersColumnByColumn)
 {
     Stage stage({60, 100});
     prepare(stage);
-    stage.control->setHighLimit(1000); // out of sight
-    stage.control->setLowLimit(50);
-    stage.control->setValue(0);
+    put(*stage.control, "HighLimit", 1000); // out of sight
+    put(*stage.control, "LowLimit", 50);
+    put(*stage.control, "Value", 0);
     // Rows of the tip and of the widest column, counted from the limit's line at row 50.
     const auto rows = [&](int x) {
         std::string text;
@@ -310,7 +320,7 @@ TEST(ValueBarPicture, NumbersStopOneShortOfTheMaximum)
 {
     Stage stage({120, 300});
     prepare(stage);
-    stage.control->setShowScale(true);
+    put(*stage.control, "ShowScale", true);
     stage.resize({120, 301});
     const int tick = stage.control->barRectangle().left() - 3;
     int ticks = 0;
@@ -326,14 +336,14 @@ TEST(ValueBarPicture, ScaleTurnedOnIsDrawnAtOnceAndMovesTheBarAtTheNextResizing)
     prepare(stage);
     EXPECT_EQ(stage.control->barRectangle(), QRect(10, 0, 100, 300));
     const QImage before = stage.picture();
-    stage.control->setShowScale(true);
+    put(*stage.control, "ShowScale", true);
     EXPECT_EQ(stage.control->barRectangle(), QRect(10, 0, 100, 300));
     EXPECT_NE(test::firstDifference(stage.picture(), before), "");
     EXPECT_EQ(stage.pixel(0, 299), plain(Fore)); // the tick of the minimum begins left of the control
     stage.resize({120, 301});
     EXPECT_GT(stage.control->barRectangle().left(), 15);
     EXPECT_EQ(stage.control->barRectangle().right() + 1, 110);
-    stage.control->setShowScale(false);
+    put(*stage.control, "ShowScale", false);
     EXPECT_GT(stage.control->barRectangle().left(), 15);
 }
 
@@ -357,15 +367,15 @@ TEST(ValueBarPicture, DrawingEndsWhereItDividesByZero)
     for (const bool withScale : {false, true}) {
         Stage stage({120, 300});
         prepare(stage);
-        stage.control->setShowScale(withScale);
-        EXPECT_THROW(stage.control->setMaximum(0), values::RuntimeError);
+        put(*stage.control, "ShowScale", withScale);
+        EXPECT_THROW(put(*stage.control, "Max", 0), values::RuntimeError);
         stage.resize({120, 301});
         EXPECT_EQ(test::firstDifference(stage.picture(), ExpectedBar(stage, 1).draw()), "");
     }
     Stage stage({120, 300});
     prepare(stage);
-    stage.control->setShowScale(true);
-    EXPECT_THROW(stage.control->setTickCount(0), values::RuntimeError);
+    put(*stage.control, "ShowScale", true);
+    EXPECT_THROW(put(*stage.control, "TickCount", 0), values::RuntimeError);
     EXPECT_EQ(stage.pixel(60, 299), stage.surface.palette().color(QPalette::Base));
     EXPECT_EQ(stage.pixel(0, 299), plain(Back)); // no tick, no marker
     EXPECT_EQ(stage.pixel(0, 75), plain(Back));
@@ -375,7 +385,7 @@ TEST(ValueBarPicture, TransparentBarShowsWhatLiesBehindIt)
 {
     Stage stage({60, 100});
     prepare(stage);
-    stage.control->setBackStyle(0);
+    put(*stage.control, "BackStyle", 0);
     EXPECT_EQ(stage.pixel(2, 2), QColor(10, 200, 220));
     EXPECT_EQ(stage.pixel(30, 2), stage.surface.palette().color(QPalette::Base));
 }
@@ -384,7 +394,7 @@ TEST(ValueBarPicture, BorderTakesOnePixelAllRound)
 {
     Stage stage({60, 100});
     prepare(stage);
-    stage.control->setBorderStyle(1);
+    put(*stage.control, "BorderStyle", 1);
     EXPECT_EQ(stage.control->barRectangle(), QRect(10, 0, 38, 98));
     EXPECT_EQ(stage.pixel(0, 50), stage.surface.palette().color(QPalette::WindowText));
     EXPECT_EQ(stage.pixel(59, 99), stage.surface.palette().color(QPalette::WindowText));

@@ -9,6 +9,7 @@
 #include "window/ControlTypes.h"
 
 #include "LiveRecorder.h"
+#include "support/Properties.h"
 
 #include <gtest/gtest.h>
 
@@ -76,7 +77,7 @@ protected:
             ++actions;
     }
     /// What the user does.
-    void tick(std::int16_t value) { box->setValue(value); }
+    void tick(std::int16_t value) { test::put(*box, "Value", value); }
 
     surface::Surface surface;
     Ref<surface::CheckBox> box;
@@ -178,15 +179,15 @@ TEST_F(ClickedBox, ChangeThatComesFromTheDataRunsNoActionButMutesTheNextScan)
 {
     bind(Variant(1));
     UpdateCheckBox(*wrapper);
-    EXPECT_EQ(box->value(), 1);
+    EXPECT_EQ(test::numberOf(*box, "Value"), 1);
     EXPECT_EQ(clicks, 1);
     EXPECT_EQ(actions, 0);
     EXPECT_TRUE(box->enabled());
     channel->value = Variant(0);
     UpdateCheckBox(*wrapper); // muted
-    EXPECT_EQ(box->value(), 1);
+    EXPECT_EQ(test::numberOf(*box, "Value"), 1);
     UpdateCheckBox(*wrapper);
-    EXPECT_EQ(box->value(), 0);
+    EXPECT_EQ(test::numberOf(*box, "Value"), 0);
     EXPECT_EQ(actions, 0);
 }
 
@@ -197,10 +198,10 @@ TEST_F(ClickedBox, ClickIsNotUndoneByTheScanThatStillHoldsTheOldValue)
     tick(1);
     EXPECT_EQ(actions, 1);
     UpdateCheckBox(*wrapper); // the channel has not followed yet
-    EXPECT_EQ(box->value(), 1);
+    EXPECT_EQ(test::numberOf(*box, "Value"), 1);
     EXPECT_EQ(actions, 1);
     UpdateCheckBox(*wrapper); // it never did: the scan after that shows the channel
-    EXPECT_EQ(box->value(), 0);
+    EXPECT_EQ(test::numberOf(*box, "Value"), 0);
     EXPECT_EQ(actions, 1);
 }
 
@@ -209,7 +210,7 @@ TEST_F(ClickedBox, BoxWithoutChannelRunsItsActionASecondTimeAtTheNextScan)
     tick(1);
     EXPECT_EQ(actions, 1);
     UpdateCheckBox(*wrapper);
-    EXPECT_EQ(box->value(), 0);
+    EXPECT_EQ(test::numberOf(*box, "Value"), 0);
     EXPECT_EQ(actions, 2);
     UpdateCheckBox(*wrapper); // unchanged from now on
     EXPECT_EQ(actions, 2);
@@ -279,11 +280,11 @@ TEST_F(BarDisplay, BarThatCannotBeDrawnEndsTheScan)
     surface.addArray<display::ValueBarControl>(QStringLiteral("ValueBar"));
     const auto control = surface.array(u"ValueBar")->item(1);
     auto& bar = static_cast<display::ValueBarControl&>(*control);
-    EXPECT_EQ(errorOf([&] { bar.setMaximum(0); }), 11);
+    EXPECT_EQ(errorOf([&] { test::put(bar, "Max", 0); }), 11);
     wrapper->setControl(control);
     bind(Variant(30));
     EXPECT_EQ(errorOf([&] { UpdateValueBar(*wrapper, *collection); }), 11);
-    EXPECT_EQ(bar.value(), 30);
+    EXPECT_EQ(test::numberOf(bar, "Value"), 30);
     EXPECT_EQ(bar.toolTipText(), u""); // the tip was to come after
 }
 

@@ -2,12 +2,14 @@
 
 #include "binding/MemberTable.h"
 #include "binding/Object.h"
+#include "binding/PropertyBag.h"
 #include "support/ErrorOf.h"
 #include "values/NumberText.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <initializer_list>
 #include <optional>
 #include <set>
@@ -133,6 +135,7 @@ private:
         Variant second;
         require(m_object->tryGet(member.name, second) == AccessStatus::Ok && same(first, second), member,
                 "gives another value when it is read again");
+        require(!member.hasField || same(first, member.fallback), member, "is not its default in a new object");
         if (!member.put || m_exemptions.keepsNothing || isExempt(m_exemptions.notWritten, member))
             return;
         require(m_object->tryPut(member.name, first) == AccessStatus::Ok, member, "refuses the value that it has");
@@ -144,12 +147,45 @@ private:
             require(m_object->tryGet(member.name, second) == AccessStatus::Ok &&
                         same(taken ? other : first, second),
                     member, taken ? "does not keep what is written" : "changes although it refuses");
+            if (taken && member.isStored && member.hasField)
+                checkBag(member, other);
             require(putBack(member, first), member, "cannot be put back");
         }
+        if (member.range.isBounded())
+            checkRange(member, first);
         if (member.type != ValueType::Object)
             require(m_object->tryPut(member.name, Variant::nothing()) != AccessStatus::Ok ||
                         member.type == ValueType::Variant,
                     member, "takes Nothing for a value");
+    }
+
+    /// What the ends of its range allow and no more.
+    void checkRange(const Member& member, const Variant& before)
+    {
+        const auto takes = [&](double number) {
+            return m_object->tryPut(member.name, Variant(number)) == AccessStatus::Ok;
+        };
+        for (const double end : {member.range.least, member.range.most}) {
+            const double beyond = end == member.range.least ? end - 1 : end + 1;
+            if (std::isfinite(end))
+                require(takes(end) && !takes(beyond), member, "does not keep to its range");
+        }
+        require(putBack(member, before), member, "cannot be put back");
+    }
+
+    /// The value goes into a bag and comes back from it; without it the property has its default.
+    void checkBag(const Member& member, const Variant& value)
+    {
+        PropertyBag bag;
+        Variant now;
+        writeStored(*m_object, member, bag);
+        readStored(*m_object, member, nullptr);
+        const bool isReset = m_object->tryGet(member.name, now) == AccessStatus::Ok && same(now, member.fallback);
+        PropertyBag empty;
+        writeStored(*m_object, member, empty);
+        readStored(*m_object, member, &bag);
+        const bool isBack = m_object->tryGet(member.name, now) == AccessStatus::Ok && same(now, value);
+        require(isReset && isBack && empty.entries().empty(), member, "does not come back from a bag");
     }
 
     /// Puts the value back, as the text of a document's element where the type has one.
@@ -180,7 +216,7 @@ private:
         case ValueType::Byte:
             return {Variant(std::uint8_t(value.byte() == 1 ? 2 : 1))};
         case ValueType::Integer:
-            return {Variant(std::int16_t(value.integer() == 1 ? 2 : 1))};
+            return {Variant(std::int16_t(value.integer() == 1 ? 0 : 1)), Variant(std::int16_t(2))};
         case ValueType::Long:
         case ValueType::Colour:
             return {Variant(std::int32_t(value.longInteger() == 1 ? 2 : 1))};

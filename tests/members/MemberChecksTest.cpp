@@ -34,9 +34,9 @@ public:
             "Broken", nullptr,
             {property<&Broken::Forgetful, &Broken::setForgetful>("Forgetful"),
              property<&Broken::Refusing, &Broken::setRefusing>("Refusing"), readOnly<&Broken::Counting>("Counting"),
-             readOnly<&Broken::Failing>("Failing"), property<&Broken::Hasty, &Broken::setHasty>("Hasty"),
-             readOnly<&Broken::Sound>("No Name").asDefault(), mislabelled(),
-             property<&Broken::Sound, &Broken::setSound>("Sound").asDefault()});
+             readOnly<&Broken::Failing>("Failing"), field<&Broken::m_askew>("Askew", 1),
+             property<&Broken::Hasty, &Broken::setHasty>("Hasty"), readOnly<&Broken::Sound>("No Name").asDefault(),
+             mislabelled(), property<&Broken::Sound, &Broken::setSound>("Sound").asDefault()});
         return table;
     }
 
@@ -49,6 +49,7 @@ private:
     }
 
     int m_count = 0;
+    std::int16_t m_askew = 0;
     QString m_hasty;
     QString m_sound;
 };
@@ -78,9 +79,11 @@ TEST(MemberChecks, FindEveryRuleThatIsBroken)
         "table: has more than one default member",
         "Forgetful: does not keep what is written",
         "Refusing: refuses the value that it has",
+        "Refusing: cannot be put back", // after each of the two values that are tried
         "Refusing: cannot be put back",
         "Counting: gives another value when it is read again",
         "Failing: cannot be read",
+        "Askew: is not its default in a new object",
         "Hasty: changes although it refuses",
         "No Name: is not a name that a script can write",
         "Mislabelled: gives a value of another type than it says",
@@ -93,7 +96,7 @@ TEST(MemberChecks, LeaveOutWhatIsExempt)
     MemberExemptions exemptions;
     exemptions.notRead = {"counting", "Failing", "Mislabelled"};
     exemptions.notWritten = {"Forgetful", "Refusing", "HASTY"};
-    const Rules expected = {"table: has more than one default member",
+    const Rules expected = {"table: has more than one default member", "Askew: is not its default in a new object",
                             "No Name: is not a name that a script can write"};
     EXPECT_EQ(brokenRules(*make<Broken>(), exemptions), expected);
 }

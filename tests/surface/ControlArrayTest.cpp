@@ -4,9 +4,13 @@
 #include "surface/intrinsic/TextBox.h"
 
 #include "support/ErrorOf.h"
+#include "support/Properties.h"
 #include "values/Convert.h"
 
 namespace zan::surface::tests {
+
+using test::numberOf;
+using test::put;
 
 using test::errorOf;
 
@@ -66,21 +70,21 @@ TEST_F(ControlArrays, ANewElementIsACopyOfTheDesignNotOfTheTemplateInUse)
         auto& label = static_cast<Label&>(design);
         label.move(4560, 1560.0F, 825.0F, 225.0F);
         label.setCaption(QStringLiteral("Design"));
-        label.setAlignment(1);
+        put(label, "Alignment", 1);
         label.font()->setItalic(true);
     });
     const auto first = array.item(1);
     EXPECT_EQ(first->width(), 825.0F);
     first->setWidth(99);
     first->setVisible(true);
-    first->setTag(QStringLiteral("1"));
+    put(*first, "Tag", QStringLiteral("1"));
     static_cast<Label&>(*first).setCaption(QStringLiteral("In use"));
     const auto second = array.load(2);
-    const auto& label = static_cast<Label&>(*second);
+    auto& label = static_cast<Label&>(*second);
     EXPECT_EQ(label.width(), 825.0F);
     EXPECT_EQ(label.height(), 225.0F);
     EXPECT_EQ(label.caption(), u"Design");
-    EXPECT_EQ(label.alignment(), 1);
+    EXPECT_EQ(numberOf(label, "Alignment"), 1);
     EXPECT_TRUE(label.font()->italic());
     EXPECT_FALSE(label.visible()) << "invisible until shown";
     EXPECT_TRUE(label.tag().isEmpty());

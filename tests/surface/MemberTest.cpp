@@ -11,11 +11,14 @@
 
 #include "binding/MemberTable.h"
 #include "support/ErrorOf.h"
+#include "support/Properties.h"
 #include "values/Convert.h"
 
 #include <set>
 
 namespace zan::surface::tests {
+
+using test::put;
 
 using test::errorOf;
 
@@ -153,7 +156,7 @@ TEST_F(Members, AfterUnloadingEveryLateBoundAccessRaisesObjectNotSet)
         // Direct calls do nothing that anybody sees, and do not crash.
         control->move(1, 2.0F, 3.0F, 4.0F);
         control->setVisible(false);
-        control->setToolTipText(QStringLiteral("x"));
+        put(*control, "ToolTipText", QStringLiteral("x"));
         control->zOrder();
         EXPECT_EQ(control->hWnd(), 0);
         EXPECT_EQ(control->surface(), nullptr);

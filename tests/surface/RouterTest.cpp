@@ -1,3 +1,4 @@
+#include "support/Properties.h"
 #include "surface/SurfaceFixture.h"
 #include "surface/host/KeyCodes.h"
 #include "surface/intrinsic/CheckBox.h"
@@ -18,6 +19,9 @@
 #include <QWindow>
 
 namespace zan::surface::tests {
+
+using test::numberOf;
+using test::put;
 
 /// Calls a function of the test inside a handler.
 struct Reacting : SurfaceEvents
@@ -235,7 +239,7 @@ TEST(KeyCodes, AreTheClassicOnes)
 TEST_F(Router, ToolTipsOfPaintedControlsAppearOverThem)
 {
     const auto label = show<Label>(QStringLiteral("Label"), {100, 50, 80, 20});
-    label->setToolTipText(QStringLiteral("Stage < 1 m & rising"));
+    put(*label, "ToolTipText", QStringLiteral("Stage < 1 m & rising"));
     open();
     const auto tipAt = [&](QPoint place) {
         QToolTip::hideText();
@@ -244,7 +248,7 @@ TEST_F(Router, ToolTipsOfPaintedControlsAppearOverThem)
         return QToolTip::text();
     };
     EXPECT_EQ(tipAt({110, 60}), u"Stage < 1 m & rising");
-    label->setToolTipText(QStringLiteral("<b>bold</b>"));
+    put(*label, "ToolTipText", QStringLiteral("<b>bold</b>"));
     EXPECT_TRUE(tipAt({110, 60}).contains(QStringLiteral("&lt;b&gt;"))) << "markup is text here";
     tipAt({300, 300});
     QToolTip::hideText();
@@ -298,6 +302,7 @@ TEST_F(Router, AHandlerMayDeleteTheWholeSurface)
             control->setVisible(true);
             surface->show();
             surface->activateWindow();
+            surface->setFocus(); // so that the click moves the keyboard
             settle();
             const auto destroy = [this](LiveControl*) { surface.reset(); };
             switch (way) {
@@ -320,6 +325,11 @@ TEST_F(Router, AHandlerMayDeleteTheWholeSurface)
             if (surface && surface->focusWidget())
                 QTest::keyClick(surface->focusWidget(), Qt::Key_A);
             settle();
+            const bool isText = control->typeName() == u"TextBox";
+            const bool hasKeyboard = control->hosting() == LiveControl::Hosting::Widget;
+            const bool isCalled = way == 2 ? hasKeyboard : way == 4 ? isText : true;
+            EXPECT_EQ(surface == nullptr, isCalled) << array << ", way " << way;
+            EXPECT_EQ(control->isLoaded(), surface != nullptr) << array << ", way " << way;
         }
     }
     surface.reset();
@@ -340,9 +350,9 @@ TEST_F(Router, AnErrorOfAHandlerGoesToTheSignalAndNotIntoTheToolkit)
     EXPECT_EQ(errors, (QList<int>{91, 91}));
     box->setText(QStringLiteral("x"));
     EXPECT_EQ(errors.last(), 6);
-    check->setValue(1);
+    put(*check, "Value", 1);
     EXPECT_EQ(errors.last(), 91);
-    EXPECT_EQ(check->value(), 1);
+    EXPECT_EQ(numberOf(*check, "Value"), 1);
     surface->setEvents(nullptr);
 }
 

@@ -1,3 +1,4 @@
+#include "support/Properties.h"
 #include "surface/SurfaceFixture.h"
 #include "surface/intrinsic/CheckBox.h"
 #include "surface/intrinsic/Label.h"
@@ -12,6 +13,8 @@
 #include <QPaintEvent>
 
 namespace zan::surface::tests {
+
+using test::put;
 
 namespace {
 
@@ -43,7 +46,7 @@ protected:
     Ref<Label> block(const QRect& pixels, Colour colour)
     {
         const auto made = showNew<Label>(QStringLiteral("Label"), pixels);
-        made->setBackColor(colour);
+        put(*made, "BackColor", colour);
         return made;
     }
     void open()
@@ -64,13 +67,13 @@ TEST_F(Surfaces, AChangeIsSeenInTheNextPictureWithoutTheEventLoop)
 {
     const auto some = block({10, 10, 20, 20}, Red);
     open();
-    some->setBackColor(Green);
+    put(*some, "BackColor", Green);
     EXPECT_EQ(pixel(15, 15), QColor(0, 255, 0));
     some->move(1500);
     EXPECT_EQ(pixel(15, 15), QColor(Qt::white));
     EXPECT_EQ(pixel(105, 15), QColor(0, 255, 0));
     const auto box = show<TextBox>(QStringLiteral("Text"), {200, 200, 80, 22});
-    box->setBackColor(Blue);
+    put(*box, "BackColor", Blue);
     EXPECT_EQ(pixel(240, 210), QColor(Qt::blue)) << "widgets made on the way into the picture are in it";
 }
 
@@ -103,11 +106,11 @@ TEST_F(Surfaces, OverlappingNeighboursStayRightWhenOneOfThemChanges)
     const auto below = block({10, 10, 60, 60}, Red);
     const auto above = block({40, 40, 60, 60}, Green);
     open();
-    below->setBackColor(Blue);
+    put(*below, "BackColor", Blue);
     settle();
     EXPECT_EQ(onScreen(20, 20), QColor(Qt::blue));
     EXPECT_EQ(onScreen(50, 50), QColor(0, 255, 0)) << "the one above was painted again over it";
-    above->setBackStyle(0);
+    put(*above, "BackStyle", 0);
     settle();
     EXPECT_EQ(onScreen(50, 50), QColor(Qt::blue));
     EXPECT_EQ(onScreen(90, 90), QColor(Qt::white));
@@ -155,7 +158,7 @@ TEST_F(Surfaces, RandomEditsShowTheSameAsPaintingEverythingAnew)
             some.move(float(next(700) - 50) * 15, float(next(500) - 50) * 15);
             break;
         case 2:
-            some.setBackColor({next(0x1000000)});
+            put(some, "BackColor", Colour{next(0x1000000)});
             break;
         case 3:
             some.setVisible(next(3) > 0);
@@ -184,9 +187,9 @@ TEST_F(Surfaces, RandomEditsShowTheSameAsPaintingEverythingAnew)
 TEST_F(Surfaces, WindowlessControlsLieUnderAllOthers)
 {
     const auto box = show<TextBox>(QStringLiteral("Text"), {10, 10, 80, 30});
-    box->setBackColor(Green);
+    put(*box, "BackColor", Green);
     const auto picture1 = show<PictureBox>(QStringLiteral("Pic"), {10, 60, 80, 30});
-    picture1->setBackColor(Green);
+    put(*picture1, "BackColor", Green);
     const auto label = block({0, 0, 200, 200}, Red);
     label->zOrder(0);
     const QImage seen = picture();
@@ -198,16 +201,16 @@ TEST_F(Surfaces, WindowlessControlsLieUnderAllOthers)
 TEST_F(Surfaces, APaintedControlCanLieOverAWidget)
 {
     const auto box = show<TextBox>(QStringLiteral("Text"), {10, 10, 80, 30});
-    box->setBackColor(Green);
+    put(*box, "BackColor", Green);
     const auto over = show<PictureBox>(QStringLiteral("Pic"), {50, 10, 80, 30});
-    over->setBackColor(Red);
-    over->setBorderStyle(0);
+    put(*over, "BackColor", Red);
+    put(*over, "BorderStyle", 0);
     over->zOrder();
     open();
     EXPECT_EQ(pixel(30, 25), QColor(0, 255, 0));
     EXPECT_EQ(pixel(70, 25), QColor(Qt::red));
     EXPECT_EQ(surface->controlAt({70, 25}).get(), over.get());
-    over->setBackColor(Blue);
+    put(*over, "BackColor", Blue);
     EXPECT_EQ(pixel(70, 25), QColor(Qt::blue)) << "it follows its properties there";
     over->zOrder(1);
     EXPECT_EQ(pixel(70, 25), QColor(0, 255, 0));
@@ -235,10 +238,10 @@ TEST_F(Surfaces, PaintedControlsOverAHostedOneAreHostedToo)
     second->setVisible(true);
     first->zOrder();
     second->zOrder();
-    first->setBackColor(Red);
-    second->setBackColor(Green);
-    first->setBorderStyle(0);
-    second->setBorderStyle(0);
+    put(*first, "BackColor", Red);
+    put(*second, "BackColor", Green);
+    put(*first, "BorderStyle", 0);
+    put(*second, "BorderStyle", 0);
     open();
     EXPECT_EQ(pixel(45, 15), QColor(Qt::red));
     EXPECT_EQ(pixel(85, 15), QColor(0, 255, 0)) << "the upper one is not hidden by the host of the lower";
@@ -275,7 +278,7 @@ TEST_F(Surfaces, HostileMeasuresNeitherCrashNorHang)
     show<ProgressBar>(QStringLiteral("pbar"), {0, 0, 10, 10});
     show<TextBox>(QStringLiteral("Text"), {0, 0, 10, 10});
     const auto shape = show<Shape>(QStringLiteral("Shape"), {0, 0, 10, 10});
-    shape->setShape(4);
+    put(*shape, "Shape", 4);
     for (int place = 0; place < 100; ++place)
         block({place, place, 5, 5}, Green);
     open();
@@ -311,11 +314,11 @@ TEST_F(Surfaces, AccessibilityToolsFindThePaintedControlsAmongTheWidgets)
 {
     const auto label = block({10, 10, 80, 20}, Red);
     label->setCaption(QStringLiteral("&Stage 1.25 m"));
-    label->setToolTipText(QStringLiteral("River stage"));
+    put(*label, "ToolTipText", QStringLiteral("River stage"));
     const auto bar = show<ProgressBar>(QStringLiteral("pbar"), {10, 50, 100, 20});
     bar->setValue(40);
-    bar->setToolTipText(QStringLiteral("Battery"));
-    show<CheckBox>(QStringLiteral("cbCheck"), {10, 100, 100, 20})->setCaption(QStringLiteral("Pump"));
+    put(*bar, "ToolTipText", QStringLiteral("Battery"));
+    put(*show<CheckBox>(QStringLiteral("cbCheck"), {10, 100, 100, 20}), "Caption", QStringLiteral("Pump"));
     open();
     QAccessibleInterface* root = QAccessible::queryAccessibleInterface(surface.get());
     ASSERT_NE(root, nullptr);

@@ -1,4 +1,5 @@
 #include "support/ErrorOf.h"
+#include "support/Properties.h"
 #include "surface/SurfaceFixture.h"
 #include "surface/host/WidgetControl.h"
 #include "surface/intrinsic/CheckBox.h"
@@ -16,6 +17,10 @@
 #include <QTest>
 
 namespace zan::surface::tests {
+
+using test::flagOf;
+using test::numberOf;
+using test::put;
 
 using test::errorOf;
 
@@ -72,11 +77,11 @@ TEST_F(Widgets, ATextBoxShowsItsPropertiesAndReportsEdits)
     settle();
     EXPECT_EQ(line->text(), u"99") << "a write takes the place of what was typed";
     EXPECT_TRUE(takeLog().isEmpty()) << "showing a written text is no edit";
-    box->setAlignment(1);
-    box->setLocked(true);
-    box->setMaxLength(3);
-    box->setPasswordChar(QStringLiteral("*"));
-    box->setBorderStyle(0);
+    put(*box, "Alignment", 1);
+    put(*box, "Locked", true);
+    put(*box, "MaxLength", 3);
+    put(*box, "PasswordChar", QStringLiteral("*"));
+    put(*box, "BorderStyle", 0);
     settle();
     EXPECT_TRUE(line->alignment() & Qt::AlignRight);
     EXPECT_TRUE(line->isReadOnly());
@@ -85,7 +90,7 @@ TEST_F(Widgets, ATextBoxShowsItsPropertiesAndReportsEdits)
     EXPECT_FALSE(line->hasFrame());
     box->setText(QStringLiteral("abcdef"));
     EXPECT_EQ(box->text(), u"abc");
-    EXPECT_EQ(errorOf([&] { box->setMaxLength(-1); }), 380);
+    EXPECT_EQ(errorOf([&] { put(*box, "MaxLength", -1); }), 380);
 }
 
 TEST_F(Widgets, SelectionsWorkWithAndWithoutAWidget)
@@ -113,7 +118,7 @@ TEST_F(Widgets, SelectionsWorkWithAndWithoutAWidget)
     box->setSelLength(5);
     settle();
     EXPECT_EQ(widgetOf<QLineEdit>(box)->selectedText(), u"hello");
-    box->setMultiLine(true);
+    put(*box, "MultiLine", true);
     settle();
     box->setText(QStringLiteral("ab\r\ncd\r\nef"));
     settle();
@@ -126,7 +131,7 @@ TEST_F(Widgets, SelectionsWorkWithAndWithoutAWidget)
 TEST_F(Widgets, AMultiLineBoxKeepsClassicLineEnds)
 {
     const auto box = show<TextBox>(QStringLiteral("Text"), {10, 10, 100, 80});
-    box->setMultiLine(true);
+    put(*box, "MultiLine", true);
     box->setText(QStringLiteral("a\r\nb"));
     open();
     auto* lines = widgetOf<QPlainTextEdit>(box);
@@ -135,7 +140,7 @@ TEST_F(Widgets, AMultiLineBoxKeepsClassicLineEnds)
     lines->moveCursor(QTextCursor::End);
     lines->insertPlainText(QStringLiteral("\nc"));
     EXPECT_EQ(box->text(), u"a\r\nb\r\nc");
-    box->setMultiLine(false);
+    put(*box, "MultiLine", false);
     settle();
     EXPECT_NE(widgetOf<QLineEdit>(box), nullptr) << "another kind of widget takes the place";
 }
@@ -171,29 +176,29 @@ TEST_F(Widgets, ACheckBoxRaisesItsClickWhenItsValueChangesHoweverThatComes)
     open();
     takeLog();
     const QStringList click{QStringLiteral("click cbCheck(1)")};
-    box->setValue(1);
+    put(*box, "Value", 1);
     EXPECT_EQ(takeLog(), click);
-    box->setValue(1);
+    put(*box, "Value", 1);
     EXPECT_EQ(takeLog(), QStringList()) << "no change, no click";
     box->setEnabled(false);
-    box->setValue(0);
+    put(*box, "Value", 0);
     EXPECT_EQ(takeLog(), click) << "also while it is not enabled";
     box->setEnabled(true);
-    box->setValue(2);
+    put(*box, "Value", 2);
     takeLog();
     settle();
     EXPECT_EQ(widgetOf<QCheckBox>(box)->checkState(), Qt::PartiallyChecked);
     EXPECT_TRUE(takeLog().isEmpty()) << "showing the value is no click";
     QTest::mouseClick(surface.get(), Qt::LeftButton, {}, {20, 20});
     QTest::mouseClick(box->widget(), Qt::LeftButton, {}, {8, 10});
-    EXPECT_EQ(box->value(), 0) << "greyed goes to unchecked";
+    EXPECT_EQ(numberOf(*box, "Value"), 0) << "greyed goes to unchecked";
     settle();
     EXPECT_EQ(widgetOf<QCheckBox>(box)->checkState(), Qt::Unchecked);
     takeLog();
     QTest::keyClick(box->widget(), Qt::Key_Space);
-    EXPECT_EQ(box->value(), 1);
+    EXPECT_EQ(numberOf(*box, "Value"), 1);
     EXPECT_TRUE(takeLog().contains(click.first()));
-    EXPECT_EQ(errorOf([&] { box->setValue(3); }), 380);
+    EXPECT_EQ(errorOf([&] { put(*box, "Value", 3); }), 380);
 }
 
 TEST_F(Widgets, DroppingEnabledForAMomentDoesNotTakeTheFocus)
@@ -204,7 +209,7 @@ TEST_F(Widgets, DroppingEnabledForAMomentDoesNotTakeTheFocus)
     box->setFocus();
     ASSERT_TRUE(box->widget()->hasFocus());
     box->setEnabled(false);
-    box->setValue(1);
+    put(*box, "Value", 1);
     box->setEnabled(true);
     settle();
     EXPECT_TRUE(box->widget()->hasFocus());
@@ -250,10 +255,10 @@ TEST_F(Widgets, EnterPressesTheDefaultButtonAndEscTheCancelButton)
     const auto ok = show<CommandButton>(QStringLiteral("CommandButton"), {10, 50, 80, 24});
     const auto cancel = showNew<CommandButton>(QStringLiteral("CommandButton"), {100, 50, 80, 24});
     const auto other = showNew<CommandButton>(QStringLiteral("CommandButton"), {200, 50, 80, 24});
-    other->setDefault(true);
-    ok->setDefault(true);
-    EXPECT_FALSE(other->isDefault()) << "one default button on a surface";
-    cancel->setCancel(true);
+    put(*other, "Default", true);
+    put(*ok, "Default", true);
+    EXPECT_FALSE(flagOf(*other, "Default")) << "one default button on a surface";
+    put(*cancel, "Cancel", true);
     open();
     box->setFocus();
     takeLog();
@@ -277,7 +282,7 @@ TEST_F(Widgets, EnterPressesTheDefaultButtonAndEscTheCancelButton)
 TEST_F(Widgets, AButtonIsClickedByMouseKeyAndProgram)
 {
     const auto button = show<CommandButton>(QStringLiteral("CommandButton"), {10, 10, 80, 24});
-    button->setCaption(QStringLiteral("&Go"));
+    put(*button, "Caption", QStringLiteral("&Go"));
     open();
     EXPECT_EQ(widgetOf<QPushButton>(button)->text(), u"&Go");
     const QString click = QStringLiteral("click CommandButton(1)");
@@ -294,19 +299,19 @@ TEST_F(Widgets, AButtonIsClickedByMouseKeyAndProgram)
 TEST_F(Widgets, ColoursReachTheWidgetsThatShowThem)
 {
     const auto box = show<TextBox>(QStringLiteral("Text"), {10, 10, 100, 22});
-    box->setBackColor(values::rgb(255, 255, 0));
-    box->setForeColor(values::rgb(255, 0, 0));
+    put(*box, "BackColor", values::rgb(255, 255, 0));
+    put(*box, "ForeColor", values::rgb(255, 0, 0));
     const auto check = show<CheckBox>(QStringLiteral("cbCheck"), {10, 50, 100, 22});
-    check->setBackColor(values::rgb(0, 255, 0));
+    put(*check, "BackColor", values::rgb(0, 255, 0));
     const auto button = show<CommandButton>(QStringLiteral("CommandButton"), {10, 90, 100, 22});
-    button->setBackColor(values::rgb(0, 255, 0));
+    put(*button, "BackColor", values::rgb(0, 255, 0));
     open();
     const QImage seen = picture();
     EXPECT_EQ(seen.pixelColor(60, 21), QColor(255, 255, 0));
     EXPECT_EQ(seen.pixelColor(105, 52), QColor(0, 255, 0));
     EXPECT_NE(seen.pixelColor(60, 101), QColor(0, 255, 0)) << "a standard button keeps the system's colours";
     EXPECT_EQ(box->widget()->palette().color(QPalette::Text), QColor(255, 0, 0));
-    button->setStyle(1);
+    put(*button, "Style", 1);
     settle();
     EXPECT_EQ(button->widget()->palette().color(QPalette::Button), QColor(0, 255, 0));
     box->font()->setSize({180000});
@@ -317,10 +322,10 @@ TEST_F(Widgets, ColoursReachTheWidgetsThatShowThem)
 TEST_F(Widgets, ToolTipsOfWidgetsAreShownAsTheyStand)
 {
     const auto box = show<TextBox>(QStringLiteral("Text"), {10, 10, 100, 22});
-    box->setToolTipText(QStringLiteral("Stage (m)"));
+    put(*box, "ToolTipText", QStringLiteral("Stage (m)"));
     open();
     EXPECT_EQ(box->widget()->toolTip(), u"Stage (m)");
-    box->setToolTipText(QStringLiteral("<img src='file:///etc/passwd'>"));
+    put(*box, "ToolTipText", QStringLiteral("<img src='file:///etc/passwd'>"));
     settle();
     EXPECT_FALSE(box->widget()->toolTip().contains(QStringLiteral("<img"))) << "markup is text here";
 }
@@ -341,7 +346,7 @@ TEST_F(Widgets, TheTabKeyFollowsTabIndexAndSkipsWhatIsNoStop)
     third->setFocus();
     QTest::keyClick(third->widget(), Qt::Key_Tab);
     EXPECT_TRUE(first->widget()->hasFocus());
-    second->setTabStop(false);
+    put(*second, "TabStop", false);
     settle();
     QTest::keyClick(first->widget(), Qt::Key_Tab);
     EXPECT_FALSE(second->widget()->hasFocus());

@@ -8,11 +8,14 @@
 #include "surface/intrinsic/TextBox.h"
 
 #include "support/PointerScript.h"
+#include "support/Properties.h"
 
 #include <QDialog>
 #include <QTimer>
 
 namespace zan::surface::tests {
+
+using test::put;
 
 using zan::tests::PointerScript;
 
@@ -228,7 +231,7 @@ TEST_F(WindowMoves, ADragLeavesTheControlAndTellsWhereItWasLetGo)
 TEST_F(WindowMoves, ThePictureOfWhatIsDraggedIsUnderThePointerAndGoesAway)
 {
     const auto label = show<Label>(QStringLiteral("Label"), {100, 50, 80, 20});
-    label->setBackColor(values::rgb(255, 0, 0));
+    put(*label, "BackColor", values::rgb(255, 0, 0));
     open();
     onPress = [&](LiveControl& control) { dragControl(control); };
     QColor during;

@@ -1,7 +1,7 @@
 #include "WindowFixture.h"
 
 #include "display/frmProgress.h"
-#include "surface/intrinsic/CheckBox.h"
+#include "support/Properties.h"
 #include "surface/intrinsic/CommandButton.h"
 #include "window/ActionEngine.h"
 
@@ -45,7 +45,7 @@ protected:
         if (auto* push = dynamic_cast<surface::CommandButton*>(control.get()))
             push->press();
         else
-            static_cast<surface::CheckBox&>(*control).setValue(1);
+            test::put(*control, "Value", 1);
     }
     QString lastBox() const { return forms.boxes().empty() ? QString() : forms.boxes().back().text; }
 

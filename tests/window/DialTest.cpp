@@ -18,27 +18,18 @@ using wrappers::iBenchControl;
 
 namespace {
 
+constexpr values::Colour Red{255};
+
 /// A round gauge that is filled from below.
 class Dial : public surface::StyledControl
 {
 public:
     Dial()
-        : StyledControl(values::ButtonFace, values::rgb(255, 0, 0))
+        : StyledControl(values::ButtonFace, Red)
     {}
     double value() const { return m_value; }
-    void setValue(double value)
-    {
-        m_value = value;
-        changed(Look);
-    }
     double full() const { return m_full; }
-    void setFull(double full)
-    {
-        m_full = full;
-        changed(Look);
-    }
     std::int16_t borderStyle() const { return m_borderStyle; }
-    void setBorderStyle(std::int16_t style) { m_borderStyle = style; }
     Hosting hosting() const noexcept override { return Hosting::Painted; }
     surface::AccessibleRole accessibleRole() const noexcept override { return surface::AccessibleRole::Chart; }
     void paint(surface::PaintContext& context, const QRect& rectangle) override
@@ -49,12 +40,14 @@ public:
     }
     const binding::MemberTable& members() const override
     {
-        using binding::property;
-        static const binding::MemberTable table(
-            "Dial", &styledMembers(),
-            {property<&Dial::value, &Dial::setValue>("Value"), property<&Dial::full, &Dial::setFull>("Full"),
-             property<&Dial::borderStyle, &Dial::setBorderStyle>("BorderStyle")});
-        return table;
+        using binding::field;
+        return binding::table([] {
+            return binding::MemberTable("Dial", &styledMembers(),
+                                        {field<&Dial::m_foreColor, &Dial::restyle>("ForeColor", Red),
+                                         field<&Dial::m_value, &Dial::look>("Value"),
+                                         field<&Dial::m_full, &Dial::look>("Full", 100),
+                                         field<&Dial::m_borderStyle, &Dial::look>("BorderStyle")});
+        });
     }
 
 private:

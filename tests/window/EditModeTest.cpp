@@ -3,6 +3,7 @@
 #include "WindowFixture.h"
 
 #include "support/PointerScript.h"
+#include "support/Properties.h"
 #include "surface/edit/EditLayer.h"
 #include "surface/intrinsic/Shape.h"
 #include "window/PanelEditor.h"
@@ -164,7 +165,7 @@ TEST_F(EditMode, AGridOfNothingRaisesTheDivisionErrorToTheHost)
 TEST_F(EditMode, APressWhoseTagFindsNoWrapperIsToldToTheHost)
 {
     open({control("VB.CommandButton", 600, 600, 1200, 400)});
-    live(1)->setTag(QStringLiteral("7"));
+    test::put(*live(1), "Tag", QStringLiteral("7"));
     press({60, 50});
     EXPECT_EQ(errors, std::vector<int>{9});
 }

@@ -3,7 +3,7 @@
 
 #include "WindowFixture.h"
 
-#include "surface/intrinsic/CheckBox.h"
+#include "support/Properties.h"
 #include "surface/intrinsic/CommandButton.h"
 
 using namespace zan;
@@ -30,7 +30,7 @@ protected:
         panel->LoadWindow(QStringLiteral("A"));
     }
     void click(int place = 1) { static_cast<surface::CommandButton&>(*live(place)).press(); }
-    void check(int place = 1) { static_cast<surface::CheckBox&>(*live(place)).setValue(1); }
+    void check(int place = 1) { test::put(*live(place), "Value", 1); }
     /// The only box, and that the panel still obeys.
     void expectOneErrorAndALivingPanel(const char* description)
     {

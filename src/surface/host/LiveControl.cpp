@@ -24,10 +24,10 @@ void requireMeasure(float measure)
 
 LiveControl::LiveControl()
     : m_visible(false)
-    , m_enabled(true)
     , m_queued(false)
     , m_hosted(false)
     , m_indexed(false)
+    , m_pending(0)
 {}
 
 LiveControl::~LiveControl()
@@ -46,14 +46,15 @@ const binding::MemberTable& LiveControl::baseMembers()
             {
                 readOnly<&LiveControl::name>("Name"),
                 readOnly<&LiveControl::index>("Index"),
-                property<&LiveControl::tag, &LiveControl::setTag>("Tag"),
+                binding::field<&LiveControl::m_tag>("Tag").notDesign(),
                 property<&LiveControl::left, &LiveControl::setLeft>("Left"),
                 property<&LiveControl::top, &LiveControl::setTop>("Top"),
                 property<&LiveControl::width, &LiveControl::setWidth>("Width"),
                 property<&LiveControl::height, &LiveControl::setHeight>("Height"),
                 property<&LiveControl::visible, &LiveControl::setVisible>("Visible"),
-                property<&LiveControl::enabled, &LiveControl::setEnabled>("Enabled"),
-                property<&LiveControl::toolTipText, &LiveControl::setToolTipText>("ToolTipText"),
+                property<&LiveControl::enabled, &LiveControl::setEnabled>("Enabled")
+                    .keptIn<&LiveControl::m_enabled>(true),
+                binding::field<&LiveControl::m_toolTipText, &LiveControl::tipChanged>("ToolTipText").notStored(),
                 readOnly<&LiveControl::hWnd>("hWnd"),
                 method<&LiveControl::move>("Move"),
                 method<&LiveControl::zOrder>("ZOrder"),
@@ -149,11 +150,8 @@ void LiveControl::setEnabled(bool enabled)
     changed(Look);
 }
 
-void LiveControl::setToolTipText(const QString& text)
+void LiveControl::tipChanged()
 {
-    if (m_toolTipText == text)
-        return;
-    m_toolTipText = text;
     countChange();
     if (hosting() == Hosting::Widget) // painted controls are asked when the tip is due
         changed(Look);
@@ -202,8 +200,8 @@ bool LiveControl::hit(QPoint) const
 
 void LiveControl::copyDesign(const LiveControl& source)
 {
-    m_enabled = source.m_enabled;
-    m_toolTipText = source.m_toolTipText;
+    members().copyDesign(*this, source);
+    changed(Look);
     setRectangle(source.m_left, source.m_top, source.m_width, source.m_height);
 }
 

@@ -76,7 +76,6 @@ public:
     /// Place in the control array.
     std::int16_t index() const noexcept { return m_index; }
     const QString& tag() const noexcept { return m_tag; }
-    void setTag(const QString& tag) { m_tag = tag; }
 
     float left() const noexcept { return m_left; }
     float top() const noexcept { return m_top; }
@@ -98,7 +97,6 @@ public:
     bool enabled() const noexcept { return m_enabled; }
     void setEnabled(bool enabled);
     const QString& toolTipText() const noexcept { return m_toolTipText; }
-    void setToolTipText(const QString& text);
     /// Small number that names the control in the process (see Handles); 0 for a windowless control.
     std::int32_t hWnd();
     /// Brings the control to the front (0, the default) or to the back (1) of its layer. Raises 5 for other values.
@@ -135,7 +133,7 @@ public:
     virtual void choose() {}
     /// What a screen reader says of the control: caption, value and the like.
     virtual QString accessibleText() const { return {}; }
-    /// Takes over every design property of a control of the same type: all but array, index, tag, visibility.
+    /// Takes over every design value of a control of the same type: what its rows say, the measures and the font.
     virtual void copyDesign(const LiveControl& source);
 
 protected:
@@ -148,6 +146,8 @@ protected:
     static const binding::MemberTable& baseMembers();
     /// Asks for the control to be shown anew at the next flush. Cheap: marks, and queues at most once.
     void changed(Change what);
+    void look() { changed(Look); }     ///< hook of properties that show
+    void restyle() { changed(Style); } ///< hook of colours
     /// Counts a change that asks for nothing to be shown anew.
     void countChange() noexcept { m_changes.add(); }
     /// Called after the measures have changed.
@@ -157,20 +157,28 @@ protected:
 
     std::uint8_t pendingChanges() const noexcept { return m_pending; }
 
+    bool m_enabled = true;
+
 private:
     friend class ControlArray;
     friend class DisplayList;
     friend class Surface;
     friend class WidgetStack;
     void setRectangle(float left, float top, float width, float height);
+    void tipChanged();
+    std::uint8_t takePending() noexcept
+    {
+        const std::uint8_t changes = m_pending;
+        m_pending = 0;
+        return changes;
+    }
 
     std::int16_t m_index = 0;
     bool m_visible : 1;
-    bool m_enabled : 1;
-    bool m_queued : 1;  // waits in the surface's list of changes
-    bool m_hosted : 1;  // a painted control that has got a widget, because it lies over one
-    bool m_indexed : 1; // stands in the display list's grid
-    std::uint8_t m_pending = 0;
+    bool m_queued : 1;          // waits in the surface's list of changes
+    bool m_hosted : 1;          // a painted control that has got a widget, because it lies over one
+    bool m_indexed : 1;         // stands in the display list's grid
+    std::uint8_t m_pending : 4; // changes that the next flush will show
     float m_left = 0;
     float m_top = 0;
     float m_width = 0;

@@ -19,32 +19,16 @@ StyledControl::~StyledControl()
 
 const binding::MemberTable& StyledControl::styledMembers()
 {
-    using binding::property;
+    using binding::field;
+    using C = StyledControl;
     return binding::table([] {
-        return binding::MemberTable(
-            "Control", &baseMembers(),
-            {
-                property<&StyledControl::backColor, &StyledControl::setBackColor>("BackColor"),
-                property<&StyledControl::foreColor, &StyledControl::setForeColor>("ForeColor"),
-                property<&StyledControl::font, &StyledControl::setFont>("Font"),
-            });
+        return binding::MemberTable("Control", &baseMembers(),
+                                    {
+                                        field<&C::m_backColor, &C::restyle>("BackColor", values::ButtonFace),
+                                        field<&C::m_foreColor, &C::restyle>("ForeColor", values::ButtonText),
+                                        binding::property<&C::font, &C::setFont>("Font"),
+                                    });
     });
-}
-
-void StyledControl::setBackColor(Colour colour)
-{
-    if (m_backColor == colour)
-        return;
-    m_backColor = colour;
-    changed(Style);
-}
-
-void StyledControl::setForeColor(Colour colour)
-{
-    if (m_foreColor == colour)
-        return;
-    m_foreColor = colour;
-    changed(Style);
 }
 
 void StyledControl::setFont(const Ref<FontObject>& font)
@@ -68,11 +52,7 @@ void StyledControl::fontChanged(FontObject&)
 void StyledControl::copyDesign(const LiveControl& source)
 {
     LiveControl::copyDesign(source);
-    const auto& other = static_cast<const StyledControl&>(source);
-    m_backColor = other.m_backColor;
-    m_foreColor = other.m_foreColor;
-    setFont(copyFont(*other.m_font));
-    changed(Style);
+    setFont(copyFont(*static_cast<const StyledControl&>(source).m_font));
 }
 
 } // namespace zan::surface

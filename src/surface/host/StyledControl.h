@@ -12,9 +12,7 @@ public:
     ~StyledControl() override;
 
     Colour backColor() const noexcept { return m_backColor; }
-    void setBackColor(Colour colour);
     Colour foreColor() const noexcept { return m_foreColor; }
-    void setForeColor(Colour colour);
     /// Never empty. The font may be shared; changing it changes every owner.
     const Ref<FontObject>& font() const noexcept { return m_font; }
     /// Shares the font with whoever else has it. Raises 91 for Nothing.
@@ -27,9 +25,10 @@ protected:
     StyledControl(Colour back, Colour fore);
     static const binding::MemberTable& styledMembers();
 
-private:
     Colour m_backColor;
     Colour m_foreColor;
+
+private:
     Ref<FontObject> m_font;
 };
 

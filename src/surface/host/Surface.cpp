@@ -335,7 +335,7 @@ void Surface::syncWidgets()
             continue;
         if (control->hosting() == LiveControl::Hosting::Widget) {
             control->m_queued = false;
-            m_widgets->sync(static_cast<WidgetControl&>(*control), std::exchange(control->m_pending, 0));
+            m_widgets->sync(static_cast<WidgetControl&>(*control), control->takePending());
         } else if (control->m_hosted) {
             syncPainted(*control);
         } else {

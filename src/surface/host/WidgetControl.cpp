@@ -20,11 +20,12 @@ const binding::MemberTable& WidgetControl::widgetMembers()
 {
     using binding::property;
     return binding::table([] {
-        return binding::MemberTable("Control", &styledMembers(),
-                                    {
-                                        property<&WidgetControl::tabIndex, &WidgetControl::setTabIndex>("TabIndex"),
-                                        property<&WidgetControl::tabStop, &WidgetControl::setTabStop>("TabStop"),
-                                    });
+        return binding::MemberTable(
+            "Control", &styledMembers(),
+            {
+                property<&WidgetControl::tabIndex, &WidgetControl::setTabIndex>("TabIndex"),
+                binding::field<&WidgetControl::m_tabStop, &WidgetControl::look>("TabStop", true),
+            });
     });
 }
 
@@ -55,24 +56,12 @@ void WidgetControl::setTabIndex(std::int16_t place)
 {
     if (place < 0)
         values::raise(ErrorNumber::InvalidPropertyValue);
+    if (m_tabIndex == place)
+        return;
     m_tabIndex = place;
     if (isLoaded())
         surface()->m_widgets->tabOrderChanged();
     changed(Look);
-}
-
-void WidgetControl::setTabStop(bool stop)
-{
-    if (m_tabStop == stop)
-        return;
-    m_tabStop = stop;
-    changed(Look);
-}
-
-void WidgetControl::copyDesign(const LiveControl& source)
-{
-    m_tabStop = static_cast<const WidgetControl&>(source).m_tabStop;
-    StyledControl::copyDesign(source);
 }
 
 void WidgetControl::stylePalette(QPalette& palette) const

@@ -28,8 +28,6 @@ public:
     /// Raises 380 for a negative place.
     void setTabIndex(std::int16_t place);
     bool tabStop() const noexcept { return m_tabStop; }
-    void setTabStop(bool stop);
-    void copyDesign(const LiveControl& source) override;
 
 protected:
     WidgetControl(Colour back, Colour fore)

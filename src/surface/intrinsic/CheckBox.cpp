@@ -1,7 +1,6 @@
 #include "surface/intrinsic/CheckBox.h"
 
 #include "binding/MemberTable.h"
-#include "surface/host/Choice.h"
 #include "surface/host/Surface.h"
 #include "surface/text/MnemonicText.h"
 
@@ -15,39 +14,23 @@ CheckBox::CheckBox()
 
 const binding::MemberTable& CheckBox::members() const
 {
-    using binding::property;
+    using binding::field;
+    using binding::oneOf;
     return binding::table([] {
-        return binding::MemberTable("CheckBox", &widgetMembers(),
-                                    {
-                                        property<&CheckBox::value, &CheckBox::setValue>("Value").asDefault(),
-                                        property<&CheckBox::caption, &CheckBox::setCaption>("Caption"),
-                                        property<&CheckBox::alignment, &CheckBox::setAlignment>("Alignment"),
-                                    });
+        return binding::MemberTable(
+            "CheckBox", &widgetMembers(),
+            {
+                field<&CheckBox::m_value, &CheckBox::valueChanged>("Value", 0, oneOf(2)).asDefault(),
+                field<&CheckBox::m_caption, &CheckBox::look>("Caption"),
+                field<&CheckBox::m_alignment, &CheckBox::look>("Alignment", 0, oneOf(1)),
+            });
     });
 }
 
-void CheckBox::setCaption(const QString& caption)
+void CheckBox::valueChanged()
 {
-    if (m_caption == caption)
-        return;
-    m_caption = caption;
-    changed(Look);
-}
-
-void CheckBox::setValue(std::int16_t value)
-{
-    const std::uint8_t next = choice(value, 2);
-    if (m_value == next)
-        return;
-    m_value = next;
     changed(Look);
     raiseClick();
-}
-
-void CheckBox::setAlignment(std::int16_t alignment)
-{
-    m_alignment = choice(alignment, 1);
-    changed(Look);
 }
 
 QWidget* CheckBox::createWidget(QWidget* parent)
@@ -56,8 +39,8 @@ QWidget* CheckBox::createWidget(QWidget* parent)
     box->setAutoFillBackground(true);
     // The box's own idea of the next state does not count: greyed goes to unchecked.
     QObject::connect(box, &QCheckBox::clicked, box, [this] {
-        changed(Look);
-        setValue(m_value == 0 ? 1 : 0);
+        m_value = binding::Small(m_value == 0);
+        valueChanged();
     });
     return box;
 }
@@ -82,16 +65,6 @@ const Habits& CheckBox::habits() const noexcept
 QString CheckBox::accessibleText() const
 {
     return withoutMnemonic(m_caption);
-}
-
-void CheckBox::copyDesign(const LiveControl& source)
-{
-    WidgetControl::copyDesign(source);
-    const auto& other = static_cast<const CheckBox&>(source);
-    m_caption = other.m_caption;
-    m_value = other.m_value;
-    m_alignment = other.m_alignment;
-    changed(Look);
 }
 
 } // namespace zan::surface

@@ -1,7 +1,6 @@
 #include "surface/intrinsic/CommandButton.h"
 
 #include "binding/MemberTable.h"
-#include "surface/host/Choice.h"
 #include "surface/host/Picture.h"
 #include "surface/host/Surface.h"
 #include "surface/text/MnemonicText.h"
@@ -39,60 +38,39 @@ CommandButton::~CommandButton() = default;
 
 const binding::MemberTable& CommandButton::members() const
 {
-    using binding::property;
+    using binding::field;
+    using C = CommandButton;
     return binding::table([] {
         return binding::MemberTable(
             "CommandButton", &widgetMembers(),
             {
                 binding::absent("ForeColor"), // it would show nowhere, and a document would keep it
-                property<&CommandButton::value, &CommandButton::setValue>("Value").asDefault(),
-                property<&CommandButton::caption, &CommandButton::setCaption>("Caption"),
-                property<&CommandButton::isDefault, &CommandButton::setDefault>("Default"),
-                property<&CommandButton::cancel, &CommandButton::setCancel>("Cancel"),
-                property<&CommandButton::style, &CommandButton::setStyle>("Style"),
-                property<&CommandButton::picture, &CommandButton::setPicture>("Picture"),
+                binding::property<&C::value, &C::setValue>("Value").asDefault(),
+                field<&C::m_caption, &C::look>("Caption"),
+                field<&C::m_default, &C::defaultChanged>("Default").notDesign(),
+                field<&C::m_cancel, &C::cancelChanged>("Cancel").notDesign(),
+                field<&C::m_style, &C::restyle>("Style", 0, binding::oneOf(1)),
+                field<&C::m_picture, &C::look>("Picture"),
             });
     });
 }
 
-void CommandButton::setCaption(const QString& caption)
+/// Who becomes the default takes it from the others.
+void CommandButton::defaultChanged()
 {
-    if (m_caption == caption)
+    changed(Look);
+    if (!m_default)
         return;
-    m_caption = caption;
-    changed(Look);
+    forOtherButtons(*this, [](CommandButton& other) {
+        if (std::exchange(other.m_default, false))
+            other.changed(Look);
+    });
 }
 
-void CommandButton::setDefault(bool isDefault)
+void CommandButton::cancelChanged()
 {
-    m_default = isDefault;
-    if (isDefault)
-        forOtherButtons(*this, [](CommandButton& other) { other.setDefault(false); });
-    changed(Look);
-}
-
-void CommandButton::setCancel(bool cancel)
-{
-    m_cancel = cancel;
-    if (cancel)
-        forOtherButtons(*this, [](CommandButton& other) { other.setCancel(false); });
-}
-
-void CommandButton::setStyle(std::int16_t style)
-{
-    m_style = choice(style, 1);
-    changed(Style);
-}
-
-Ref<Picture> CommandButton::picture() const
-{
-    return m_picture;
-}
-
-void CommandButton::setPicture(const Ref<Picture>& picture)
-{
-    m_picture = picture;
-    changed(Look);
+    if (m_cancel)
+        forOtherButtons(*this, [](CommandButton& other) { other.m_cancel = false; });
 }
 
 void CommandButton::setValue(bool value)
@@ -156,16 +134,6 @@ bool CommandButton::answerKey(DialogKey key, bool focused)
 QString CommandButton::accessibleText() const
 {
     return withoutMnemonic(m_caption);
-}
-
-void CommandButton::copyDesign(const LiveControl& source)
-{
-    WidgetControl::copyDesign(source);
-    const auto& other = static_cast<const CommandButton&>(source);
-    m_caption = other.m_caption;
-    m_picture = other.m_picture;
-    m_style = other.m_style;
-    changed(Look);
 }
 
 } // namespace zan::surface

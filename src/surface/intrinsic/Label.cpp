@@ -1,7 +1,6 @@
 #include "surface/intrinsic/Label.h"
 
 #include "binding/MemberTable.h"
-#include "surface/host/Choice.h"
 #include "surface/host/Frames.h"
 #include "surface/text/MnemonicText.h"
 #include "surface/text/TextPainter.h"
@@ -14,29 +13,23 @@ namespace zan::surface {
 
 Label::Label()
     : StyledControl(values::ButtonFace, values::ButtonText)
-    , m_alignment(0)
-    , m_borderStyle(0)
-    , m_backStyle(1)
-    , m_appearance(1)
-    , m_autoSize(false)
-    , m_wordWrap(false)
-    , m_useMnemonic(true)
 {}
 
 const binding::MemberTable& Label::members() const
 {
-    using binding::property;
+    using binding::field;
+    using binding::oneOf;
     return binding::table([] {
         return binding::MemberTable("Label", &styledMembers(),
                                     {
-                                        property<&Label::caption, &Label::setCaption>("Caption").asDefault(),
-                                        property<&Label::alignment, &Label::setAlignment>("Alignment"),
-                                        property<&Label::borderStyle, &Label::setBorderStyle>("BorderStyle"),
-                                        property<&Label::backStyle, &Label::setBackStyle>("BackStyle"),
-                                        property<&Label::appearance, &Label::setAppearance>("Appearance"),
-                                        property<&Label::autoSize, &Label::setAutoSize>("AutoSize"),
-                                        property<&Label::wordWrap, &Label::setWordWrap>("WordWrap"),
-                                        property<&Label::useMnemonic, &Label::setUseMnemonic>("UseMnemonic"),
+                                        field<&Label::m_caption, &Label::reshape>("Caption").asDefault(),
+                                        field<&Label::m_alignment, &Label::look>("Alignment", 0, oneOf(2)),
+                                        field<&Label::m_borderStyle, &Label::reshape>("BorderStyle", 0, oneOf(1)),
+                                        field<&Label::m_backStyle, &Label::look>("BackStyle", 1, oneOf(1)),
+                                        field<&Label::m_appearance, &Label::reshape>("Appearance", 1, oneOf(1)),
+                                        field<&Label::m_autoSize, &Label::reshape>("AutoSize"),
+                                        field<&Label::m_wordWrap, &Label::reshape>("WordWrap"),
+                                        field<&Label::m_useMnemonic, &Label::reshape>("UseMnemonic", true),
                                     });
     });
 }
@@ -46,53 +39,11 @@ void Label::setCaption(const QString& caption)
     if (m_caption == caption)
         return;
     m_caption = caption;
-    changed(Look);
-    fitToText();
+    reshape();
 }
 
-void Label::setAlignment(std::int16_t alignment)
+void Label::reshape()
 {
-    m_alignment = choice(alignment, 2) & 3;
-    changed(Look);
-}
-
-void Label::setBorderStyle(std::int16_t style)
-{
-    m_borderStyle = choice(style, 1) & 1;
-    changed(Look);
-    fitToText();
-}
-
-void Label::setBackStyle(std::int16_t style)
-{
-    m_backStyle = choice(style, 1) & 1;
-    changed(Look);
-}
-
-void Label::setAppearance(std::int16_t appearance)
-{
-    m_appearance = choice(appearance, 1) & 1;
-    changed(Look);
-    fitToText();
-}
-
-void Label::setAutoSize(bool autoSize)
-{
-    m_autoSize = autoSize;
-    changed(Look);
-    fitToText();
-}
-
-void Label::setWordWrap(bool wordWrap)
-{
-    m_wordWrap = wordWrap;
-    changed(Look);
-    fitToText();
-}
-
-void Label::setUseMnemonic(bool useMnemonic)
-{
-    m_useMnemonic = useMnemonic;
     changed(Look);
     fitToText();
 }
@@ -150,20 +101,6 @@ void Label::paint(PaintContext& context, const QRect& rectangle)
 QString Label::accessibleText() const
 {
     return m_useMnemonic ? withoutMnemonic(m_caption) : m_caption;
-}
-
-void Label::copyDesign(const LiveControl& source)
-{
-    const auto& other = static_cast<const Label&>(source);
-    m_caption = other.m_caption;
-    m_alignment = other.m_alignment;
-    m_borderStyle = other.m_borderStyle;
-    m_backStyle = other.m_backStyle;
-    m_appearance = other.m_appearance;
-    m_autoSize = other.m_autoSize;
-    m_wordWrap = other.m_wordWrap;
-    m_useMnemonic = other.m_useMnemonic;
-    StyledControl::copyDesign(source);
 }
 
 } // namespace zan::surface

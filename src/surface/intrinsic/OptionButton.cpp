@@ -1,7 +1,6 @@
 #include "surface/intrinsic/OptionButton.h"
 
 #include "binding/MemberTable.h"
-#include "surface/host/Choice.h"
 #include "surface/host/Surface.h"
 #include "surface/text/MnemonicText.h"
 
@@ -15,24 +14,19 @@ OptionButton::OptionButton()
 
 const binding::MemberTable& OptionButton::members() const
 {
-    using binding::property;
+    using binding::field;
+    using O = OptionButton;
     return binding::table([] {
-        return binding::MemberTable(
-            "OptionButton", &widgetMembers(),
-            {
-                property<&OptionButton::value, &OptionButton::setValue>("Value").asDefault(),
-                property<&OptionButton::caption, &OptionButton::setCaption>("Caption"),
-                property<&OptionButton::alignment, &OptionButton::setAlignment>("Alignment"),
-            });
+        return binding::MemberTable("OptionButton", &widgetMembers(),
+                                    {
+                                        binding::property<&O::value, &O::setValue>("Value")
+                                            .asDefault()
+                                            .keptIn<&O::m_value>(false)
+                                            .notDesign(),
+                                        field<&O::m_caption, &O::look>("Caption"),
+                                        field<&O::m_alignment, &O::look>("Alignment", 0, binding::oneOf(1)),
+                                    });
     });
-}
-
-void OptionButton::setCaption(const QString& caption)
-{
-    if (m_caption == caption)
-        return;
-    m_caption = caption;
-    changed(Look);
 }
 
 void OptionButton::setValue(bool value)
@@ -59,12 +53,6 @@ void OptionButton::clearOthers()
                 static_cast<OptionButton*>(other)->setValue(false);
         }
     }
-}
-
-void OptionButton::setAlignment(std::int16_t alignment)
-{
-    m_alignment = choice(alignment, 1);
-    changed(Look);
 }
 
 QWidget* OptionButton::createWidget(QWidget* parent)
@@ -97,15 +85,6 @@ const Habits& OptionButton::habits() const noexcept
 QString OptionButton::accessibleText() const
 {
     return withoutMnemonic(m_caption);
-}
-
-void OptionButton::copyDesign(const LiveControl& source)
-{
-    WidgetControl::copyDesign(source);
-    const auto& other = static_cast<const OptionButton&>(source);
-    m_caption = other.m_caption;
-    m_alignment = other.m_alignment;
-    changed(Look);
 }
 
 } // namespace zan::surface

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "binding/Marshal.h"
 #include "surface/host/WidgetControl.h"
 
 namespace zan::surface {
@@ -11,20 +12,14 @@ public:
     OptionButton();
     const binding::MemberTable& members() const override;
 
-    const QString& caption() const noexcept { return m_caption; }
-    void setCaption(const QString& caption);
     bool value() const noexcept { return m_value; }
     /// True takes the value from the others of the group; a change to True raises the click event.
     void setValue(bool value);
-    /// 0 button left of the text, 1 right of it.
-    std::int16_t alignment() const noexcept { return m_alignment; }
-    void setAlignment(std::int16_t alignment);
 
     const Habits& habits() const noexcept override;
     void choose() override { setValue(true); }
     AccessibleRole accessibleRole() const noexcept override { return AccessibleRole::RadioButton; }
     QString accessibleText() const override;
-    void copyDesign(const LiveControl& source) override;
 
 protected:
     QWidget* createWidget(QWidget* parent) override;
@@ -34,7 +29,7 @@ private:
     void clearOthers();
 
     QString m_caption;
-    std::uint8_t m_alignment = 0;
+    binding::Small m_alignment{0}; // 0 button left of the text, 1 right of it
     bool m_value = false;
 };
 

@@ -1,7 +1,6 @@
 #include "surface/intrinsic/PictureBox.h"
 
 #include "binding/MemberTable.h"
-#include "surface/host/Choice.h"
 #include "surface/host/Frames.h"
 #include "surface/host/Picture.h"
 #include "values/Twips.h"
@@ -19,43 +18,23 @@ PictureBox::~PictureBox() = default;
 
 const binding::MemberTable& PictureBox::members() const
 {
-    using binding::property;
+    using binding::field;
+    using binding::oneOf;
+    using P = PictureBox;
     return binding::table([] {
-        return binding::MemberTable(
-            "PictureBox", &styledMembers(),
-            {
-                property<&PictureBox::picture, &PictureBox::setPicture>("Picture").asDefault(),
-                property<&PictureBox::borderStyle, &PictureBox::setBorderStyle>("BorderStyle"),
-                property<&PictureBox::appearance, &PictureBox::setAppearance>("Appearance"),
-                property<&PictureBox::autoSize, &PictureBox::setAutoSize>("AutoSize"),
-            });
+        return binding::MemberTable("PictureBox", &styledMembers(),
+                                    {
+                                        field<&P::m_picture, &P::reshape>("Picture").asDefault(),
+                                        field<&P::m_borderStyle, &P::reshape>("BorderStyle", 1, oneOf(1)),
+                                        field<&P::m_appearance, &P::reshape>("Appearance", 1, oneOf(1)),
+                                        field<&P::m_autoSize, &P::reshape>("AutoSize"),
+                                    });
     });
 }
 
-void PictureBox::setPicture(const Ref<Picture>& picture)
+void PictureBox::reshape()
 {
-    m_picture = picture;
     changed(Look);
-    fitToPicture();
-}
-
-void PictureBox::setBorderStyle(std::int16_t style)
-{
-    m_borderStyle = choice(style, 1);
-    changed(Look);
-    fitToPicture();
-}
-
-void PictureBox::setAppearance(std::int16_t appearance)
-{
-    m_appearance = choice(appearance, 1);
-    changed(Look);
-    fitToPicture();
-}
-
-void PictureBox::setAutoSize(bool autoSize)
-{
-    m_autoSize = autoSize;
     fitToPicture();
 }
 
@@ -84,17 +63,6 @@ void PictureBox::paint(PaintContext& context, const QRect& rectangle)
 QString PictureBox::accessibleText() const
 {
     return toolTipText();
-}
-
-void PictureBox::copyDesign(const LiveControl& source)
-{
-    StyledControl::copyDesign(source);
-    const auto& other = static_cast<const PictureBox&>(source);
-    m_picture = other.m_picture;
-    m_borderStyle = other.m_borderStyle;
-    m_appearance = other.m_appearance;
-    m_autoSize = other.m_autoSize;
-    changed(Look);
 }
 
 } // namespace zan::surface

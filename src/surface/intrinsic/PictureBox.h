@@ -1,5 +1,6 @@
 #pragma once
 
+#include "binding/Marshal.h"
 #include "surface/host/StyledControl.h"
 
 namespace zan::surface {
@@ -13,30 +14,18 @@ public:
     Hosting hosting() const noexcept override { return Hosting::Painted; }
     const binding::MemberTable& members() const override;
 
-    const Ref<Picture>& picture() const noexcept { return m_picture; }
-    /// The empty reference takes the picture away.
-    void setPicture(const Ref<Picture>& picture);
-    /// 0 none, 1 single line.
-    std::int16_t borderStyle() const noexcept { return m_borderStyle; }
-    void setBorderStyle(std::int16_t style);
-    std::int16_t appearance() const noexcept { return m_appearance; }
-    void setAppearance(std::int16_t appearance);
-    /// The box takes the size of its picture.
-    bool autoSize() const noexcept { return m_autoSize; }
-    void setAutoSize(bool autoSize);
-
     void paint(PaintContext& context, const QRect& rectangle) override;
     AccessibleRole accessibleRole() const noexcept override { return AccessibleRole::Graphic; }
     QString accessibleText() const override;
-    void copyDesign(const LiveControl& source) override;
 
 private:
+    void reshape();
     void fitToPicture();
 
-    Ref<Picture> m_picture;
-    std::uint8_t m_borderStyle = 1;
-    std::uint8_t m_appearance = 1;
-    bool m_autoSize = false;
+    Ref<Picture> m_picture;          // empty for none
+    binding::Small m_borderStyle{1}; // 0 none, 1 single line
+    binding::Small m_appearance{1};
+    bool m_autoSize = false; // the box takes the size of its picture
 };
 
 } // namespace zan::surface

@@ -1,7 +1,6 @@
 #include "surface/intrinsic/ProgressBar.h"
 
 #include "binding/MemberTable.h"
-#include "surface/host/Choice.h"
 #include "surface/host/Frames.h"
 
 #include <QPainter>
@@ -30,18 +29,21 @@ ProgressBar::ProgressBar() = default;
 
 const binding::MemberTable& ProgressBar::members() const
 {
+    using binding::field;
+    using binding::oneOf;
     using binding::property;
+    using P = ProgressBar;
     return binding::table([] {
         return binding::MemberTable(
             "ProgressBar", &baseMembers(),
             {
-                property<&ProgressBar::value, &ProgressBar::setValue>("Value").asDefault(),
-                property<&ProgressBar::minimum, &ProgressBar::setMinimum>("Min"),
-                property<&ProgressBar::maximum, &ProgressBar::setMaximum>("Max"),
-                property<&ProgressBar::orientation, &ProgressBar::setOrientation>("Orientation"),
-                property<&ProgressBar::scrolling, &ProgressBar::setScrolling>("Scrolling"),
-                property<&ProgressBar::borderStyle, &ProgressBar::setBorderStyle>("BorderStyle"),
-                property<&ProgressBar::appearance, &ProgressBar::setAppearance>("Appearance"),
+                property<&P::value, &P::setValue>("Value").asDefault().keptIn<&P::m_value>(0),
+                property<&P::minimum, &P::setMinimum>("Min").keptIn<&P::m_minimum>(0),
+                property<&P::maximum, &P::setMaximum>("Max").keptIn<&P::m_maximum>(100),
+                field<&P::m_orientation, &P::look>("Orientation", 0, oneOf(1)),
+                field<&P::m_scrolling, &P::look>("Scrolling", 0, oneOf(1)),
+                field<&P::m_borderStyle, &P::look>("BorderStyle", 0, oneOf(1)),
+                field<&P::m_appearance, &P::look>("Appearance", 1, oneOf(1)),
             });
     });
 }
@@ -50,6 +52,8 @@ void ProgressBar::setMinimum(float minimum)
 {
     if (!(minimum < m_maximum))
         values::raise(ErrorNumber::InvalidPropertyValue);
+    if (m_minimum == minimum)
+        return;
     m_minimum = minimum;
     m_value = std::max(m_value, minimum);
     changed(Look);
@@ -59,6 +63,8 @@ void ProgressBar::setMaximum(float maximum)
 {
     if (!(maximum > m_minimum))
         values::raise(ErrorNumber::InvalidPropertyValue);
+    if (m_maximum == maximum)
+        return;
     m_maximum = maximum;
     m_value = std::min(m_value, maximum);
     changed(Look);
@@ -71,30 +77,6 @@ void ProgressBar::setValue(float value)
     if (m_value == value)
         return;
     m_value = value;
-    changed(Look);
-}
-
-void ProgressBar::setOrientation(std::int16_t orientation)
-{
-    m_orientation = choice(orientation, 1);
-    changed(Look);
-}
-
-void ProgressBar::setScrolling(std::int16_t scrolling)
-{
-    m_scrolling = choice(scrolling, 1);
-    changed(Look);
-}
-
-void ProgressBar::setBorderStyle(std::int16_t style)
-{
-    m_borderStyle = choice(style, 1);
-    changed(Look);
-}
-
-void ProgressBar::setAppearance(std::int16_t appearance)
-{
-    m_appearance = choice(appearance, 1);
     changed(Look);
 }
 
@@ -133,20 +115,6 @@ void ProgressBar::paint(PaintContext& context, const QRect& rectangle)
 QString ProgressBar::accessibleText() const
 {
     return QString::number(double(m_value));
-}
-
-void ProgressBar::copyDesign(const LiveControl& source)
-{
-    LiveControl::copyDesign(source);
-    const auto& other = static_cast<const ProgressBar&>(source);
-    m_minimum = other.m_minimum;
-    m_maximum = other.m_maximum;
-    m_value = other.m_value;
-    m_orientation = other.m_orientation;
-    m_scrolling = other.m_scrolling;
-    m_borderStyle = other.m_borderStyle;
-    m_appearance = other.m_appearance;
-    changed(Look);
 }
 
 } // namespace zan::surface

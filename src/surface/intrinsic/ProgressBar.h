@@ -1,5 +1,6 @@
 #pragma once
 
+#include "binding/Marshal.h"
 #include "surface/host/LiveControl.h"
 
 namespace zan::surface {
@@ -21,34 +22,21 @@ public:
     float value() const noexcept { return m_value; }
     /// Raises 380 outside Min to Max; the bar then keeps its value.
     void setValue(float value);
-    /// 0 horizontal, 1 vertical.
-    std::int16_t orientation() const noexcept { return m_orientation; }
-    void setOrientation(std::int16_t orientation);
-    /// 0 in blocks, 1 smooth.
-    std::int16_t scrolling() const noexcept { return m_scrolling; }
-    void setScrolling(std::int16_t scrolling);
-    /// 0 none, 1 single line.
-    std::int16_t borderStyle() const noexcept { return m_borderStyle; }
-    void setBorderStyle(std::int16_t style);
-    /// 0 flat, 1 with depth.
-    std::int16_t appearance() const noexcept { return m_appearance; }
-    void setAppearance(std::int16_t appearance);
 
     /// The part of the bar that is filled, 0 to 1.
     double fraction() const noexcept;
     void paint(PaintContext& context, const QRect& rectangle) override;
     AccessibleRole accessibleRole() const noexcept override { return AccessibleRole::Progress; }
     QString accessibleText() const override;
-    void copyDesign(const LiveControl& source) override;
 
 private:
     float m_minimum = 0;
     float m_maximum = 100;
     float m_value = 0;
-    std::uint8_t m_orientation = 0;
-    std::uint8_t m_scrolling = 0;
-    std::uint8_t m_borderStyle = 0;
-    std::uint8_t m_appearance = 1;
+    binding::Small m_orientation{0}; // 0 horizontal, 1 vertical
+    binding::Small m_scrolling{0};   // 0 in blocks, 1 smooth
+    binding::Small m_borderStyle{0}; // 0 none, 1 single line
+    binding::Small m_appearance{1};  // 0 flat, 1 with depth
 };
 
 } // namespace zan::surface

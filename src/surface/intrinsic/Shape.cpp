@@ -1,7 +1,6 @@
 #include "surface/intrinsic/Shape.h"
 
 #include "binding/MemberTable.h"
-#include "surface/host/Choice.h"
 
 #include <QPainter>
 #include <QPalette>
@@ -62,70 +61,22 @@ Shape::Shape() = default;
 
 const binding::MemberTable& Shape::members() const
 {
-    using binding::property;
+    using binding::field;
+    using binding::oneOf;
     return binding::table([] {
-        return binding::MemberTable("Shape", &baseMembers(),
-                                    {
-                                        property<&Shape::shape, &Shape::setShape>("Shape").asDefault(),
-                                        property<&Shape::borderStyle, &Shape::setBorderStyle>("BorderStyle"),
-                                        property<&Shape::borderColor, &Shape::setBorderColor>("BorderColor"),
-                                        property<&Shape::borderWidth, &Shape::setBorderWidth>("BorderWidth"),
-                                        property<&Shape::fillStyle, &Shape::setFillStyle>("FillStyle"),
-                                        property<&Shape::fillColor, &Shape::setFillColor>("FillColor"),
-                                        property<&Shape::backStyle, &Shape::setBackStyle>("BackStyle"),
-                                        property<&Shape::backColor, &Shape::setBackColor>("BackColor"),
-                                    });
+        return binding::MemberTable(
+            "Shape", &baseMembers(),
+            {
+                field<&Shape::m_shape, &Shape::look>("Shape", 0, oneOf(5)).asDefault(),
+                field<&Shape::m_borderStyle, &Shape::look>("BorderStyle", 1, oneOf(6)),
+                field<&Shape::m_borderColor, &Shape::look>("BorderColor", values::WindowText),
+                field<&Shape::m_borderWidth, &Shape::look>("BorderWidth", 1, binding::between(1, WidestBorder)),
+                field<&Shape::m_fillStyle, &Shape::look>("FillStyle", 1, oneOf(7)),
+                field<&Shape::m_fillColor, &Shape::look>("FillColor"),
+                field<&Shape::m_backStyle, &Shape::look>("BackStyle", 0, oneOf(1)),
+                field<&Shape::m_backColor, &Shape::look>("BackColor", values::WindowBackground),
+            });
     });
-}
-
-void Shape::setShape(std::int16_t shape)
-{
-    m_shape = choice(shape, 5);
-    changed(Look);
-}
-
-void Shape::setBorderStyle(std::int16_t style)
-{
-    m_borderStyle = choice(style, 6);
-    changed(Look);
-}
-
-void Shape::setBorderColor(Colour colour)
-{
-    m_borderColor = colour;
-    changed(Look);
-}
-
-void Shape::setBorderWidth(std::int16_t width)
-{
-    if (width < 1 || width > WidestBorder)
-        values::raise(values::ErrorNumber::InvalidPropertyValue);
-    m_borderWidth = width;
-    changed(Look);
-}
-
-void Shape::setFillStyle(std::int16_t style)
-{
-    m_fillStyle = choice(style, 7);
-    changed(Look);
-}
-
-void Shape::setFillColor(Colour colour)
-{
-    m_fillColor = colour;
-    changed(Look);
-}
-
-void Shape::setBackStyle(std::int16_t style)
-{
-    m_backStyle = choice(style, 1);
-    changed(Look);
-}
-
-void Shape::setBackColor(Colour colour)
-{
-    m_backColor = colour;
-    changed(Look);
 }
 
 /// 1. What is behind the pattern, 2. the fill, 3. the border, which lies inside the rectangle as a whole.
@@ -164,21 +115,6 @@ void Shape::paint(PaintContext& context, const QRect& rectangle)
 bool Shape::hit(QPoint) const
 {
     return false;
-}
-
-void Shape::copyDesign(const LiveControl& source)
-{
-    LiveControl::copyDesign(source);
-    const auto& other = static_cast<const Shape&>(source);
-    m_shape = other.m_shape;
-    m_borderStyle = other.m_borderStyle;
-    m_borderColor = other.m_borderColor;
-    m_borderWidth = other.m_borderWidth;
-    m_fillStyle = other.m_fillStyle;
-    m_fillColor = other.m_fillColor;
-    m_backStyle = other.m_backStyle;
-    m_backColor = other.m_backColor;
-    changed(Look);
 }
 
 } // namespace zan::surface

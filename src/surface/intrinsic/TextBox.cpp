@@ -1,7 +1,6 @@
 #include "surface/intrinsic/TextBox.h"
 
 #include "binding/MemberTable.h"
-#include "surface/host/Choice.h"
 #include "surface/host/Surface.h"
 #include "surface/ops/ControlOps.h"
 #include "surface/text/DosCharset.h"
@@ -55,22 +54,28 @@ TextBox::TextBox()
 
 const binding::MemberTable& TextBox::members() const
 {
+    using binding::field;
+    using binding::oneOf;
     using binding::property;
+    using T = TextBox;
     return binding::table([] {
-        return binding::MemberTable("TextBox", &widgetMembers(),
-                                    {
-                                        property<&TextBox::text, &TextBox::setText>("Text").asDefault(),
-                                        property<&TextBox::alignment, &TextBox::setAlignment>("Alignment"),
-                                        property<&TextBox::locked, &TextBox::setLocked>("Locked"),
-                                        property<&TextBox::maxLength, &TextBox::setMaxLength>("MaxLength"),
-                                        property<&TextBox::passwordChar, &TextBox::setPasswordChar>("PasswordChar"),
-                                        property<&TextBox::multiLine, &TextBox::setMultiLine>("MultiLine"),
-                                        property<&TextBox::scrollBars, &TextBox::setScrollBars>("ScrollBars"),
-                                        property<&TextBox::borderStyle, &TextBox::setBorderStyle>("BorderStyle"),
-                                        property<&TextBox::selStart, &TextBox::setSelStart>("SelStart"),
-                                        property<&TextBox::selLength, &TextBox::setSelLength>("SelLength"),
-                                        property<&TextBox::selText, &TextBox::setSelText>("SelText"),
-                                    });
+        return binding::MemberTable(
+            "TextBox", &widgetMembers(),
+            {
+                field<&T::m_backColor, &T::restyle>("BackColor", values::WindowBackground),
+                field<&T::m_foreColor, &T::restyle>("ForeColor", values::WindowText),
+                property<&T::text, &T::setText>("Text").asDefault().keptIn<&T::m_text>({}),
+                field<&T::m_alignment, &T::look>("Alignment", 0, oneOf(2)),
+                field<&T::m_locked, &T::look>("Locked"),
+                field<&T::m_maxLength, &T::lengthChanged>("MaxLength", 0, binding::atLeast(0)),
+                property<&T::passwordChar, &T::setPasswordChar>("PasswordChar").keptIn<&T::m_passwordChar>({}),
+                field<&T::m_multiLine, &T::renewWidget>("MultiLine"),
+                field<&T::m_scrollBars, &T::look>("ScrollBars", 0, oneOf(3)),
+                field<&T::m_borderStyle, &T::look>("BorderStyle", 1, oneOf(1)),
+                property<&T::selStart, &T::setSelStart>("SelStart"),
+                property<&T::selLength, &T::setSelLength>("SelLength"),
+                property<&T::selText, &T::setSelText>("SelText"),
+            });
     });
 }
 
@@ -88,56 +93,26 @@ void TextBox::setText(const QString& text)
     }
 }
 
-void TextBox::setAlignment(std::int16_t alignment)
+void TextBox::lengthChanged()
 {
-    m_alignment = choice(alignment, 2);
     changed(Look);
-}
-
-void TextBox::setLocked(bool locked)
-{
-    m_locked = locked;
-    changed(Look);
-}
-
-void TextBox::setMaxLength(std::int32_t length)
-{
-    if (length < 0)
-        values::raise(ErrorNumber::InvalidPropertyValue);
-    m_maxLength = length;
-    if (length > 0 && m_text.size() > length)
+    if (m_maxLength > 0 && m_text.size() > m_maxLength)
         setText(m_text);
-    changed(Look);
 }
 
 void TextBox::setPasswordChar(const QString& character)
 {
-    m_passwordChar = character.left(1);
-    changed(Look);
-}
-
-void TextBox::setMultiLine(bool multiLine)
-{
-    if (m_multiLine == multiLine)
+    const QString kept = character.left(1);
+    if (m_passwordChar == kept)
         return;
-    m_multiLine = multiLine;
-    renewWidget();
-}
-
-void TextBox::setScrollBars(std::int16_t bars)
-{
-    m_scrollBars = choice(bars, 3);
-    changed(Look);
-}
-
-void TextBox::setBorderStyle(std::int16_t style)
-{
-    m_borderStyle = choice(style, 1);
+    m_passwordChar = kept;
     changed(Look);
 }
 
 void TextBox::setDigitsOnly(bool digitsOnly)
 {
+    if (m_digitsOnly == digitsOnly)
+        return;
     m_digitsOnly = digitsOnly;
     changed(Look);
 }
@@ -298,18 +273,8 @@ QString TextBox::accessibleText() const
 
 void TextBox::copyDesign(const LiveControl& source)
 {
+    m_digitsOnly = static_cast<const TextBox&>(source).m_digitsOnly; // no property by name
     WidgetControl::copyDesign(source);
-    const auto& other = static_cast<const TextBox&>(source);
-    m_text = other.m_text;
-    m_passwordChar = other.m_passwordChar;
-    m_maxLength = other.m_maxLength;
-    m_alignment = other.m_alignment;
-    m_scrollBars = other.m_scrollBars;
-    m_borderStyle = other.m_borderStyle;
-    m_locked = other.m_locked;
-    m_multiLine = other.m_multiLine;
-    m_digitsOnly = other.m_digitsOnly;
-    changed(Look);
 }
 
 } // namespace zan::surface

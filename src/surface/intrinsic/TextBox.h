@@ -1,5 +1,6 @@
 #pragma once
 
+#include "binding/Marshal.h"
 #include "surface/host/WidgetControl.h"
 
 namespace zan::surface {
@@ -14,27 +15,7 @@ public:
     const QString& text() const noexcept { return m_text; }
     /// A text longer than MaxLength is cut. Tells the surface's owner when it changes.
     void setText(const QString& text);
-    /// 0 left, 1 right, 2 centre.
-    std::int16_t alignment() const noexcept { return m_alignment; }
-    void setAlignment(std::int16_t alignment);
-    /// The user can select but not change the text.
-    bool locked() const noexcept { return m_locked; }
-    void setLocked(bool locked);
-    /// Most characters, 0 for no limit of its own.
-    std::int32_t maxLength() const noexcept { return m_maxLength; }
-    void setMaxLength(std::int32_t length);
-    /// Shown instead of every character; empty shows the text.
-    const QString& passwordChar() const noexcept { return m_passwordChar; }
-    void setPasswordChar(const QString& character);
-    bool multiLine() const noexcept { return m_multiLine; }
-    void setMultiLine(bool multiLine);
-    /// 0 none, 1 horizontal, 2 vertical, 3 both; for a multi-line box.
-    std::int16_t scrollBars() const noexcept { return m_scrollBars; }
-    void setScrollBars(std::int16_t bars);
-    std::int16_t borderStyle() const noexcept { return m_borderStyle; }
-    void setBorderStyle(std::int16_t style);
     /// Digits only can be typed.
-    bool digitsOnly() const noexcept { return m_digitsOnly; }
     void setDigitsOnly(bool digitsOnly);
 
     /// Selection in characters from 0. Values past the end are clamped, negative ones raise 380.
@@ -65,15 +46,18 @@ private:
     void select(Selection selection);
     void takeEditedText(const QString& shown);
     QString shownText() const;
+    const QString& passwordChar() const noexcept { return m_passwordChar; }
+    void setPasswordChar(const QString& character);
+    void lengthChanged();
 
     QString m_text;
-    QString m_passwordChar;
-    std::int32_t m_maxLength = 0;
+    QString m_passwordChar;       // shown instead of every character; empty shows the text
+    std::int32_t m_maxLength = 0; // most characters, 0 for no limit of its own
     Selection m_selection;
-    std::uint8_t m_alignment = 0;
-    std::uint8_t m_scrollBars = 0;
-    std::uint8_t m_borderStyle = 1;
-    bool m_locked = false;
+    binding::Small m_alignment{0};   // 0 left, 1 right, 2 centre
+    binding::Small m_scrollBars{0};  // 0 none, 1 horizontal, 2 vertical, 3 both; for a multi-line box
+    binding::Small m_borderStyle{1}; // 0 none, 1 single line
+    bool m_locked = false;           // the user can select but not change the text
     bool m_multiLine = false;
     bool m_digitsOnly = false;
 };
