@@ -146,13 +146,9 @@ QSize HeadlessPanel::sizeFor(const PanelRequest& request)
     const QSize wanted = request.size.isValid() ? request.size : contentSize(*m_panel);
     const QSize size = fittedSize(wanted, request.scale);
     if (size != wanted)
-        m_report.note(
-            QStringLiteral("The contents take %1 x %2 pixels; the panel is cut to the upper left %3 x %4 of "
-                           "them.")
-                .arg(wanted.width())
-                .arg(wanted.height())
-                .arg(size.width())
-                .arg(size.height()));
+        m_report.note(QStringLiteral("The panel is cut to the upper left %1 x %2 pixels of its contents.")
+                          .arg(size.width())
+                          .arg(size.height()));
     return size;
 }
 
