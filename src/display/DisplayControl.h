@@ -78,9 +78,9 @@ private:
     void load(const binding::PropertyBag* bag, const Ref<FontObject>& ambientFont);
     void checkSize();
 
+    bool m_loading = false;
     Host* m_host = nullptr;
     QSize m_drawnSize{0, 0}; // the size that resized() was last told of
-    bool m_loading = false;
 };
 
 } // namespace zan::display

@@ -173,12 +173,12 @@ private:
         return changes;
     }
 
-    std::int16_t m_index = 0;
     bool m_visible : 1;
     bool m_queued : 1;          // waits in the surface's list of changes
     bool m_hosted : 1;          // a painted control that has got a widget, because it lies over one
     bool m_indexed : 1;         // stands in the display list's grid
     std::uint8_t m_pending : 4; // changes that the next flush will show
+    std::int16_t m_index = 0;
     float m_left = 0;
     float m_top = 0;
     float m_width = 0;
