@@ -28,6 +28,16 @@ values::Date dateOf(const QDateTime& time)
     values::raise(ErrorNumber::InvalidCall, description);
 }
 
+/// A channel as a person knows it: its label, or else its key, or its place.
+QString nameOf(const Channel& channel)
+{
+    const QString label = channel.Label();
+    if (!label.isEmpty())
+        return label;
+    const QString key = channel.Key();
+    return key.isEmpty() ? QStringLiteral("the channel at address %1").arg(channel.BaseAddress()) : key;
+}
+
 /// The format in which a value is written: a text channel without a length takes the text's own.
 RawFormat writeFormat(const Channel& channel, const Variant& value, ByteOrder order)
 {
@@ -94,11 +104,12 @@ bool HalyardLive::isCovered(std::int32_t address, std::int16_t bytes) const
     return std::int64_t(field.address) + field.length >= std::int64_t(address) + bytes;
 }
 
-void HalyardLive::WriteChannel(const Ref<Channel>& channel, const Variant& value)
+void HalyardLive::WriteChannel(const Ref<Channel>& channel, const Variant& given)
 {
     if (!channel)
         values::raise(ErrorNumber::ObjectNotSet);
     const values::Ref<HalyardLive> self(this);
+    const Variant value = values::plainValue(given); // a text is a text, also when an object stands for it
     if (!m_isRunning || !m_thread)
         refuse(QStringLiteral("Nothing can be written while the logger is not connected."));
     const std::int32_t address = channel->BaseAddress();
@@ -109,7 +120,9 @@ void HalyardLive::WriteChannel(const Ref<Channel>& channel, const Variant& value
                    .arg(channel->DataType()));
     QByteArray bytes;
     if (const ErrorNumber error = encodeRaw(format, value, bytes); error != ErrorNumber::None)
-        values::raise(error);
+        values::raise(
+            error,
+            QStringLiteral("Nothing was written to %1: %2.").arg(nameOf(*channel), refusalText(format, value)));
     if (m_writes.size() >= MostWaitingWrites)
         refuse(QStringLiteral("Too many writes are waiting for the logger."));
 

@@ -45,7 +45,7 @@ public:
 
     Ref<site::LogBuffers> Buffers() override { return m_buffers; }
     double ReadMemory(std::int32_t address, std::int16_t bytes) override;
-    void WriteChannel(const Ref<Channel>& channel, const Variant& value) override;
+    void WriteChannel(const Ref<Channel>& channel, const Variant& given) override;
 
     /// The connection stands: writes are taken, polling begins if it is asked for.
     void start();

@@ -1,6 +1,7 @@
 #include "halyard/RawValue.h"
 
 #include "values/Convert.h"
+#include "values/NumberParser.h"
 
 #include <algorithm>
 #include <array>
@@ -9,6 +10,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <optional>
 
 namespace zan::halyard {
 
@@ -162,6 +164,62 @@ ErrorNumber encodeText(const RawFormat& format, const Variant& value, QByteArray
     return ErrorNumber::None;
 }
 
+/// The number that a text is as a whole: blanks around it, a sign, digits with at most one point, an exponent.
+/// Scripts take more for a number ("0,5" with its separator, "&H10", "$3"), but what goes to a logger must be what
+/// its reader sees.
+std::optional<double> wholeNumber(const QString& text)
+{
+    const QByteArray digits = text.trimmed().toLatin1().toLower();
+    const char* first = digits.constData();
+    const char* const last = first + digits.size();
+    if (first != last && (*first == '+' || *first == '-'))
+        ++first;
+    if (first == last || !((*first >= '0' && *first <= '9') || *first == '.'))
+        return std::nullopt; // a second sign, "inf" and "nan" are no digits
+    double number = 0;
+    const auto [end, error] = std::from_chars(first, last, number);
+    if (error == std::errc::invalid_argument || end != last)
+        return std::nullopt;
+    if (error == std::errc::result_out_of_range)
+        number = values::doubleFromDecimal(first, last);
+    return digits.startsWith('-') ? -number : number;
+}
+
+ErrorNumber numberOf(const Variant& value, double& number)
+{
+    if (value.is(values::Kind::String)) {
+        const std::optional<double> whole = wholeNumber(value.text());
+        number = whole.value_or(0);
+        return whole ? ErrorNumber::None : ErrorNumber::TypeMismatch;
+    }
+    const ErrorNumber error = values::tryToDouble(value, number);
+    if (error == ErrorNumber::None && value.is(values::Kind::Single))
+        number = plainDouble(value.single());
+    return error;
+}
+
+QString written(double number)
+{
+    return values::toText(Variant(number));
+}
+
+/// What a channel takes, in words.
+QString rangeText(const RawFormat& format)
+{
+    if (format.type == DataType::String)
+        return QStringLiteral("a text of up to %1 Latin-1 characters").arg(format.length);
+    if (format.type == DataType::Double)
+        return QStringLiteral("a number");
+    const double greatest = std::numeric_limits<float>::max();
+    const IntegerRange raw = isFloat(format.type) ? IntegerRange{-greatest, greatest} : rangeOf(format.type);
+    if (format.formula) // its curve need not run from the one end to the other
+        return QStringLiteral("a number that comes from a raw value between %1 and %2")
+            .arg(written(raw.lowest), written(raw.highest));
+    const double from = raw.lowest * format.multiplier + format.offset;
+    const double to = raw.highest * format.multiplier + format.offset;
+    return QStringLiteral("a number from %1 to %2").arg(written(std::min(from, to)), written(std::max(from, to)));
+}
+
 ErrorNumber unscaled(const RawFormat& format, double value, double& raw)
 {
     if (format.formula)
@@ -245,10 +303,8 @@ ErrorNumber encodeRaw(const RawFormat& format, const Variant& value, QByteArray&
     if (format.type == DataType::String)
         return encodeText(format, value, bytes);
     double number = 0;
-    if (const ErrorNumber error = values::tryToDouble(value, number); error != ErrorNumber::None)
+    if (const ErrorNumber error = numberOf(value, number); error != ErrorNumber::None)
         return error;
-    if (value.is(values::Kind::Single))
-        number = plainDouble(value.single());
     double raw = 0;
     if (const ErrorNumber error = unscaled(format, number, raw); error != ErrorNumber::None)
         return error;
@@ -257,6 +313,19 @@ ErrorNumber encodeRaw(const RawFormat& format, const Variant& value, QByteArray&
               format.order);
     bytes = result;
     return ErrorNumber::None;
+}
+
+QString refusalText(const RawFormat& format, const Variant& value)
+{
+    constexpr qsizetype LongestShown = 40;
+    QString shown;
+    if (values::tryToText(value, shown) != ErrorNumber::None)
+        shown = QStringLiteral("what is no text");
+    else if (shown.size() > LongestShown)
+        shown = QStringLiteral("\"%1...\"").arg(shown.left(LongestShown));
+    else
+        shown = QStringLiteral("\"%1\"").arg(shown);
+    return QStringLiteral("it takes %1, not %2").arg(rangeText(format), shown);
 }
 
 void storeRaw(DataType type, ByteOrder order, double raw, std::uint8_t* bytes)

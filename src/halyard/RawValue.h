@@ -51,10 +51,15 @@ RawFormat rawFormat(const Channel& channel, ByteOrder order);
 /// same number. A number that is none (NaN, infinite, outside the formula's curve) is Empty: no reading.
 Variant decodeRaw(const RawFormat& format, const std::uint8_t* bytes);
 
-/// Bytes of a value, the scaling undone, whole numbers rounded half to even. InvalidCall for a format without
+/// Bytes of a value, the scaling undone, whole numbers rounded half to even. A text is a number as a whole (sign,
+/// digits, a point, an exponent) or none: separators, currency signs and "&H" are for scripts. InvalidCall for a format without
 /// length, TypeMismatch for what is no number or a character that a byte cannot hold, Overflow for what is outside
 /// the type's range or longer than the text; `bytes` is then untouched.
 [[nodiscard]] ErrorNumber encodeRaw(const RawFormat& format, const Variant& value, QByteArray& bytes);
+
+/// Why encodeRaw() refused a value: what the format takes and what it was given, without the channel's name and
+/// without a full stop.
+QString refusalText(const RawFormat& format, const Variant& value);
 
 /// Bytes of a raw number of the format's type, kept to the type's range; for what makes up memory by itself.
 void storeRaw(DataType type, ByteOrder order, double raw, std::uint8_t* bytes);

@@ -218,6 +218,27 @@ TEST_F(Live, AWriteThatFindsTheConnectionBrokenBreaksTheLink)
     EXPECT_EQ(logger->Link()->State(), LinkState::Broken);
 }
 
+TEST_F(Live, ARefusedWriteNamesTheChannelTheTextAndTheRange)
+{
+    const auto gate = channel(QStringLiteral("GATE"), 100, DataType::UnsignedByte);
+    start();
+    connectLogger();
+    const auto refusal = [&](const Variant& value) {
+        try {
+            logger->Live()->WriteChannel(gate, value);
+        } catch (const values::RuntimeError& error) {
+            return error.description();
+        }
+        return QStringLiteral("written");
+    };
+    EXPECT_EQ(refusal(Variant(u"0,5")),
+              u"Nothing was written to GATE: it takes a number from 0 to 255, not \"0,5\".");
+    gate->label = QStringLiteral("Gate opening");
+    EXPECT_EQ(refusal(Variant(300)),
+              u"Nothing was written to Gate opening: it takes a number from 0 to 255, not \"300\".");
+    EXPECT_EQ(refusal(Variant(u"255")), u"written");
+}
+
 TEST_F(Live, WritesAreRefusedWithTheErrorThatSaysWhy)
 {
     const auto byte = channel(QStringLiteral("A"), 100, DataType::UnsignedByte);

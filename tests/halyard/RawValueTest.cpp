@@ -168,7 +168,6 @@ TEST(RawValue, ValuesOutsideTheTypeOverflowAndTextThatIsNoNumberIsAMismatch)
         {DataType::Double, Variant(1e39), "48078287f49c4a1d"},
         {DataType::UnsignedByte, Variant(u"12"), "0c"},
         {DataType::UnsignedByte, Variant(u" 12 "), "0c"},
-        {DataType::UnsignedByte, Variant(u"&h1F"), "1f"},
         {DataType::UnsignedByte, Variant(u"12x"), "error 13"},
         {DataType::UnsignedByte, Variant(u""), "error 13"},
         {DataType::Double, Variant(u"nan"), "error 13"},
@@ -177,6 +176,39 @@ TEST(RawValue, ValuesOutsideTheTypeOverflowAndTextThatIsNoNumberIsAMismatch)
     };
     for (const RefusedRow& row : rows)
         EXPECT_EQ(encoded(formatOf(row.type), row.value), row.result) << int(row.type);
+}
+
+TEST(RawValue, ATextIsANumberAsAWholeOrNone)
+{
+    const std::pair<const char16_t*, const char*> rows[] = {
+        {u"16", "10"},           {u"+16", "10"},        {u" 1.6e1 ", "10"},     {u".5E1", "05"},
+        {u"3.", "03"},           {u"-0", "00"},         {u"1e-400", "00"},      {u"0,5", "error 13"},
+        {u"1,6", "error 13"},    {u"&H10", "error 13"}, {u"&o20", "error 13"},  {u"$3", "error 13"},
+        {u"(3)", "error 13"},    {u"3-", "error 13"},   {u"+-3", "error 13"},   {u"- 3", "error 13"},
+        {u"1d1", "error 13"},    {u"1e", "error 13"},   {u".", "error 13"},     {u"0x10", "error 13"},
+        {u"inf", "error 13"},    {u"-nan", "error 13"}, {u"1 2", "error 13"},   {u"1.2.3", "error 13"},
+        {u"\u0663", "error 13"}, {u"1e400", "error 6"}, {u"-1e400", "error 6"},
+    };
+    for (const auto& [text, result] : rows)
+        EXPECT_EQ(encoded(formatOf(DataType::UnsignedByte), Variant(text)), result)
+            << QString::fromUtf16(text).toStdString();
+}
+
+TEST(RawValue, ARefusalTellsWhatIsTakenAndWhatWasGiven)
+{
+    RawFormat format = formatOf(DataType::SignedByte);
+    EXPECT_EQ(refusalText(format, Variant(u"0,5")), u"it takes a number from -128 to 127, not \"0,5\"");
+    format.multiplier = -0.5;
+    format.offset = 1;
+    EXPECT_EQ(refusalText(format, Variant(200)), u"it takes a number from -62.5 to 65, not \"200\"");
+    format.formula = findFormula(QStringLiteral("Square"));
+    EXPECT_EQ(refusalText(format, Variant(u"x")),
+              u"it takes a number that comes from a raw value between -128 and 127, not \"x\"");
+    EXPECT_EQ(refusalText(formatOf(DataType::String, 4), Variant(u"ABCDE")),
+              u"it takes a text of up to 4 Latin-1 characters, not \"ABCDE\"");
+    EXPECT_EQ(refusalText(formatOf(DataType::Double), Variant(QString(41, u'x'))),
+              QStringLiteral("it takes a number, not \"%1...\"").arg(QString(40, u'x')));
+    EXPECT_EQ(refusalText(formatOf(DataType::Double), Variant::null()), u"it takes a number, not what is no text");
 }
 
 TEST(RawValue, ScaledNumbersAreDoublesThatReadAsTheyAreMeant)
