@@ -106,6 +106,11 @@ FileStamp DiskFile::stamp() const
     return FileStamp::of(content.bytes);
 }
 
+bool DiskFile::canBeReplaced() const
+{
+    return FileReplacement::hasRoomFor(*this);
+}
+
 void DiskFile::replace(const QByteArray& bytes, const std::optional<FileStamp>& expected) const
 {
     FileReplacement replacement(*this);

@@ -49,9 +49,12 @@ public:
     /// What it holds at this moment. An unreadable file has no hash.
     FileStamp stamp() const;
 
+    /// Whether its name leaves room for the names that a replacement needs beside it.
+    bool canBeReplaced() const;
     /// Replaces the content and keeps the former one as the backup. With `expected`, refuses (ChangedOnDisk)
     /// when the file holds anything else; a file that is gone is written again. Permission bits stay, a
-    /// symbolic link stays a link and its target is replaced. On any error the file and its backup are as
+    /// symbolic link stays a link and its target is replaced; extended attributes and access lists stay. A file with
+    /// a second name (a hard link) is refused, for that name would keep the former content. On any error the file and its backup are as
     /// before. Raises 57, 61, 75, 76 or ChangedOnDisk with a text that says what, where and what to do.
     void replace(const QByteArray& bytes, const std::optional<FileStamp>& expected) const;
 

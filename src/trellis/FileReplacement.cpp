@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <limits>
 #include <sys/file.h>
+#include <sys/xattr.h>
 #include <thread>
 
 namespace zan::trellis {
@@ -22,6 +23,10 @@ constexpr int LockAttempts = 100;
 constexpr std::chrono::milliseconds LockPause{20};
 constexpr int DeviceError = 57;
 constexpr int DiskFull = 61;
+constexpr qsizetype LongestName = 255;
+constexpr qsizetype LongestAttribute = 65536; // bytes, of a value and of the list of names
+constexpr qsizetype AddedToName = sizeof("..saving.bak") - 1;
+const QByteArray AccessList = "system.posix_acl_access";
 
 int numberFor(int systemError)
 {
@@ -76,22 +81,83 @@ QByteArray folderOf(const QByteArray& path)
     return slash > 0 ? path.left(slash) : slash == 0 ? QByteArray("/") : QByteArray(".");
 }
 
+QByteArray nameOf(const QByteArray& path)
+{
+    return path.mid(path.lastIndexOf('/') + 1);
+}
+
+/// Follows the symbolic links that a path ends in. 0, or errno for what leads nowhere that can be named.
+int followLinks(QByteArray& path)
+{
+    for (int links = 0;; ++links) {
+        struct stat status = {};
+        if (::lstat(path.constData(), &status) != 0 || !S_ISLNK(status.st_mode))
+            return 0;
+        if (links == LinkLimit)
+            return ELOOP;
+        QByteArray aim(4096, Qt::Uninitialized);
+        const ssize_t length = ::readlink(path.constData(), aim.data(), std::size_t(aim.size()));
+        if (length < 0)
+            return errno;
+        aim.truncate(qsizetype(length));
+        path = aim.startsWith('/') ? aim : folderOf(path) + '/' + aim;
+    }
+}
+
+/// Names of the extended attributes of a file; none where its file system has none.
+QByteArrayList attributesOf(const QByteArray& path)
+{
+    QByteArray names(LongestAttribute, '\0');
+    const ssize_t length = ::listxattr(path.constData(), names.data(), std::size_t(names.size()));
+    names.truncate(qsizetype(std::max<ssize_t>(length, 0)));
+    QByteArrayList list = names.split('\0');
+    list.removeAll(QByteArray());
+    return list;
+}
+
+/// Gives one attribute of a file to another. 0 or errno.
+int copyAttribute(const QByteArray& from, const FileDescriptor& to, const QByteArray& name)
+{
+    QByteArray value(LongestAttribute, Qt::Uninitialized);
+    const ssize_t length = ::getxattr(from.constData(), name.constData(), value.data(), std::size_t(value.size()));
+    if (length < 0)
+        return errno;
+    return ::fsetxattr(to.number(), name.constData(), value.constData(), std::size_t(length), 0) == 0 ? 0 : errno;
+}
+
+/// Whether an attribute is part of what people keep in a file: their own and its access list. What the system keeps
+/// there for itself (labels, capabilities) it gives to a new file as it sees fit.
+bool isKept(const QByteArray& name)
+{
+    return name.startsWith("user.") || name == AccessList;
+}
+
 } // namespace
+
+bool FileReplacement::hasRoomFor(const DiskFile& file)
+{
+    QByteArray target = QFile::encodeName(file.path());
+    return followLinks(target) != 0 || nameOf(target).size() + AddedToName <= LongestName;
+}
 
 FileReplacement::FileReplacement(const DiskFile& file)
     : m_shown(file.path())
     , m_target(QFile::encodeName(file.path()))
 {
-    resolveLinks();
+    if (const int error = followLinks(m_target))
+        fail(error);
     m_folder = folderOf(m_target);
-    m_name = m_target.mid(m_target.lastIndexOf('/') + 1);
+    m_name = nameOf(m_target);
     if (m_name.isEmpty())
         fail(ENOENT);
+    if (m_name.size() + AddedToName > LongestName)
+        fail(ENAMETOOLONG);
     checkTarget();
     lockFolder();
-    checkTarget(); // once more: it may have been replaced while we waited for the lock
     ::unlink(inFolder('.' + m_name + ".saving").constData());
     ::unlink(inFolder('.' + m_name + ".saving.bak").constData());
+    checkTarget(); // once more: it may have been replaced while we waited for the lock
+    refuseSecondName();
 }
 
 FileReplacement::~FileReplacement()
@@ -100,23 +166,6 @@ FileReplacement::~FileReplacement()
         ::unlink(m_fresh.constData());
     if (!m_former.isEmpty())
         ::unlink(m_former.constData());
-}
-
-void FileReplacement::resolveLinks()
-{
-    for (int links = 0;; ++links) {
-        struct stat status = {};
-        if (::lstat(m_target.constData(), &status) != 0 || !S_ISLNK(status.st_mode))
-            return;
-        if (links == LinkLimit)
-            fail(ELOOP);
-        QByteArray aim(4096, Qt::Uninitialized);
-        const ssize_t length = ::readlink(m_target.constData(), aim.data(), std::size_t(aim.size()));
-        if (length < 0)
-            fail(errno);
-        aim.truncate(qsizetype(length));
-        m_target = aim.startsWith('/') ? aim : folderOf(m_target) + '/' + aim;
-    }
 }
 
 void FileReplacement::checkTarget()
@@ -132,6 +181,17 @@ void FileReplacement::checkTarget()
     // Renaming over it would need no permission on the file itself; whoever protected it meant it.
     if (::access(m_target.constData(), W_OK) != 0)
         fail(errno);
+}
+
+/// A replaced file is another file: its other names would go on with the former content, unnoticed.
+void FileReplacement::refuseSecondName() const
+{
+    if (m_exists && m_status.st_nlink > 1)
+        throw RuntimeError(ErrorNumber::PathFileAccess,
+                           QStringLiteral("Cannot save \"%1\": the file has another name as well (a hard link), "
+                                          "which would keep the former content. Nothing has been changed there; "
+                                          "save under another name.")
+                               .arg(m_shown));
 }
 
 void FileReplacement::lockFolder()
@@ -178,8 +238,15 @@ void FileReplacement::takePermissions(const FileDescriptor& file) const
     // Where we may not give the file to its owner and group, it is ours, as any file that we write.
     const bool isGiven = ::fchown(file.number(), m_status.st_uid, m_status.st_gid) == 0;
     const mode_t mode = m_status.st_mode & (isGiven ? 07777 : 0777);
+    // A list that the folder gives to its new files would add to what the file allows.
+    ::fremovexattr(file.number(), AccessList.constData());
     if (::fchmod(file.number(), mode) != 0)
         fail(errno);
+    for (const QByteArray& name : attributesOf(m_target)) {
+        const int error = isKept(name) ? copyAttribute(m_target, file, name) : 0;
+        if (error != 0 && error != ENODATA)
+            fail(error);
+    }
 }
 
 void FileReplacement::commit()
@@ -197,6 +264,7 @@ void FileReplacement::commit()
                 m_former.clear();
             fail(error, m_shown + QStringLiteral(".bak"));
         }
+        ::unlink(m_former.constData()); // renaming over another name of the same file leaves both
         m_former.clear();
     }
     syncFolder();

@@ -17,6 +17,9 @@ class FileReplacement
 public:
     /// Finds out where the file really lies, locks that folder and clears what was left behind.
     explicit FileReplacement(const DiskFile& file);
+    /// Whether the file's name leaves room for the two names beside it. One that is too long can be read, but never
+    /// replaced.
+    static bool hasRoomFor(const DiskFile& file);
     ~FileReplacement();
     FileReplacement(const FileReplacement&) = delete;
     FileReplacement& operator=(const FileReplacement&) = delete;
@@ -29,9 +32,9 @@ public:
     void commit();
 
 private:
-    void resolveLinks();
     void lockFolder();
     void checkTarget();
+    void refuseSecondName() const;
     void takePermissions(const FileDescriptor& file) const;
     void keepFormer();
     void copyFormer();

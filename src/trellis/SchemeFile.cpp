@@ -64,6 +64,11 @@ OpenResult openFile(const QString& path, const document::ParseLimits& limits)
     const DiskFile file(path);
     if (path.isEmpty())
         return refused(path, QStringLiteral("No file was named."));
+    if (!file.canBeReplaced())
+        return refused(
+            file.path(),
+            QStringLiteral(
+                "The file's name is too long: it could be read, but never saved. Give it a shorter one."));
     const DiskFile::Content content = file.read(limits.bytes);
     if (content.error != 0)
         return refused(file.path(), QStringLiteral("The file cannot be read: %1.").arg(reasonText(content.error)));

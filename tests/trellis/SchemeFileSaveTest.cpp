@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 
 namespace zan::trellis {
 
@@ -30,6 +31,18 @@ mode_t modeOf(const QString& path)
 {
     struct stat status = {};
     return ::stat(encoded(path).constData(), &status) == 0 ? status.st_mode & 07777 : 0;
+}
+
+std::string attributeOf(const QString& path, const char* name)
+{
+    char value[256];
+    const ssize_t length = ::getxattr(encoded(path).constData(), name, value, sizeof value);
+    return length < 0 ? "none" : QByteArray(value, qsizetype(length)).toHex().toStdString();
+}
+
+bool setAttribute(const QString& path, const char* name, const QByteArray& value)
+{
+    return ::setxattr(encoded(path).constData(), name, value.constData(), std::size_t(value.size()), 0) == 0;
 }
 
 } // namespace
@@ -268,6 +281,86 @@ TEST_F(SchemeFileSave, PermissionBitsStay)
     scheme->Save();
     EXPECT_EQ(modeOf(at()), 0640U);
     EXPECT_EQ(modeOf(at("weir.xml.bak")), 0640U);
+}
+
+TEST_F(SchemeFileSave, ExtendedAttributesAndTheAccessListStay)
+{
+    constexpr const char* List = "system.posix_acl_access";
+    // The owner reads and writes; user 1234, the group and the mask read; nobody else may do anything.
+    const QByteArray list = QByteArray::fromHex("02000000"
+                                                "01000600ffffffff"
+                                                "02000400d2040000"
+                                                "04000400ffffffff"
+                                                "10000400ffffffff"
+                                                "20000000ffffffff");
+    const auto scheme = changed();
+    if (!setAttribute(at(), "user.note", "weir") || !setAttribute(at(), List, list))
+        GTEST_SKIP() << "this file system keeps no attributes";
+    scheme->Save();
+    EXPECT_EQ(read(at()), named("Second"));
+    for (const char* file : {"weir.xml", "weir.xml.bak"}) {
+        EXPECT_EQ(attributeOf(at(file), "user.note"), "77656972") << file;
+        EXPECT_EQ(attributeOf(at(file), List), list.toHex().toStdString()) << file;
+        EXPECT_EQ(modeOf(at(file)), 0640U) << file;
+    }
+}
+
+TEST_F(SchemeFileSave, AFileWithoutAnAccessListDoesNotTakeThatOfItsFolder)
+{
+    const QByteArray list = QByteArray::fromHex("02000000"
+                                                "01000700ffffffff"
+                                                "02000700d2040000"
+                                                "04000700ffffffff"
+                                                "10000700ffffffff"
+                                                "20000700ffffffff");
+    const auto scheme = changed();
+    ASSERT_EQ(chmod(encoded(at()).constData(), 0600), 0);
+    if (!setAttribute(folder(), "system.posix_acl_default", list))
+        GTEST_SKIP() << "this file system keeps no access lists";
+    scheme->Save();
+    EXPECT_EQ(attributeOf(at(), "system.posix_acl_access"), "none");
+    EXPECT_EQ(modeOf(at()), 0600U);
+}
+
+TEST_F(SchemeFileSave, AFileWithASecondNameIsRefusedInWords)
+{
+    const auto scheme = changed();
+    ASSERT_EQ(::link(encoded(at()).constData(), encoded(at("other.xml")).constData()), 0);
+    try {
+        scheme->Save();
+        FAIL() << "the other name would keep the former content";
+    } catch (const values::RuntimeError& error) {
+        EXPECT_EQ(error.number(), 75);
+        EXPECT_TRUE(error.description().contains(u"hard link")) << error.description().toStdString();
+    }
+    EXPECT_EQ(read(at()), First.toStdString());
+    EXPECT_EQ(read(at("other.xml")), First.toStdString());
+    EXPECT_EQ(names(), "other.xml weir.xml");
+    EXPECT_TRUE(scheme->isChanged());
+    scheme->saveAs(at("copy.xml"));
+    EXPECT_EQ(read(at("copy.xml")), named("Second"));
+}
+
+TEST_F(SchemeFileSave, ABackupThatIsASecondNameOfTheFileIsRefusedAndNothingIsLeftBehind)
+{
+    const auto scheme = changed();
+    ASSERT_EQ(::link(encoded(at()).constData(), encoded(at("weir.xml.bak")).constData()), 0);
+    EXPECT_EQ(errorOf([&] { scheme->Save(); }), 75);
+    EXPECT_EQ(names(), "weir.xml weir.xml.bak");
+}
+
+TEST_F(SchemeFileSave, ANameTooLongForItsBackupIsRefusedBeforeAnythingIsWritten)
+{
+    const std::string fits(243, 'n');
+    const std::string tooLong(244, 'n');
+    const auto scheme = changed();
+    EXPECT_EQ(errorOf([&] { scheme->saveAs(at(tooLong.c_str())); }), 76);
+    EXPECT_EQ(names(), "weir.xml");
+    for (const char* name : {"Third", "Fourth"}) { // the second save needs the backup's name, too
+        scheme->setName(QString::fromLatin1(name));
+        scheme->saveAs(at(fits.c_str()));
+    }
+    EXPECT_EQ(read(at(fits.c_str())), named("Fourth"));
 }
 
 TEST_F(SchemeFileSave, ANewFileGetsThePermissionsOfAnyNewFile)
