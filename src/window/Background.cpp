@@ -2,10 +2,10 @@
 
 #include "surface/host/Surface.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QTemporaryDir>
 
 namespace zan::window {
 
@@ -14,11 +14,21 @@ using values::ErrorNumber;
 
 namespace {
 
-/// Beside the other temporary files of the user, told apart by process and window.
-QString temporaryFileName(std::int32_t windowHandle)
+/// A folder that nobody else may enter and whose name nobody can know beforehand, so that nothing can wait in it
+/// for the picture. Empty when none can be made.
+QString makePrivateFolder()
 {
-    return QDir::temp().filePath(
-        QStringLiteral("~zanbench-%1-%2.bmp").arg(QCoreApplication::applicationPid()).arg(windowHandle));
+    QTemporaryDir folder(QDir::temp().filePath(QStringLiteral("zanbench-XXXXXX")));
+    folder.setAutoRemove(false);
+    return folder.isValid() ? folder.path() : QString();
+}
+
+/// Writes a file that must not exist yet, through no link.
+bool writeBitmap(const Picture& picture, const QString& name)
+{
+    QFile file(name);
+    return file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner) &&
+           picture.image().save(&file, "BMP") && file.flush();
 }
 
 } // namespace
@@ -30,8 +40,10 @@ Background::~Background()
 
 void Background::removeTemporaryFile()
 {
-    if (m_isTemporary && QFileInfo::exists(m_file))
-        QFile::remove(m_file);
+    if (!m_isTemporary || m_file.isEmpty())
+        return;
+    QFile::remove(m_file);
+    QDir().rmdir(QFileInfo(m_file).path()); // the picture's own folder, unless somebody has put something there
 }
 
 void Background::setPictureFile(const QString& file)
@@ -60,14 +72,18 @@ void Background::setPicture(const Ref<Picture>& picture)
         m_file.clear();
         return;
     }
-    m_file = temporaryFileName(m_surface.hWnd());
-    m_isTemporary = true;
-    if (!picture->image().save(m_file, "BMP"))
+    removeTemporaryFile();
+    const QString folder = makePrivateFolder();
+    m_file = QStringLiteral("%1/~%2.BMP").arg(folder.isEmpty() ? QDir::tempPath() : folder).arg(m_surface.hWnd());
+    m_isTemporary = !folder.isEmpty();
+    if (folder.isEmpty() || !writeBitmap(*picture, m_file)) {
+        removeTemporaryFile();
         values::raise(
             ErrorNumber::PathFileAccess,
             QStringLiteral("The background picture could not be written to %1. Free some space or choose a "
                            "picture file instead.")
                 .arg(m_file));
+    }
     refresh();
 }
 

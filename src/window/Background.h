@@ -13,7 +13,8 @@ namespace zan::window {
 using values::Ref;
 
 /// The picture behind a panel's controls. It always lives in a file; a picture object handed over is written to a
-/// temporary bitmap file first, which goes when the background goes.
+/// temporary bitmap file first ("~", the window's handle, ".BMP", in a folder of its own that only the user may enter),
+/// which goes when the background goes or gets another picture.
 class Background
 {
 public:
