@@ -16,6 +16,7 @@ QLabel* addField(QStatusBar& bar, const QString& name)
 {
     auto* label = new QLabel(&bar);
     label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText); // what a logger says is no markup
     label->setContentsMargins(8, 0, 8, 0);
     bar.addPermanentWidget(label);
     return label;

@@ -1,5 +1,7 @@
 #include "zanbench/StartPage.h"
 
+#include "surface/text/ToolTipText.h"
+
 #include <QAction>
 #include <QFileInfo>
 #include <QLabel>
@@ -60,7 +62,7 @@ void StartPage::setRecentFiles(const QStringList& files)
     for (const QString& file : files) {
         auto* item = new QListWidgetItem(QFileInfo(file).completeBaseName(), m_recent);
         item->setData(Qt::UserRole, file);
-        item->setToolTip(QFileInfo(file).absoluteFilePath().toHtmlEscaped()); // a path is no markup
+        item->setToolTip(surface::plainToolTip(QFileInfo(file).absoluteFilePath()));
     }
     m_recent->setHidden(files.isEmpty());
     m_recentTitle->setHidden(files.isEmpty());

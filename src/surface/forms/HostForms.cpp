@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QDialog>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
@@ -112,7 +113,9 @@ std::optional<QString> DesktopForms::inputBox(QWidget* owner, const QString& pro
                                               const QString& text)
 {
     const QPointer<QInputDialog> box = new QInputDialog(owner);
-    box->setLabelText(prompt);
+    box->setLabelText(prompt); // makes the label
+    for (QLabel* label : box->findChildren<QLabel*>())
+        label->setTextFormat(Qt::PlainText); // what a script asks is no markup
     box->setWindowTitle(titleOr(title));
     box->setTextValue(text);
     const bool accepted = box->exec() == QDialog::Accepted;
