@@ -77,8 +77,10 @@ Ref<LiveControl> ControlFactory::liveControl(ControlArray& array)
 {
     const Ref<LiveControl> last = array.item(array.uBound());
     if (m_templateInUse.insert(&array).second) {
-        // The templates lie in the order of the design; a control lies over those that were placed before it.
+        // The templates lie in the order of the design; a control lies over those that were placed before it, and
+        // the Tab key comes to it after them.
         last->zOrder(0);
+        last->tabLast();
         return last;
     }
     const Ref<LiveControl> element = array.load(array.uBound() + 1);

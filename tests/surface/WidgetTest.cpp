@@ -330,6 +330,41 @@ TEST_F(Widgets, ToolTipsOfWidgetsAreShownAsTheyStand)
     EXPECT_FALSE(box->widget()->toolTip().contains(QStringLiteral("<img"))) << "markup is text here";
 }
 
+TEST_F(Widgets, ACheckBoxAndAnOptionButtonTakeAPressAnywhereInTheirRectangle)
+{
+    const auto box = show<CheckBox>(QStringLiteral("cbCheck"), {10, 10, 200, 60});
+    const auto button = show<OptionButton>(QStringLiteral("obOption"), {10, 100, 200, 60});
+    open();
+    for (const QPoint place : {QPoint(0, 0), QPoint(199, 59), QPoint(199, 0), QPoint(0, 59), QPoint(150, 30)}) {
+        box->setValue(0);
+        button->setValue(false);
+        settle();
+        QTest::mouseClick(box->widget(), Qt::LeftButton, {}, place);
+        QTest::mouseClick(button->widget(), Qt::LeftButton, {}, place);
+        EXPECT_EQ(box->value(), 1) << place.x() << ' ' << place.y();
+        EXPECT_TRUE(button->value()) << place.x() << ' ' << place.y();
+    }
+    QTest::mouseClick(box->widget(), Qt::LeftButton, {}, QPoint(200, 30));
+    EXPECT_EQ(box->value(), 1) << "beside it is beside it";
+}
+
+TEST_F(Widgets, TheTabKeyComesLastToWhatIsMadeLastWhateverWentBefore)
+{
+    const auto first = show<TextBox>(QStringLiteral("Text"), {10, 10, 100, 22});
+    const auto second = showNew<TextBox>(QStringLiteral("Text"), {10, 40, 100, 22});
+    const auto third = showNew<TextBox>(QStringLiteral("Text"), {10, 70, 100, 22});
+    const auto fourth = showNew<TextBox>(QStringLiteral("Text"), {10, 90, 100, 22});
+    surface->array(QStringLiteral("Text"))->unload(second->index());
+    surface->array(QStringLiteral("Text"))->unload(third->index());
+    const auto last = showNew<TextBox>(QStringLiteral("Text"), {10, 120, 100, 22});
+    EXPECT_GT(last->tabIndex(), fourth->tabIndex());
+    first->tabLast();
+    EXPECT_GT(first->tabIndex(), last->tabIndex());
+    last->setTabIndex(32767);
+    fourth->tabLast();
+    EXPECT_EQ(fourth->tabPlace() - last->tabPlace(), 1) << "after the highest number they are counted anew";
+}
+
 TEST_F(Widgets, TheTabKeyFollowsTabIndexAndSkipsWhatIsNoStop)
 {
     const auto first = show<TextBox>(QStringLiteral("Text"), {10, 10, 100, 22});

@@ -33,6 +33,16 @@ TEST_F(Factory, FirstControlIsTheTemplateAndTheSecondLiesFiftyTwipsBelow)
     EXPECT_TRUE(live(2)->visible());
 }
 
+TEST_F(Factory, TheTabKeyFollowsTheOrderOfTheControls)
+{
+    fill("A", "<CONTROL><TYPE>VB.CheckBox</TYPE></CONTROL><CONTROL><TYPE>VB.TextBox</TYPE></CONTROL>"
+              "<CONTROL><TYPE>VB.CommandButton</TYPE></CONTROL><CONTROL><TYPE>VB.TextBox</TYPE></CONTROL>"
+              "<CONTROL><TYPE>VB.CheckBox</TYPE></CONTROL>");
+    panel->LoadWindow(QStringLiteral("A"));
+    for (int place = 2; place <= 5; ++place)
+        EXPECT_LT(live(place - 1)->tabPlace(), live(place)->tabPlace()) << place;
+}
+
 TEST_F(Factory, UnknownKeyGivesNothingAndTouchesNoTemplate)
 {
     EXPECT_FALSE(add("vb.label"));

@@ -107,6 +107,8 @@ public:
     virtual void takeKeyboard(Qt::FocusReason) {}
     /// Place in the order of the Tab key, from 0; -1 for what the key passes over.
     virtual std::int16_t tabPlace() const noexcept { return -1; }
+    /// Goes to the end of that order, as a control does that is made now.
+    virtual void tabLast() {}
 
     /// Counts everything that changes a property which is shown, whoever changes it; 0 once it was unloaded.
     std::uint32_t revision() const override { return isLoaded() ? m_changes.value() : 0; }

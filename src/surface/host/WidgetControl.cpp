@@ -60,8 +60,14 @@ void WidgetControl::setTabIndex(std::int16_t place)
         return;
     m_tabIndex = place;
     if (isLoaded())
-        surface()->m_widgets->tabOrderChanged();
+        surface()->m_widgets->tabOrderChanged(place);
     changed(Look);
+}
+
+void WidgetControl::tabLast()
+{
+    if (isLoaded())
+        surface()->m_widgets->tabLast(*this);
 }
 
 void WidgetControl::stylePalette(QPalette& palette) const

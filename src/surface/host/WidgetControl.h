@@ -22,6 +22,7 @@ public:
     void setFocus() override;
     void takeKeyboard(Qt::FocusReason reason) override;
     std::int16_t tabPlace() const noexcept override { return m_tabIndex; }
+    void tabLast() override;
 
     /// Place in the order of the Tab key on the surface, from 0.
     std::int16_t tabIndex() const noexcept { return m_tabIndex; }

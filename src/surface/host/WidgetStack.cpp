@@ -15,7 +15,8 @@ namespace zan::surface {
 
 namespace {
 
-constexpr std::size_t PaneSize = 100; // widgets that are direct siblings
+constexpr std::size_t PaneSize = 100;   // widgets that are direct siblings
+constexpr std::int32_t LastTab = 32767; // a TabIndex is 16-bit
 
 } // namespace
 
@@ -42,7 +43,26 @@ void WidgetStack::add(WidgetControl& control)
     control.m_slot = std::uint32_t(m_controls.size());
     m_controls.push_back(&control);
     if (control.m_tabIndex < 0)
-        control.m_tabIndex = std::int16_t(std::min<std::size_t>(m_controls.size() - 1, 32767));
+        tabLast(control);
+}
+
+void WidgetStack::tabLast(WidgetControl& control)
+{
+    if (m_nextTab > LastTab) { // years of loading and unloading: numbers without gaps again
+        std::vector<WidgetControl*> order = m_controls;
+        std::erase(order, &control);
+        sortByTab(order);
+        m_nextTab = 0;
+        for (WidgetControl* other : order)
+            other->m_tabIndex = std::int16_t(std::min(m_nextTab++, LastTab));
+    }
+    control.m_tabIndex = std::int16_t(std::min(m_nextTab++, LastTab));
+    m_tabOrderChanged = true;
+}
+
+void WidgetStack::tabOrderChanged(std::int32_t place) noexcept
+{
+    m_nextTab = std::max(m_nextTab, place + 1);
     m_tabOrderChanged = true;
 }
 
@@ -322,6 +342,13 @@ void WidgetStack::shapePanes()
     }
 }
 
+void WidgetStack::sortByTab(std::vector<WidgetControl*>& controls)
+{
+    std::sort(controls.begin(), controls.end(), [](const WidgetControl* a, const WidgetControl* b) {
+        return a->m_tabIndex != b->m_tabIndex ? a->m_tabIndex < b->m_tabIndex : a->m_rank < b->m_rank;
+    });
+}
+
 void WidgetStack::orderTabs()
 {
     std::vector<WidgetControl*> order;
@@ -329,9 +356,7 @@ void WidgetStack::orderTabs()
         if (control->m_widget)
             order.push_back(control);
     }
-    std::sort(order.begin(), order.end(), [](const WidgetControl* a, const WidgetControl* b) {
-        return a->m_tabIndex != b->m_tabIndex ? a->m_tabIndex < b->m_tabIndex : a->m_rank < b->m_rank;
-    });
+    sortByTab(order);
     for (std::size_t place = 1; place < order.size(); ++place)
         QWidget::setTabOrder(order[place - 1]->m_widget, order[place]->m_widget);
 }

@@ -35,7 +35,10 @@ public:
     void restacked() noexcept { m_stackChanged = m_overlapsChanged = true; }
     /// A change that may put painted controls over widgets, or take them from there.
     void overlapsChanged() noexcept { m_overlapsChanged = true; }
-    void tabOrderChanged() noexcept { m_tabOrderChanged = true; }
+    /// A control has been given this place in the order of the Tab key.
+    void tabOrderChanged(std::int32_t place) noexcept;
+    /// The control comes after all others that there are in the order of the Tab key.
+    void tabLast(WidgetControl& control);
 
     /// Makes the control's widget at once, up to date but hidden.
     void makeWidget(WidgetControl& control);
@@ -76,12 +79,14 @@ private:
     QWidget& paneAt(std::size_t place, std::size_t count);
     void shapePanes();
     void orderTabs();
+    static void sortByTab(std::vector<WidgetControl*>& controls);
 
     Surface& m_surface;
     std::vector<WidgetControl*> m_controls; // in no order; a control knows its slot
     QHash<const QObject*, LiveControl*> m_owners;
     QHash<const LiveControl*, QWidget*> m_hosts;
     std::vector<QPointer<QWidget>> m_panes; // back to front
+    std::int32_t m_nextTab = 0;             // the place after the last one given
     bool m_stackChanged = false;
     bool m_overlapsChanged = false;
     bool m_tabOrderChanged = false;

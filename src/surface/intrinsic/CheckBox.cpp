@@ -8,6 +8,20 @@
 
 namespace zan::surface {
 
+namespace {
+
+/// The toolkit's own takes presses on mark and caption only; a control takes them anywhere in its rectangle.
+class WholeArea : public QCheckBox
+{
+public:
+    using QCheckBox::QCheckBox;
+
+protected:
+    bool hitButton(const QPoint& place) const override { return rect().contains(place); }
+};
+
+} // namespace
+
 CheckBox::CheckBox()
     : WidgetControl(values::ButtonFace, values::ButtonText)
 {}
@@ -35,7 +49,7 @@ void CheckBox::valueChanged()
 
 QWidget* CheckBox::createWidget(QWidget* parent)
 {
-    auto* box = new QCheckBox(parent);
+    auto* box = new WholeArea(parent);
     box->setAutoFillBackground(true);
     // The box's own idea of the next state does not count: greyed goes to unchecked.
     QObject::connect(box, &QCheckBox::clicked, box, [this] {

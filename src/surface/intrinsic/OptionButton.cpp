@@ -8,6 +8,20 @@
 
 namespace zan::surface {
 
+namespace {
+
+/// The toolkit's own takes presses on mark and caption only; a control takes them anywhere in its rectangle.
+class WholeArea : public QRadioButton
+{
+public:
+    using QRadioButton::QRadioButton;
+
+protected:
+    bool hitButton(const QPoint& place) const override { return rect().contains(place); }
+};
+
+} // namespace
+
 OptionButton::OptionButton()
     : WidgetControl(values::ButtonFace, values::ButtonText)
 {}
@@ -57,7 +71,7 @@ void OptionButton::clearOthers()
 
 QWidget* OptionButton::createWidget(QWidget* parent)
 {
-    auto* button = new QRadioButton(parent);
+    auto* button = new WholeArea(parent);
     button->setAutoFillBackground(true);
     button->setAutoExclusive(false); // the group is the surface's, not that of one parent widget
     QObject::connect(button, &QRadioButton::clicked, button, [this] {
