@@ -100,11 +100,3 @@ TEST_F(BackgroundFile, IsLeftBehindWhenAnotherFileIsNamed)
     panel.reset();
     EXPECT_TRUE(QFileInfo::exists(file));
 }
-
-TEST_F(BackgroundFile, ThatCannotBeWrittenIsAnErrorAndNothingStays)
-{
-    qputenv("TMPDIR", QFile::encodeName(temporary.filePath(QStringLiteral("nowhere"))));
-    EXPECT_EQ(errorOf([&] { panel->setPicture(picture(Qt::red)); }), 75);
-    EXPECT_EQ(left().size(), 0);
-    EXPECT_FALSE(panel->Picture());
-}
