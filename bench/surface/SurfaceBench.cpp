@@ -117,6 +117,8 @@ struct Live
         surface::ControlArray& array = window.addArray<Control>(QStringLiteral("Item"));
         const auto font = values::make<surface::FontObject>();
         font->setName(Family);
+        const values::Name toolTip("ToolTipText");
+        const values::Name tag("Tag");
         for (int place = 0; place < count; ++place) {
             const Ref<surface::LiveControl> control = array.load(place + 2);
             auto& item = static_cast<Control&>(*control);
@@ -128,8 +130,8 @@ struct Live
             item.setTop(float(cell.y() * 15));
             item.setWidth(float(CellWidth * 15));
             item.setHeight(float(CellHeight * 15));
-            item.put(values::Name("ToolTipText"), QStringLiteral("Value"));
-            item.put(values::Name("Tag"), QString::number(place));
+            item.put(toolTip, QStringLiteral("Value"));
+            item.put(tag, QString::number(place));
             writeText(item, QStringLiteral("0.00"));
             items.push_back(&item);
         }
