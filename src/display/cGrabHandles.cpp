@@ -40,7 +40,6 @@ void cGrabHandles::InitializeGrabHandles(std::int32_t parent, std::int32_t targe
     if (!layer)
         return;
     layer->attach(*this, target, m_size, m_colour);
-    layer->setShown(*this, show);
     SubClassTarget(target);
 }
 
@@ -49,14 +48,12 @@ void cGrabHandles::SubClassTarget(std::int32_t target)
     EditLayer* layer = layerOver(m_parent);
     if (!layer)
         return;
-    layer->disown(*this);
+    // Whatever the handle names now: a control that was gone may be there again.
+    layer->detach(*this);
     m_target = 0;
-    if (target != m_handled) {
-        layer->detach(*this);
-        m_handled = target;
-        layer->attach(*this, target, m_size, m_colour);
-        layer->setShown(*this, m_show);
-    }
+    m_handled = target;
+    layer->attach(*this, target, m_size, m_colour);
+    layer->setShown(*this, m_show);
     if (layer->own(*this))
         m_target = target;
 }

@@ -274,6 +274,19 @@ bool Node::appendChild(const Node& child) const
     return true;
 }
 
+bool Node::insertBefore(const Node& child, const Node& before) const
+{
+    if (before && (before.parent() != *this || before == child))
+        return before == child && child.parent() == *this;
+    if (!appendChild(child))
+        return false;
+    if (before) {
+        m_record->unlink(child.m_record);
+        m_record->linkBefore(child.m_record, before.m_record);
+    }
+    return true;
+}
+
 bool Node::removeChild(const Node& child) const
 {
     Record* removed = child.m_record;

@@ -81,6 +81,9 @@ public:
     /// and changes nothing when either is null, this one cannot have such a child (a document has one element and no
     /// text), it stands inside the node, or the tree would be deeper than DeepestLevel.
     bool appendChild(const Node& child) const;
+    /// The same, with the node moved to the place right before a child of this one; to the end for a null `before`.
+    /// False, with nothing changed, for a `before` that is no child of this one.
+    bool insertBefore(const Node& child, const Node& before) const;
     /// Takes a child out of this node. Returns false when it is not a child of it.
     bool removeChild(const Node& child) const;
 

@@ -34,6 +34,17 @@ void Node::Record::link(Record* child) noexcept
     noteChange(watchers | child->watchers);
 }
 
+void Node::Record::linkBefore(Record* child, Record* before) noexcept
+{
+    child->next = before;
+    child->previous = before->previous;
+    (before->previous ? before->previous->next : first) = child;
+    before->previous = child;
+    child->up = this;
+    child->attached = true;
+    noteChange(watchers | child->watchers);
+}
+
 void Node::Record::unlink(Record* child) noexcept
 {
     unfold();

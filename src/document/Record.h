@@ -99,6 +99,8 @@ struct Node::Record
 
     /// Puts an unlinked child at the end. Counts are the caller's business.
     void link(Record* child) noexcept;
+    /// Puts an unlinked child before one of the list. Counts are the caller's business.
+    void linkBefore(Record* child, Record* before) noexcept;
     /// Takes a child out of the list of its siblings. Counts and `up` are the caller's business.
     void unlink(Record* child) noexcept;
     /// A new last child without references.

@@ -47,6 +47,7 @@ BenchWindow::BenchWindow(wrappers::ControlTypes types, QWidget* parent)
     m_controls->setLiveData(m_liveData.get());
     m_controls->setParentHandle(hWnd());
     setEvents(this);
+    m_editor->history().changed = [this] { Q_EMIT EditsChanged(); };
 }
 
 BenchWindow::~BenchWindow()
@@ -298,6 +299,11 @@ Ref<site::SchemeWindows> BenchWindow::schemeWindows()
 void BenchWindow::discardControl(const Ref<binding::Object>& control)
 {
     m_factory->discard(control);
+}
+
+void BenchWindow::restoreControl(const wrappers::PlacedControl& placed)
+{
+    m_factory->restore(placed);
 }
 
 void BenchWindow::reportError(const RuntimeError& error)

@@ -4,6 +4,7 @@
 #include "site/Logger.h"
 #include "surface/forms/HostForms.h"
 #include "surface/host/Surface.h"
+#include "window/EditSteps.h"
 #include "wrappers/BenchControls.h"
 
 #include <functional>
@@ -35,7 +36,10 @@ using values::Ref;
 ///
 /// Hiding the panel itself ends its life as a panel; a host that wants to show it again later hides a parent of it
 /// instead. Run-time errors that nobody further down can take arrive at the signal runtimeError.
-class BenchWindow : public surface::Surface, private wrappers::PanelWindow, private surface::SurfaceEvents
+class BenchWindow : public surface::Surface,
+                    public EditedPanel,
+                    private wrappers::PanelWindow,
+                    private surface::SurfaceEvents
 {
     Q_OBJECT
 public:
@@ -109,6 +113,17 @@ public:
     QPointer<display::frmProgress> progressWindow() const;
     ActionEngine& actions() const { return *m_actions; }
     PanelEditor& editor() const { return *m_editor; }
+    /// Takes the user's last edit back; nothing when there is none. Every edit made by hand is a step: a move, a
+    /// resize, a new, pasted or deleted control, a change of the stacking.
+    void Undo();
+    void Redo();
+    bool CanUndo() const;
+    bool CanRedo() const;
+    /// What Undo would take back, as "Move"; empty for nothing.
+    QString UndoText() const;
+    QString RedoText() const;
+    /// How many edits separate the panel from the window that was loaded.
+    std::int32_t EditCount() const;
     /// Runs a command of the editor from an event: what it raises goes to the host.
     void edit(const std::function<void(PanelEditor&)>& command);
 
@@ -140,6 +155,8 @@ Q_SIGNALS:
     void MouseMove(int Button, int Shift, float X, float Y);
     void MouseUp(int Button, int Shift, float X, float Y);
     void LoadScheme(const QString& Scheme);
+    /// An edit was made, taken back or made again, or another window has begun without any.
+    void EditsChanged();
     /// LoadWindow or Clear, a host's or a script's, is about to take the window shown off the panel, which empties its
     /// document. The document still holds everything.
     void WindowLeaving();
@@ -151,6 +168,8 @@ private:
     Ref<wrappers::iBenchControl> createControl(const QString& type) override;
     Ref<site::SchemeWindows> schemeWindows() override;
     void discardControl(const Ref<binding::Object>& control) override;
+    void restoreControl(const wrappers::PlacedControl& placed) override;
+    Ref<wrappers::BenchControls> editedControls() override { return m_controls; }
     void reportError(const values::RuntimeError& error) override;
     // surface::SurfaceEvents
     void clicked(surface::LiveControl* control) override;
@@ -158,6 +177,8 @@ private:
     bool mouseDown(surface::LiveControl* control, const surface::MouseInput& input) override;
     void mouseMove(surface::LiveControl* control, const surface::MouseInput& input) override;
     void mouseUp(surface::LiveControl* control, const surface::MouseInput& input) override;
+    void resizeBegins(surface::LiveControl& control) override;
+    void resizeEnded(surface::LiveControl& control) override;
     void gotFocus(surface::LiveControl* control) override;
     void keyDown(surface::LiveControl* control, int keyCode, int shift) override;
     void keyPress(surface::LiveControl* control, int keyAscii) override;

@@ -80,6 +80,7 @@ void BenchWindow::LoadWindow(const QString& key)
     Node siteMapNode;
     applyContainer(siteMapNode);
     // 7.
+    m_editor->history().clear();
     removeStaleSiteMaps();
     // 8. The collection empties the tree of the window shown before and builds this one's controls.
     const Ref<wrappers::BenchControls> list(&controlsOrRaise());
@@ -186,6 +187,7 @@ void BenchWindow::Clear()
         m_currentWindow->setKey(UnsavedWindowKey);
     }
     // 2. to 5.
+    m_editor->history().clear();
     m_editor->setCurrentControl(nullptr);
     const Ref<wrappers::BenchControls> list(&controlsOrRaise());
     list->Clear();

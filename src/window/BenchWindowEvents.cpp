@@ -131,6 +131,16 @@ void BenchWindow::mouseUp(LiveControl* control, const MouseInput&)
         m_editor->release();
 }
 
+void BenchWindow::resizeBegins(LiveControl& control)
+{
+    m_editor->resizeBegins(control);
+}
+
+void BenchWindow::resizeEnded(LiveControl&)
+{
+    m_editor->resizeEnded();
+}
+
 void BenchWindow::gotFocus(LiveControl* control)
 {
     if (control)
@@ -164,6 +174,43 @@ void BenchWindow::keyUp(LiveControl* control, int keyCode, int shift)
 {
     if (!control)
         Q_EMIT KeyUp(keyCode, shift);
+}
+
+// Edits --------------------------------------------------------------------------------------------------------
+
+void BenchWindow::Undo()
+{
+    m_editor->history().undo();
+}
+
+void BenchWindow::Redo()
+{
+    m_editor->history().redo();
+}
+
+bool BenchWindow::CanUndo() const
+{
+    return m_editor->history().canUndo();
+}
+
+bool BenchWindow::CanRedo() const
+{
+    return m_editor->history().canRedo();
+}
+
+QString BenchWindow::UndoText() const
+{
+    return m_editor->history().undoText();
+}
+
+QString BenchWindow::RedoText() const
+{
+    return m_editor->history().redoText();
+}
+
+std::int32_t BenchWindow::EditCount() const
+{
+    return m_editor->history().count();
 }
 
 void BenchWindow::resized()

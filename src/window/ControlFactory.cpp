@@ -124,6 +124,19 @@ void ControlFactory::discard(const Ref<Object>& control)
     }
 }
 
+void ControlFactory::restore(const wrappers::PlacedControl& placed)
+{
+    const Ref<LiveControl> live(dynamic_cast<LiveControl*>(placed.control->Control().get()));
+    const wrappers::ControlType* type = m_types.find(placed.control->ControlType());
+    ControlArray* array = type ? m_surface.array(type->arrayName) : nullptr;
+    if (!live || !array)
+        return;
+    if (!live->isLoaded())
+        array->restore(live);
+    live->setVisible(placed.visible);
+    m_surface.restack(*live, placed.rank);
+}
+
 void ControlFactory::restyleTemplates()
 {
     constexpr unsigned Look = wrappers::CopiesFont | wrappers::CopiesForeColor | wrappers::CopiesBackColor;

@@ -2,6 +2,7 @@
 
 #include "wrappers/BenchControl.h"
 #include "wrappers/ControlType.h"
+#include "wrappers/PanelWindow.h"
 
 #include <set>
 #include <vector>
@@ -37,6 +38,9 @@ public:
     Ref<wrappers::iBenchControl> CreateControl(const QString& type, bool positionsLocked);
     /// Hides a template, unloads any other element; failures are ignored.
     void discard(const Ref<binding::Object>& control);
+    /// Undoes that for a control that is put back: the template is shown again, any other element put back into its
+    /// array. Raises 360 when another element has its place.
+    void restore(const wrappers::PlacedControl& placed);
     /// Gives the templates of the plain controls the surface's font and colours.
     void restyleTemplates();
     /// Entries of the new-control menu: the types that can be placed, in the menu's order.

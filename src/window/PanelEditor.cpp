@@ -11,6 +11,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QScopeGuard>
 
 namespace zan::window {
 
@@ -46,7 +47,10 @@ TwipsRectangle rectangleOf(const LiveControl& control)
 
 PanelEditor::PanelEditor(BenchWindow& panel)
     : m_panel(panel)
+    , m_history(panel)
 {}
+
+PanelEditor::~PanelEditor() = default;
 
 Surface& PanelEditor::panelSurface() const
 {
@@ -65,6 +69,15 @@ Ref<BenchControls> PanelEditor::controls() const
 Ref<iBenchControl> PanelEditor::wrapperOf(const LiveControl& control) const
 {
     return controls()->Control(binding::Variant(values::toInteger(binding::Variant(control.tag()))));
+}
+
+Ref<iBenchControl> PanelEditor::editedWrapper(const LiveControl& control) const
+{
+    try {
+        return wrapperOf(control);
+    } catch (const RuntimeError&) {
+        return {};
+    }
 }
 
 // Presses ------------------------------------------------------------------------------------------------------
@@ -102,6 +115,8 @@ bool PanelEditor::pressControl(LiveControl& control, const MouseInput& input)
         return !locked;
     }
     const QPointer<BenchWindow> alive(&m_panel);
+    EditHistory::Command step(m_history, QStringLiteral("Move"));
+    step.watch(editedWrapper(control));
     if (!locked)
         wrapperOf(control)->Drag();
     // COMPAT: a press alone snaps the control, on a locked panel too.
@@ -162,6 +177,10 @@ void PanelEditor::selectShape(float x, float y)
     m_grabX = m_shape->left() - x;
     m_grabY = m_shape->top() - y;
     m_shapeGrab = hitsCorner(rectangleOf(*m_shape), x, y);
+    m_shapeDrag.reset();
+    m_shapeDrag.emplace(m_history,
+                        m_shapeGrab == ShapeGrab::BottomRight ? QStringLiteral("Resize") : QStringLiteral("Move"));
+    m_shapeDrag->watch(editedWrapper(*m_shape));
 }
 
 void PanelEditor::openSurfaceMenu(const MouseInput& input)
@@ -225,6 +244,7 @@ void PanelEditor::release()
     if (!m_shape)
         return;
     const Ref<LiveControl> shape = m_shape;
+    const auto end = qScopeGuard([this] { m_shapeDrag.reset(); });
     try {
         PlaceControl(*shape);
     } catch (const RuntimeError&) {
@@ -238,6 +258,13 @@ void PanelEditor::focus(LiveControl& control)
     const ControlType* type = m_panel.controlTypes().ofArray(control.name());
     if (type && type->selectsOnFocus && !m_panel.LockPositions())
         m_current = wrapperOf(control);
+}
+
+void PanelEditor::resizeBegins(const LiveControl& control)
+{
+    m_resize.reset();
+    m_resize.emplace(m_history, QStringLiteral("Resize"));
+    m_resize->watch(editedWrapper(control));
 }
 
 void PanelEditor::ClearSelection()
@@ -266,6 +293,10 @@ void PanelEditor::dragAndDrop(LiveControl& source, const MouseInput& input)
     const float x = values::pixelsToTwips(drop->place.x());
     const float y = values::pixelsToTwips(drop->place.y());
     const Ref<LiveControl> target = drop->target;
+    EditHistory::Command step(m_history, QStringLiteral("Move"));
+    step.watch(editedWrapper(source));
+    if (target && target.get() != &source)
+        step.watch(editedWrapper(*target));
     if (!target) {
         dropOnSurface(source, x, y);
         return;
@@ -346,9 +377,11 @@ void PanelEditor::ShowMarker(bool show)
 
 void PanelEditor::newControl(const QString& typeKey)
 {
+    EditHistory::Command step(m_history, QStringLiteral("Add"));
     const Ref<iBenchControl> added = controls()->Add(typeKey, QString());
     if (!added)
         return;
+    step.added(added);
     const Ref<LiveControl> live(dynamic_cast<LiveControl*>(added->Control().get()));
     if (!live)
         return;
@@ -359,7 +392,8 @@ void PanelEditor::newControl(const QString& typeKey)
 
 void PanelEditor::paste()
 {
-    controls()->AddFromXML(QGuiApplication::clipboard()->text());
+    EditHistory::Command step(m_history, QStringLiteral("Paste"));
+    step.added(controls()->AddFromXML(QGuiApplication::clipboard()->text()));
 }
 
 void PanelEditor::copy()
@@ -372,7 +406,11 @@ void PanelEditor::remove()
 {
     if (!m_current)
         values::raise(values::ErrorNumber::ObjectNotSet);
-    controls()->Remove(binding::Variant(m_current->Index()));
+    EditHistory::Command step(m_history, QStringLiteral("Delete"));
+    // COMPAT: the current control goes on pointing at what was removed; deleting again takes what has its index now.
+    const binding::Variant index(m_current->Index());
+    step.removes(controls()->Control(index));
+    controls()->Remove(index);
 }
 
 void PanelEditor::sendToBack()
@@ -380,12 +418,16 @@ void PanelEditor::sendToBack()
     if (m_current)
         m_current->ZOrder(std::int32_t(1)); // COMPAT: does nothing to a control that is there
     const Ref<BenchControls> list = controls();
+    std::vector<Ref<LiveControl>> inOrder;
     for (std::int32_t place = 1; place <= list->Count(); ++place) {
-        const Ref<LiveControl> live(
-            dynamic_cast<LiveControl*>(list->Control(binding::Variant(place))->Control().get()));
-        if (live)
-            live->zOrder(std::int16_t(0));
+        const Ref<iBenchControl> wrapper = list->Control(binding::Variant(place));
+        if (const Ref<LiveControl> live{dynamic_cast<LiveControl*>(wrapper->Control().get())})
+            inOrder.push_back(live);
     }
+    EditHistory::Command step(m_history, QStringLiteral("Send to Back"));
+    step.watchStacking(inOrder);
+    for (const Ref<LiveControl>& live : inOrder)
+        live->zOrder(std::int16_t(0));
 }
 
 void PanelEditor::toggleLockPositions()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "surface/host/SurfaceEvents.h"
+#include "window/EditHistory.h"
 #include "window/Placement.h"
 #include "wrappers/BenchControls.h"
 
@@ -29,6 +30,10 @@ class PanelEditor
 {
 public:
     explicit PanelEditor(BenchWindow& panel);
+    ~PanelEditor();
+
+    EditHistory& history() noexcept { return m_history; }
+    const EditHistory& history() const noexcept { return m_history; }
 
     /// The control that menus act on; null for none.
     const Ref<wrappers::iBenchControl>& currentControl() const noexcept { return m_current; }
@@ -43,6 +48,9 @@ public:
     /// The button went up over the surface.
     void release();
     void focus(surface::LiveControl& control);
+    /// A handle sizes a control, from its press to its release.
+    void resizeBegins(const surface::LiveControl& control);
+    void resizeEnded() { m_resize.reset(); }
     /// What a plain click on the surface, a picture, an option button or a text box does to the selection.
     void ClearSelection();
 
@@ -81,7 +89,13 @@ private:
     void forEachShape(Visit visit) const;
     surface::Surface& panelSurface() const;
 
+    /// The wrapper for a step of the history; nothing when there is none.
+    Ref<wrappers::iBenchControl> editedWrapper(const surface::LiveControl& control) const;
+
     BenchWindow& m_panel;
+    EditHistory m_history;
+    std::optional<EditHistory::Command> m_resize;    ///< under way
+    std::optional<EditHistory::Command> m_shapeDrag; ///< under way
     Ref<wrappers::iBenchControl> m_current;
     Ref<surface::LiveControl> m_shape;
     ShapeGrab m_shapeGrab = ShapeGrab::Move;

@@ -147,6 +147,8 @@ void BenchControl::setControl(const Ref<binding::Object>& control)
     static const QString none = QStringLiteral("0");
     if (m_control)
         m_control->put(TagName, m_isNodeDue ? none : GetAttribute(m_node, element::Index, none));
+    if (m_grabHandles)
+        m_grabHandles->SubClassTarget(hWnd());
 }
 
 void BenchControl::setChannel(const Ref<site::Channel>& channel)

@@ -66,6 +66,7 @@ public:
     void setWidth(float width) override;
     void Drag() override;
     void InitGrabHandles(std::int32_t parent, std::int32_t target, values::Colour colour) override;
+    void dropGrabHandles() override { m_grabHandles.reset(); }
     void Move(float left, std::optional<float> top, std::optional<float> width,
               std::optional<float> height) override;
     void UpdateNode() override;

@@ -3,6 +3,7 @@
 #include "binding/MemberTable.h"
 #include "document/Elements.h"
 #include "document/XMLOps.h"
+#include "surface/host/LiveControl.h"
 #include "values/Convert.h"
 
 #include <QScopeGuard>
@@ -133,6 +134,7 @@ void BenchControls::giveUp(iBenchControl& control)
 {
     if (const Ref<site::Channel> channel = control.Channel())
         channel->setUseCount(std::int16_t(std::max(0, channel->UseCount() - 1)));
+    control.dropGrabHandles();
     const Ref<binding::Object> live = control.Control();
     if (m_window && live)
         m_window->discardControl(live);
@@ -255,6 +257,54 @@ void BenchControls::Clear()
             Ref<iBenchControl>(m_list.at(last))->setIndex(1);
         takeOut(std::min(last, m_list.count()));
     }
+}
+
+// Putting back -------------------------------------------------------------------------------------------------
+
+std::int32_t BenchControls::placeOfControl(const iBenchControl& control) const
+{
+    const std::int32_t told = control.Index();
+    if (told >= 1 && told <= m_list.count() && m_list.at(told).get() == &control)
+        return told;
+    for (std::int32_t place = 1; place <= m_list.count(); ++place) {
+        if (m_list.at(place).get() == &control)
+            return place;
+    }
+    return 0;
+}
+
+PlacedControl BenchControls::placedAt(std::int32_t place) const
+{
+    PlacedControl placed;
+    placed.control = m_list.at(place);
+    placed.place = place;
+    placed.listKey = m_list.keyAt(place);
+    placed.next = placed.control->XMLNode().nextSibling();
+    if (const auto* live = dynamic_cast<const surface::LiveControl*>(placed.control->Control().get())) {
+        placed.rank = live->rank();
+        placed.visible = live->visible();
+    }
+    return placed;
+}
+
+void BenchControls::putBack(const PlacedControl& placed)
+{
+    const Ref<iBenchControl> control = placed.control;
+    if (placeOfControl(*control) != 0)
+        return;
+    if (!placed.listKey.isEmpty() && m_list.containsKey(placed.listKey))
+        values::raise(ErrorNumber::DuplicateKey);
+    const std::int32_t place = std::min(placed.place, m_list.count() + 1);
+    checkedPlace(m_list.count() + 1);
+    window().restoreControl(placed);
+    m_list.insert(place, control, placed.listKey);
+    const Node node = control->XMLNode();
+    m_node.insertBefore(node, placed.next.parent() == m_node ? placed.next : Node());
+    if (const Ref<site::Channel> channel = control->Channel())
+        channel->setUseCount(std::int16_t(std::min(channel->UseCount() + 1, 32767)));
+    renumber();
+    control->setControl(control->Control()); // the handles follow it again
+    control->setShowGrabHandles(!m_lockPositions);
 }
 
 // Reading ------------------------------------------------------------------------------------------------------

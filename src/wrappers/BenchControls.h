@@ -36,6 +36,14 @@ public:
     void Remove(const Variant& index);
     void Clear();
 
+    /// Place of a wrapper in the list, from 1; 0 when it is not there.
+    std::int32_t placeOfControl(const iBenchControl& control) const;
+    /// How a control stands that is in the list.
+    PlacedControl placedAt(std::int32_t place) const;
+    /// Undoes a removal: the control stands again where it stood, with its node, its live control and its channel.
+    /// Nothing when it is in the list already. Raises 457 when its list key has been given away meanwhile.
+    void putBack(const PlacedControl& placed);
+
     // To the rest of the system only -----------------------------------------------------------------------
 
     void setWindow(PanelWindow* window) { m_window = window; }

@@ -36,6 +36,7 @@ struct TwipsRectangle
     float top;
     float width;
     float height;
+    bool operator==(const TwipsRectangle&) const = default;
 };
 
 /// The BorderStyle that shows whether positions are locked: edges make a control easy to grab.

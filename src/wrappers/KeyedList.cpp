@@ -33,13 +33,18 @@ void KeyedList::clearMemos()
 
 void KeyedList::add(const Ref<iBenchControl>& control, const QString& key)
 {
+    insert(count() + 1, control, key);
+}
+
+void KeyedList::insert(std::int32_t place, const Ref<iBenchControl>& control, const QString& key)
+{
     const QString folded = key.toCaseFolded();
     if (!folded.isEmpty()) {
         if (m_byKey.contains(folded))
             values::raise(ErrorNumber::DuplicateKey);
         m_byKey.insert(folded, control.get());
     }
-    m_entries.push_back({control, folded});
+    m_entries.insert(m_entries.begin() + (place - 1), Entry{control, folded});
 }
 
 void KeyedList::remove(std::int32_t place)

@@ -23,6 +23,10 @@ public:
     std::int32_t placeOf(const QString& key) const;
     /// Raises 457 for a key that exists; an empty key is no key.
     void add(const Ref<iBenchControl>& control, const QString& key = {});
+    /// The same, at a place from 1 to count + 1; what stands there moves up.
+    void insert(std::int32_t place, const Ref<iBenchControl>& control, const QString& key);
+    /// The list key at a place, which exists, without regard to case; empty for none.
+    const QString& keyAt(std::int32_t place) const { return m_entries[std::size_t(place) - 1].foldedKey; }
     bool containsKey(const QString& key) const { return m_byKey.contains(key.toCaseFolded()); }
     void remove(std::int32_t place);
 

@@ -8,6 +8,17 @@ namespace zan::wrappers {
 
 class BenchControls;
 
+/// A control and everything that says where it stands.
+struct PlacedControl
+{
+    Ref<iBenchControl> control;
+    std::int32_t place = 0; ///< in the list, from 1
+    QString listKey;        ///< without regard to case; empty for none
+    document::Node next;    ///< the node that follows its own in the tree; null for none
+    std::int32_t rank = 0;  ///< stacking order of its live control
+    bool visible = true;    ///< whether its live control is shown
+};
+
 /// What the collection of controls needs of the window that it belongs to.
 class PanelWindow
 {
@@ -21,6 +32,8 @@ public:
     virtual Ref<site::SchemeWindows> schemeWindows() = 0;
     /// Takes a live control off the surface: the design-time template is hidden, any other element unloaded.
     virtual void discardControl(const Ref<binding::Object>& control) = 0;
+    /// Takes that back for a control that is put back as it stood.
+    virtual void restoreControl(const PlacedControl& placed) = 0;
     /// Hands an error that reached an event boundary to the host.
     virtual void reportError(const values::RuntimeError& error) = 0;
 };

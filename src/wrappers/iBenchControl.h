@@ -69,6 +69,8 @@ public:
     virtual void Drag() {}
     /// Creates the resize handles once; parent and target are window handles of the control host.
     virtual void InitGrabHandles(std::int32_t /*Parent*/, std::int32_t /*Target*/, values::Colour /*Colour*/) {}
+    /// Takes the resize handles off the surface, whoever goes on holding the wrapper; showing them makes new ones.
+    virtual void dropGrabHandles() {}
     /// Moves the live control; parts left out stay as they are.
     virtual void Move(float /*Left*/, std::optional<float> /*Top*/ = {}, std::optional<float> /*Width*/ = {},
                       std::optional<float> /*Height*/ = {})

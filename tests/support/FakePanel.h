@@ -163,6 +163,12 @@ public:
         if (live.templateElement)
             live.visible = false;
     }
+    void restoreControl(const wrappers::PlacedControl& placed) override
+    {
+        auto& live = static_cast<FakeControl&>(*placed.control->Control());
+        live.discarded = false;
+        live.visible = placed.visible;
+    }
     void reportError(const values::RuntimeError& error) override { errors.push_back(error); }
 };
 

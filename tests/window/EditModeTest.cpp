@@ -1,12 +1,9 @@
 // Rearranging a panel by mouse and menu, with the input that a user makes.
 
-#include "WindowFixture.h"
+#include "EditFixture.h"
 
-#include "support/PointerScript.h"
 #include "support/Properties.h"
-#include "surface/edit/EditLayer.h"
 #include "surface/intrinsic/Shape.h"
-#include "window/PanelEditor.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -23,81 +20,8 @@ using wrappers::iBenchControl;
 
 namespace {
 
-QString control(const char* type, int left, int top, int width, int height, const char* more = "")
-{
-    return QStringLiteral("<CONTROL><TYPE>%1</TYPE><LEFT>%2</LEFT><TOP>%3</TOP><WIDTH>%4</WIDTH><HEIGHT>%5</HEIGHT>"
-                          "%6</CONTROL>")
-        .arg(QString::fromLatin1(type))
-        .arg(left)
-        .arg(top)
-        .arg(width)
-        .arg(height)
-        .arg(QString::fromLatin1(more));
-}
-
-class EditMode : public WindowTest
-{
-protected:
-    /// Loads a window with these controls and shows the panel, unlocked.
-    void open(const QStringList& controls, bool unlocked = true)
-    {
-        fill("A", controls.join(QString()).toUtf8().constData());
-        panel->LoadWindow(QStringLiteral("A"));
-        panel->setLockPositions(!unlocked);
-        panel->resize(800, 600);
-        panel->show();
-        settle();
-        QObject::connect(panel.get(), &BenchWindow::MouseDown, panel.get(),
-                         [this](int button) { hostPresses.push_back(button); });
-    }
-    void settle()
-    {
-        for (int turn = 0; turn < 3; ++turn)
-            QCoreApplication::processEvents();
-    }
-    PointerScript script() { return PointerScript(*panel); }
-    void press(QPoint place, Qt::MouseButton button = Qt::LeftButton)
-    {
-        forms.closeMenu();
-        script().press(place, button).release(place, button).play();
-    }
-    void drag(QPoint from, QPoint to) { script().press(from).move((from + to) / 2).move(to).release(to).play(); }
-    Ref<iBenchControl> wrapper(int place) { return panel->Controls()->Control(Variant(place)); }
-    QRectF twips(int place)
-    {
-        const auto control = live(place);
-        return {control->left(), control->top(), control->width(), control->height()};
-    }
-    QString stored(int place, const char* name) { return wrapper(place)->XMLNode().child(Name(name)).text(); }
-    QStringList menuCaptions()
-    {
-        QStringList captions;
-        if (forms.menu()) {
-            for (const surface::MenuItem& item : forms.menu()->items)
-                captions << item.caption;
-        }
-        return captions;
-    }
-    void choose(const QString& caption)
-    {
-        const std::shared_ptr<PopupMenu> menu = forms.menu();
-        ASSERT_TRUE(menu);
-        forms.closeMenu();
-        choose(*menu, caption);
-    }
-    void choose(const PopupMenu& menu, const QString& caption)
-    {
-        for (const surface::MenuItem& item : menu.items) {
-            if (item.caption == caption && item.choose)
-                return item.choose();
-            if (item.menu)
-                choose(*item.menu, caption);
-        }
-    }
-    bool hasMarker() { return surface::EditLayer::of(*panel).marker().has_value(); }
-
-    std::vector<int> hostPresses;
-};
+class EditMode : public EditTest
+{};
 
 const QStringList labelMenu{u"&Edit"_qs, u"&Copy"_qs, QString(), u"&Delete"_qs, u"&Send to Back"_qs};
 

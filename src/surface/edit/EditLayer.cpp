@@ -254,8 +254,21 @@ bool EditLayer::pressed(QPoint place, const QMouseEvent& event)
     if (!hit.frame)
         return false;
     if (event.button() == Qt::LeftButton)
-        hit.frame->handlePressed(hit.index);
+        startResize(hit);
     return true; // a handle keeps every press from what lies below it
+}
+
+void EditLayer::startResize(const Hit& hit)
+{
+    const values::Ref<LiveControl> control(m_slots[hit.frame->m_slot].control);
+    const QPointer<Surface> surface(control ? control->surface() : nullptr);
+    const QPointer<EditLayer> alive(this);
+    if (surface)
+        surface->tell([&](SurfaceEvents& events) { events.resizeBegins(*control); });
+    if (alive && handleAt(hit.rectangle.center()).frame == hit.frame)
+        hit.frame->handlePressed(hit.index);
+    if (surface)
+        surface->tell([&](SurfaceEvents& events) { events.resizeEnded(*control); });
 }
 
 bool EditLayer::pointerMoved(QPoint place)

@@ -126,6 +126,7 @@ private:
     bool coversPlace(const Slot& slot, QPoint place) const;
     void paintHandles(QPainter& painter, std::uint32_t number, const QRegion& region) const;
     QRegion uncoveredPart(std::uint32_t number, const QRect& handle) const;
+    void startResize(const Hit& hit);
     void dirty(const QRect& rectangle);
     void renewMask();
     void showSpot(const Hit& hit);

@@ -117,6 +117,22 @@ Ref<LiveControl> ControlArray::place(std::int32_t index)
     Ref<LiveControl> element = m_creator();
     element->copyDesign(*m_design);
     element->m_index = std::int16_t(index);
+    enter(element);
+    return element;
+}
+
+void ControlArray::restore(const Ref<LiveControl>& element)
+{
+    if (!m_surface || element->isLoaded())
+        values::raise(ErrorNumber::ObjectNotSet);
+    if (find(element->index()))
+        throw values::RuntimeError(AlreadyLoaded, QStringLiteral("Object already loaded"));
+    enter(element);
+}
+
+void ControlArray::enter(const Ref<LiveControl>& element)
+{
+    const std::int32_t index = element->index();
     if (m_elements.size() <= std::size_t(index))
         m_elements.resize(std::size_t(index) + 1);
     m_elements[std::size_t(index)] = element;
@@ -124,7 +140,8 @@ Ref<LiveControl> ControlArray::place(std::int32_t index)
     ++m_count;
     element->m_array = this;
     m_surface->controlLoaded(*element);
-    return element;
+    if (element->visible())
+        element->changed(LiveControl::Presence);
 }
 
 void ControlArray::unload(std::int32_t index)

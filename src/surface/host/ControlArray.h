@@ -51,12 +51,15 @@ public:
     LiveControl* find(std::int32_t index) const noexcept;
     /// A new element, invisible until shown. Raises 6 above MaximumIndex, 340 below 0, 360 when it exists.
     Ref<LiveControl> load(std::int32_t index);
+    /// Puts an element back that was unloaded from this array, in its former place. Raises 360 when that is taken.
+    void restore(const Ref<LiveControl>& element);
     /// Takes an element away. Raises 340 when there is none, 362 for the template.
     void unload(std::int32_t index);
 
 private:
     friend class Surface;
     Ref<LiveControl> place(std::int32_t index);
+    void enter(const Ref<LiveControl>& element);
     void detach(); // the surface goes
 
     Surface* m_surface;

@@ -280,7 +280,12 @@ void Surface::controlMoved(LiveControl& control, const QRect& from)
 
 void Surface::controlRestacked(LiveControl& control, bool toFront)
 {
-    control.m_rank = nextRank(toFront);
+    restack(control, nextRank(toFront));
+}
+
+void Surface::restack(LiveControl& control, std::int32_t rank)
+{
+    control.m_rank = rank;
     if (control.hosting() != LiveControl::Hosting::Widget) {
         m_display->restacked();
         uncovered(control.bounds());

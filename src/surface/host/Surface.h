@@ -76,6 +76,8 @@ public:
     void setEvents(SurfaceEvents* events) noexcept { m_events = events; }
     SurfaceEvents* events() const noexcept { return m_events; }
 
+    /// Puts a control at a place of the stacking order that it has had before.
+    void restack(LiveControl& control, std::int32_t rank);
     /// What lies over all controls and sees the mouse first; null for nothing. A child of the surface.
     void setLayer(SurfaceLayer* layer) noexcept { m_layer = layer; }
     /// What a control looks like, without what lies below it; no larger than the surface.

@@ -29,6 +29,9 @@ public:
     virtual bool mouseDown(LiveControl* /*control*/, const MouseInput& /*input*/) { return false; }
     virtual void mouseMove(LiveControl* /*control*/, const MouseInput& /*input*/) {}
     virtual void mouseUp(LiveControl* /*control*/, const MouseInput& /*input*/) {}
+    /// A resize by one of the control's handles is about to begin, and has ended.
+    virtual void resizeBegins(LiveControl& /*control*/) {}
+    virtual void resizeEnded(LiveControl& /*control*/) {}
     virtual void gotFocus(LiveControl* /*control*/) {}
     virtual void lostFocus(LiveControl* /*control*/) {}
     /// Keys by their classic key codes, `shift` as in MouseInput.

@@ -1,0 +1,110 @@
+#include "window/EditSteps.h"
+
+#include "surface/host/Surface.h"
+
+#include <algorithm>
+
+namespace zan::window {
+
+using document::NodeImage;
+using surface::LiveControl;
+using wrappers::BenchControls;
+using wrappers::iBenchControl;
+using wrappers::TwipsRectangle;
+
+namespace {
+
+Ref<LiveControl> liveOf(const iBenchControl& control)
+{
+    return Ref<LiveControl>(dynamic_cast<LiveControl*>(control.Control().get()));
+}
+
+bool isIn(const BenchControls& list, const iBenchControl& control)
+{
+    return list.placeOfControl(control) != 0;
+}
+
+void takeBack(const ControlChange& change, const NodeImage& from, const NodeImage& to,
+              const TwipsRectangle& measures)
+{
+    const TwipsRectangle now = measuresOf(*change.control);
+    const Ref<LiveControl> live = liveOf(*change.control);
+    if (live && now != measures)
+        live->move(measures.left, measures.top, measures.width, measures.height);
+    from.applyChange(change.control->XMLNode(), to);
+}
+
+void takeOut(BenchControls& list, PlaceChange& change)
+{
+    const std::int32_t place = list.placeOfControl(*change.placed.control);
+    if (place == 0)
+        return; // a script has removed it meanwhile
+    change.placed = list.placedAt(place);
+    list.Remove(binding::Variant(place));
+}
+
+void restack(const StackChange& change, std::int32_t rank)
+{
+    if (surface::Surface* surface = change.control->surface())
+        surface->restack(*change.control, rank);
+}
+
+} // namespace
+
+TwipsRectangle measuresOf(const iBenchControl& control)
+{
+    const Ref<LiveControl> live = liveOf(control);
+    return live ? TwipsRectangle{live->left(), live->top(), live->width(), live->height()} : TwipsRectangle{};
+}
+
+bool ControlChange::isChange() const
+{
+    return before != after || nodeBefore != nodeAfter;
+}
+
+bool EditStep::finish()
+{
+    for (ControlChange& change : controls) {
+        change.after = measuresOf(*change.control);
+        change.nodeAfter = NodeImage(change.control->XMLNode());
+    }
+    for (StackChange& change : stacking)
+        change.after = change.control->rank();
+    std::erase_if(controls, [](const ControlChange& change) { return !change.isChange(); });
+    std::erase_if(stacking, [](const StackChange& change) { return change.before == change.after; });
+    return !controls.empty() || !places.empty() || !stacking.empty();
+}
+
+void EditStep::undo(BenchControls& list)
+{
+    for (auto change = places.rbegin(); change != places.rend(); ++change) {
+        if (change->isAdded)
+            takeOut(list, *change);
+        else
+            list.putBack(change->placed);
+    }
+    for (const ControlChange& change : controls) {
+        if (isIn(list, *change.control))
+            takeBack(change, change.nodeAfter, change.nodeBefore, change.before);
+    }
+    for (const StackChange& change : stacking)
+        restack(change, change.before);
+}
+
+void EditStep::redo(BenchControls& list)
+{
+    for (PlaceChange& change : places) {
+        if (change.isAdded)
+            list.putBack(change.placed);
+        else
+            takeOut(list, change);
+    }
+    for (const ControlChange& change : controls) {
+        if (isIn(list, *change.control))
+            takeBack(change, change.nodeBefore, change.nodeAfter, change.after);
+    }
+    for (const StackChange& change : stacking)
+        restack(change, change.after);
+}
+
+} // namespace zan::window

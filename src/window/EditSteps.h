@@ -1,0 +1,68 @@
+#pragma once
+
+#include "document/NodeImage.h"
+#include "wrappers/BenchControls.h"
+#include "wrappers/ControlType.h"
+
+#include <QString>
+
+#include <vector>
+
+namespace zan::window {
+
+using values::Ref;
+
+/// What undoing needs of the panel.
+class EditedPanel
+{
+public:
+    virtual ~EditedPanel() = default;
+    /// Empty when the panel's life has ended.
+    virtual Ref<wrappers::BenchControls> editedControls() = 0;
+};
+
+/// A control whose node, place or size a command has changed.
+struct ControlChange
+{
+    Ref<wrappers::iBenchControl> control;
+    document::NodeImage nodeBefore;
+    document::NodeImage nodeAfter;
+    wrappers::TwipsRectangle before{};
+    wrappers::TwipsRectangle after{};
+
+    bool isChange() const;
+};
+
+/// A control that a command has put into the list or taken from it.
+struct PlaceChange
+{
+    wrappers::PlacedControl placed;
+    bool isAdded = false;
+};
+
+/// Stacking ranks of a control before and after.
+struct StackChange
+{
+    Ref<surface::LiveControl> control;
+    std::int32_t before = 0;
+    std::int32_t after = 0;
+};
+
+/// One user's command as it can be taken back and made again.
+struct EditStep
+{
+    QString text; ///< what the command is called
+    std::vector<ControlChange> controls;
+    std::vector<PlaceChange> places;
+    std::vector<StackChange> stacking;
+
+    /// Takes up the state after the command, and drops what has not changed. False when nothing is left.
+    bool finish();
+    void undo(wrappers::BenchControls& list);
+    void redo(wrappers::BenchControls& list);
+};
+
+/// Place and size of a wrapper's live control; zeros without one.
+wrappers::TwipsRectangle measuresOf(const wrappers::iBenchControl& control);
+
+} // namespace zan::window
