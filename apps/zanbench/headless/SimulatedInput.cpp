@@ -5,6 +5,9 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QTimer>
+
+#include <memory>
 
 namespace zan::host {
 
@@ -66,27 +69,68 @@ void SimulatedInput::mouse(QEvent::Type type, QPoint place, Qt::MouseButton butt
         m_pressed = nullptr;
 }
 
+namespace {
+
+using Steps = std::deque<std::function<void()>>;
+
+void playNext(QObject& context, const std::shared_ptr<Steps>& steps)
+{
+    QTimer::singleShot(0, &context, [&context, steps] {
+        if (steps->empty())
+            return;
+        const auto step = std::move(steps->front());
+        steps->pop_front();
+        playNext(context, steps);
+        step();
+    });
+}
+
+} // namespace
+
+void SimulatedInput::play(Steps steps)
+{
+    const auto press = std::move(steps.front());
+    steps.pop_front();
+    const auto rest = std::make_shared<Steps>(std::move(steps));
+    QObject context; // ends the playing from the event loop when the press has been handled
+    playNext(context, rest);
+    press();
+    while (!rest->empty()) {
+        const auto step = std::move(rest->front());
+        rest->pop_front();
+        step();
+    }
+}
+
 void SimulatedInput::click(QPoint place, int button)
 {
     const Qt::MouseButton pressed = toolkitButton(button);
-    mouse(QEvent::MouseButtonPress, place, pressed, pressed);
-    mouse(QEvent::MouseButtonRelease, place, pressed, Qt::NoButton);
+    play({[=, this] { mouse(QEvent::MouseButtonPress, place, pressed, pressed); },
+          [=, this] { mouse(QEvent::MouseButtonRelease, place, pressed, Qt::NoButton); }});
 }
 
 void SimulatedInput::doubleClick(QPoint place)
 {
     click(place);
-    mouse(QEvent::MouseButtonDblClick, place, Qt::LeftButton, Qt::LeftButton);
-    mouse(QEvent::MouseButtonRelease, place, Qt::LeftButton, Qt::NoButton);
+    play({[=, this] { mouse(QEvent::MouseButtonDblClick, place, Qt::LeftButton, Qt::LeftButton); },
+          [=, this] { mouse(QEvent::MouseButtonRelease, place, Qt::LeftButton, Qt::NoButton); }});
 }
 
 void SimulatedInput::drag(QPoint from, QPoint to)
 {
-    constexpr int Steps = 8;
-    mouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
-    for (int step = 1; step <= Steps; ++step)
-        mouse(QEvent::MouseMove, from + (to - from) * step / Steps, Qt::NoButton, Qt::LeftButton);
-    mouse(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
+    constexpr int Moves = 8;
+    Steps steps{[=, this] { mouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton); }};
+    for (int step = 1; step <= Moves; ++step) {
+        const QPoint place = from + (to - from) * step / Moves;
+        steps.push_back([=, this] { mouse(QEvent::MouseMove, place, Qt::NoButton, Qt::LeftButton); });
+    }
+    steps.push_back([=, this] { mouse(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton); });
+    play(std::move(steps));
+}
+
+void SimulatedInput::hover(QPoint place)
+{
+    mouse(QEvent::MouseMove, place, Qt::NoButton, Qt::NoButton);
 }
 
 void SimulatedInput::type(const QString& text)

@@ -6,6 +6,9 @@
 #include <QString>
 #include <QWidget>
 
+#include <deque>
+#include <functional>
+
 namespace zan::surface {
 class Surface;
 }
@@ -24,10 +27,15 @@ public:
     void click(QPoint place, int button = 1);
     void doubleClick(QPoint place);
     void drag(QPoint from, QPoint to);
+    /// Moves the pointer to a place, with no button down.
+    void hover(QPoint place);
     /// Types each character of the text; a line feed is the Enter key, a tab the Tab key.
     void type(const QString& text);
 
 private:
+    /// A press and what follows it. While the press is being handled the panel may follow the pointer in a loop of its
+    /// own: there the rest is played from the event loop; otherwise it follows at once.
+    void play(std::deque<std::function<void()>> steps);
     void mouse(QEvent::Type type, QPoint place, Qt::MouseButton button, Qt::MouseButtons held);
 
     QPointer<QWidget> m_panel;

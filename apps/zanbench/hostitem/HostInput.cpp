@@ -3,6 +3,7 @@
 #include "zanbench/headless/SimulatedInput.h"
 #include "zanbench/hostitem/ControlLookup.h"
 
+#include "surface/forms/RecordingForms.h"
 #include "values/Twips.h"
 #include "window/BenchWindow.h"
 
@@ -72,12 +73,14 @@ QPoint HostInput::placeOnPanel(float x, float y) const
 void HostInput::Click(const Variant& control)
 {
     const QPoint place = middleOf(control);
+    run().forms().closeMenu(); // a press anywhere else closes the menu that is open
     SimulatedInput(panel()).click(place);
 }
 
 void HostInput::DoubleClick(const Variant& control)
 {
     const QPoint place = middleOf(control);
+    run().forms().closeMenu();
     SimulatedInput(panel()).doubleClick(place);
 }
 
@@ -88,13 +91,21 @@ void HostInput::Press(float x, float y, std::optional<std::int16_t> button)
         values::raise(ErrorNumber::InvalidCall,
                       QStringLiteral("%1 is no mouse button: 1 left, 2 right, 4 middle.").arg(pressed));
     const QPoint place = placeOnPanel(x, y);
+    run().forms().closeMenu();
     SimulatedInput(panel()).click(place, pressed);
 }
 
 void HostInput::Drag(float x1, float y1, float x2, float y2)
 {
     const QPoint from = placeOnPanel(x1, y1);
+    run().forms().closeMenu();
     SimulatedInput(panel()).drag(from, pixelsOf(x2, y2));
+}
+
+void HostInput::Hover(float x, float y)
+{
+    const QPoint place = placeOnPanel(x, y);
+    SimulatedInput(panel()).hover(place);
 }
 
 void HostInput::Keys(const QString& text)
@@ -113,6 +124,7 @@ const binding::MemberTable& HostInput::members() const
                                         method<&C::DoubleClick>("DoubleClick"),
                                         method<&C::Press>("Press"),
                                         method<&C::Drag>("Drag"),
+                                        method<&C::Hover>("Hover"),
                                         method<&C::Keys>("Keys"),
                                     });
     });

@@ -24,6 +24,8 @@ public:
     void Press(float x, float y, std::optional<std::int16_t> button);
     /// Drags with the left button from one place of the panel to another, in twips. Raises 5 when it begins outside.
     void Drag(float x1, float y1, float x2, float y2);
+    /// Moves the pointer to a place in twips, with no button down.
+    void Hover(float x, float y);
     /// Types a text into whatever has the keyboard.
     void Keys(const QString& text);
 

@@ -2,6 +2,7 @@
 
 #include "zanbench/hostitem/HostBoxes.h"
 #include "zanbench/hostitem/HostDocument.h"
+#include "zanbench/hostitem/HostEditing.h"
 #include "zanbench/hostitem/HostInput.h"
 #include "zanbench/hostitem/HostLogger.h"
 #include "zanbench/hostitem/HostPicture.h"
@@ -24,9 +25,10 @@ Ref<HostFamily> makeFamily(HostRun& run)
 }
 
 /// Every family, one row each. No two of them have a member of the same name.
-constexpr std::array<FamilyMaker, 8> FamilyMakers = {
-    &makeFamily<HostReport>, &makeFamily<HostTime>,     &makeFamily<HostInput>,   &makeFamily<HostBoxes>,
-    &makeFamily<HostText>,   &makeFamily<HostDocument>, &makeFamily<HostPicture>, &makeFamily<HostLogger>,
+constexpr std::array<FamilyMaker, 9> FamilyMakers = {
+    &makeFamily<HostReport>,  &makeFamily<HostTime>,   &makeFamily<HostInput>,
+    &makeFamily<HostBoxes>,   &makeFamily<HostText>,   &makeFamily<HostDocument>,
+    &makeFamily<HostPicture>, &makeFamily<HostLogger>, &makeFamily<HostEditing>,
 };
 
 } // namespace

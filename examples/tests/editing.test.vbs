@@ -1,0 +1,79 @@
+' The layout of a panel is rearranged by mouse and menu, and every edit is taken back.
+' scheme: ../weir.scheme
+' window: Gates
+' logger: sim:?seed=7
+Option Explicit
+
+' The control of a type that has room around it, by its place.
+Function First(kind)
+    Dim i
+    First = 0
+    For i = 1 To Window.Controls.Count
+        If Window.Controls(i).ControlType = kind Then
+            First = i
+            Exit Function
+        End If
+    Next
+End Function
+
+Function Entry(menu, caption)
+    Dim i
+    Set Entry = Nothing
+    For i = 1 To menu.Count
+        If menu.Item(i).Caption = caption Then Set Entry = menu.Item(i)
+    Next
+End Function
+
+Dim count, button, left, top, menu
+count = Window.Controls.Count
+button = First("VB.CommandButton")
+Host.Assert button > 0, "the window has a command button"
+Host.Assert Host.Menu Is Nothing, "no menu is open before anything was pressed"
+Host.Assert Not Host.Handles(button).Item(1).Visible, "a locked panel shows no handles"
+
+Window.LockPositions = False
+With Host.Handles(button)
+    Host.Assert .Count = 8, "a command button has eight handles"
+    Host.Assert .Item(1).Visible, "they are shown while positions are unlocked"
+    Host.Assert .Item(1).Cursor = 32642 And .Item(4).Cursor = 32644, "each with its cursor"
+End With
+Host.Assert Host.Handles(First("VB.Label")).Count = 0, "a label has no window and no handles"
+
+left = Window.Controls(button).Left
+top = Window.Controls(button).Top
+Host.Drag left + 300, top + 200, left + 1500, top + 800
+Host.Assert Window.Controls(button).Left > left, "a dragged button moves"
+Host.Assert Window.UndoText = "Move", "the move is one step"
+Host.Undo
+Host.Assert Window.Controls(button).Left = left And Window.Controls(button).Top = top, "undo puts it back"
+Host.Redo
+Host.Assert Window.Controls(button).Left > left, "redo moves it again"
+Host.Undo
+
+Host.Press left + 300, top + 200, 2
+Set menu = Host.Menu
+Host.Assert menu.Count = 5, "the control's menu has five entries, the separator among them"
+Host.Assert menu.Item(3).Caption = "", "a separator has no caption"
+Entry(menu, "&Copy").Choose
+Host.Assert Host.Menu Is Nothing, "choosing closes the menu"
+Host.Assert InStr(Host.Clipboard, "<CONTROL>") = 1, "the clipboard holds the control's element"
+
+Host.Press 20, 20, 2
+Set menu = Host.Menu
+Host.Assert Entry(menu, "&Add").Menu.Count > 6, "the panel's menu offers the new controls"
+Host.Assert Not Entry(menu, "&Lock Positions").Checked, "and tells that positions are not locked"
+Entry(menu, "&Paste").Choose
+Host.Assert Window.Controls.Count = count + 1, "the copy is pasted"
+Host.Press 20, 20, 2
+Entry(Entry(Host.Menu, "&Add").Menu, "&Label").Choose
+Host.Assert Window.Controls(count + 2).Control.Caption = "New Label", "a new label says that it is one"
+Host.Clipboard = "no control"
+Host.Press 20, 20, 2
+Entry(Host.Menu, "&Paste").Choose
+Host.Assert Window.Controls.Count = count + 2, "a text that is no control pastes nothing"
+
+Do While Window.CanUndo
+    Host.Undo
+Loop
+Host.Assert Window.Controls.Count = count And Window.EditCount = 0, "every edit can be taken back"
+Host.Hover left + 300, top + 200
