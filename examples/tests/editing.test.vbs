@@ -24,6 +24,23 @@ Function Entry(menu, caption)
     Next
 End Function
 
+' Right-clicks the panel itself, where neither a control nor a figure lies, and gives the menu that comes up.
+Function PanelMenu()
+    Dim x, y
+    For y = 60 To 6000 Step 300
+        For x = 60 To 9000 Step 300
+            Host.Press x, y, 2
+            If Not Host.Menu Is Nothing Then
+                If Host.Menu.Item(1).Caption = "&Add" Then
+                    Set PanelMenu = Host.Menu
+                    Exit Function
+                End If
+            End If
+        Next
+    Next
+    Set PanelMenu = Nothing
+End Function
+
 Dim count, button, left, top, menu
 count = Window.Controls.Count
 button = First("VB.CommandButton")
@@ -58,18 +75,15 @@ Entry(menu, "&Copy").Choose
 Host.Assert Host.Menu Is Nothing, "choosing closes the menu"
 Host.Assert InStr(Host.Clipboard, "<CONTROL>") = 1, "the clipboard holds the control's element"
 
-Host.Press 20, 20, 2
-Set menu = Host.Menu
+Set menu = PanelMenu
 Host.Assert Entry(menu, "&Add").Menu.Count > 6, "the panel's menu offers the new controls"
 Host.Assert Not Entry(menu, "&Lock Positions").Checked, "and tells that positions are not locked"
 Entry(menu, "&Paste").Choose
 Host.Assert Window.Controls.Count = count + 1, "the copy is pasted"
-Host.Press 20, 20, 2
-Entry(Entry(Host.Menu, "&Add").Menu, "&Label").Choose
+Entry(Entry(PanelMenu, "&Add").Menu, "&Label").Choose
 Host.Assert Window.Controls(count + 2).Control.Caption = "New Label", "a new label says that it is one"
 Host.Clipboard = "no control"
-Host.Press 20, 20, 2
-Entry(Host.Menu, "&Paste").Choose
+Entry(PanelMenu, "&Paste").Choose
 Host.Assert Window.Controls.Count = count + 2, "a text that is no control pastes nothing"
 
 Do While Window.CanUndo
