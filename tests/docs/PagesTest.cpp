@@ -1,0 +1,73 @@
+#include "halyard/LoggerFactory.h"
+#include "trellis/SchemeFile.h"
+#include "window/BenchWindow.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+using namespace zan;
+
+namespace {
+
+QString read(const QString& file)
+{
+    QFile page(file);
+    return page.open(QIODevice::ReadOnly) ? QString::fromUtf8(page.readAll()) : QString();
+}
+
+/// What stands in the page between ``` lines of this language.
+QStringList blocks(const QString& page, const QString& language)
+{
+    const QRegularExpression fence(QStringLiteral("```%1\n(.*?)```").arg(language),
+                                   QRegularExpression::DotMatchesEverythingOption);
+    QStringList found;
+    auto matches = fence.globalMatch(read(page));
+    while (matches.hasNext())
+        found << matches.next().captured(1);
+    return found;
+}
+
+} // namespace
+
+TEST(Pages, TheProgramsForEmbeddersAreThoseThatAreBuilt)
+{
+    const QStringList shown = blocks(QStringLiteral("docs/embedding.md"), QStringLiteral("cpp"));
+    for (const char* program : {"ownlogger", "ownscheme"}) {
+        const QString source = read(QStringLiteral("examples/%1/main.cpp").arg(QString::fromLatin1(program)));
+        EXPECT_FALSE(source.isEmpty()) << program;
+        EXPECT_TRUE(shown.contains(source)) << program << ": docs/embedding.md shows another text";
+    }
+}
+
+TEST(Pages, TheSchemeThatIsDescribedOpensAndShowsEveryControl)
+{
+    QStringList errors;
+    int schemes = 0;
+    for (const QString& text : blocks(QStringLiteral("docs/scheme.md"), QStringLiteral("xml"))) {
+        if (!text.contains(QStringLiteral("<SCHEME>")))
+            continue;
+        ++schemes;
+        const QTemporaryDir folder;
+        QFile file(folder.filePath(QStringLiteral("page.scheme")));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text.toUtf8());
+        file.close();
+        const trellis::OpenResult opened = trellis::SchemeFile::open(file.fileName());
+        ASSERT_TRUE(opened) << opened.error.text().toStdString();
+        const halyard::LoggerResult made = halyard::createLogger(opened.scheme->loggerUri(), opened.scheme);
+        ASSERT_TRUE(made.logger) << made.error.toStdString();
+        window::BenchWindow panel;
+        QObject::connect(&panel, &window::BenchWindow::runtimeError,
+                         [&](int, const QString& description) { errors << description; });
+        panel.InitProperties();
+        panel.setLogger(made.logger);
+        panel.LoadWindow(QStringLiteral("Pump"));
+        EXPECT_EQ(panel.Controls()->Count(), text.count(QStringLiteral("<CONTROL>")));
+        EXPECT_GT(opened.scheme->Windows()->Item(binding::Variant(u"Pump"))->Count(), 0);
+    }
+    EXPECT_GT(schemes, 0);
+    EXPECT_EQ(errors.join(u'\n').toStdString(), "");
+}
