@@ -37,7 +37,8 @@ public:
         bytes = m_file->seek(address) ? m_file->read(length) : QByteArray();
         if (bytes.size() == length)
             return {};
-        return {DriverStatus::Unavailable, QStringLiteral("The file ends before address %1.").arg(address + length)};
+        return {DriverStatus::Unavailable,
+                QStringLiteral("The file ends before address %1.").arg(address + length)};
     }
     DriverResult writeBlock(std::int32_t address, const QByteArray& bytes, CancelToken&) override
     {

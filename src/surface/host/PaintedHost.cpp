@@ -2,6 +2,7 @@
 
 #include "surface/host/Surface.h"
 
+#include <QPaintEvent>
 #include <QPainter>
 
 namespace zan::surface {
@@ -14,11 +15,12 @@ PaintedHost::PaintedHost(Surface& surface, LiveControl& control)
     setFocusPolicy(Qt::NoFocus);
 }
 
-void PaintedHost::paintEvent(QPaintEvent*)
+void PaintedHost::paintEvent(QPaintEvent* event)
 {
     if (m_surface.hostedControl(*this) != m_control)
         return; // the control has gone, and this widget waits for its end
     QPainter painter(this);
+    painter.setClipRect(event->rect()); // the control may be far larger than what is seen of it
     m_surface.paintControl(painter, *m_control, rect());
 }
 

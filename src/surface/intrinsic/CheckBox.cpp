@@ -63,8 +63,8 @@ void CheckBox::syncWidget(QWidget& widget)
 {
     auto& box = static_cast<QCheckBox&>(widget);
     constexpr Qt::CheckState States[]{Qt::Unchecked, Qt::Checked, Qt::PartiallyChecked};
-    if (box.text() != m_caption)
-        box.setText(m_caption);
+    if (const QString shown = widgetCaption(m_caption); box.text() != shown)
+        box.setText(shown);
     box.setTristate(m_value == 2);
     box.setCheckState(States[m_value]);
     box.setLayoutDirection(m_alignment == 1 ? Qt::RightToLeft : Qt::LeftToRight);

@@ -6,11 +6,65 @@
 #include "surface/text/MnemonicText.h"
 
 #include <QIcon>
+#include <QPaintEvent>
 #include <QPushButton>
+#include <QStyleOptionButton>
+#include <QStylePainter>
+
+#include <algorithm>
 
 namespace zan::surface {
 
 namespace {
+
+/// A rectangle that looks like the whole where it is visible, and is no larger than that takes. Edges that are seen
+/// stay, and so does the middle, where the caption is, when it can be seen. Of one dimension: [from, to).
+struct Extent
+{
+    int from;
+    int to;
+};
+
+Extent visibleExtent(Extent whole, Extent seen, int captionLength)
+{
+    constexpr int Edge = 32; // pixels; wider than any style's edge
+    const int room = Edge + captionLength;
+    // Both edges out of sight move alike, and leave the middle where it is.
+    if (const int spare = std::min(seen.from - room - whole.from, whole.to - seen.to - room); spare > 0)
+        whole = {whole.from + spare, whole.to - spare};
+    // An edge that leaves the middle out of sight may come nearer as long as it stays there.
+    whole.to = std::min(whole.to, 2 * (seen.to + room) - whole.from);
+    whole.from = std::max(whole.from, 2 * (seen.from - room) - whole.to);
+    return whole;
+}
+
+/// The toolkit's styles paint a button as one picture of its size, however little of it is seen.
+class BoundedButton : public QPushButton
+{
+public:
+    using QPushButton::QPushButton;
+
+protected:
+    void paintEvent(QPaintEvent* event) override
+    {
+        constexpr int LargestWhole = 4096; // pixels
+        constexpr int LongestCaption = 1024;
+        if (std::max(width(), height()) <= LargestWhole) {
+            QPushButton::paintEvent(event);
+            return;
+        }
+        QStyleOptionButton option;
+        initStyleOption(&option);
+        const QRect seen = event->rect();
+        const QSize caption = fontMetrics().size(Qt::TextShowMnemonic, option.text).expandedTo(iconSize());
+        const Extent across =
+            visibleExtent({0, width()}, {seen.left(), seen.right() + 1}, std::min(caption.width(), LongestCaption));
+        const Extent down = visibleExtent({0, height()}, {seen.top(), seen.bottom() + 1},
+                                          std::min(caption.height(), LongestCaption));
+        option.rect = QRect(QPoint(across.from, down.from), QPoint(across.to - 1, down.to - 1));
+        QStylePainter(this).drawControl(QStyle::CE_PushButton, option);
+    }
+};
 
 /// The other command buttons of a button's surface.
 template <class Call>
@@ -87,7 +141,7 @@ void CommandButton::press()
 
 QWidget* CommandButton::createWidget(QWidget* parent)
 {
-    auto* button = new QPushButton(parent);
+    auto* button = new BoundedButton(parent);
     button->setAutoDefault(false);
     QObject::connect(button, &QPushButton::clicked, button, [this] { press(); });
     return button;
@@ -96,8 +150,8 @@ QWidget* CommandButton::createWidget(QWidget* parent)
 void CommandButton::syncWidget(QWidget& widget)
 {
     auto& button = static_cast<QPushButton&>(widget);
-    if (button.text() != m_caption)
-        button.setText(m_caption);
+    if (const QString shown = widgetCaption(m_caption); button.text() != shown)
+        button.setText(shown);
     button.setDefault(m_default);
     if (m_style == 1 && m_picture) {
         button.setIcon(QIcon(m_picture->pixmap()));

@@ -84,8 +84,8 @@ QWidget* OptionButton::createWidget(QWidget* parent)
 void OptionButton::syncWidget(QWidget& widget)
 {
     auto& button = static_cast<QRadioButton&>(widget);
-    if (button.text() != m_caption)
-        button.setText(m_caption);
+    if (const QString shown = widgetCaption(m_caption); button.text() != shown)
+        button.setText(shown);
     button.setChecked(m_value);
     button.setLayoutDirection(m_alignment == 1 ? Qt::RightToLeft : Qt::LeftToRight);
 }

@@ -2,6 +2,7 @@
 
 #include "binding/MemberTable.h"
 #include "surface/host/Frames.h"
+#include "surface/host/VisiblePart.h"
 
 #include <QPainter>
 #include <QPalette>
@@ -104,7 +105,12 @@ void ProgressBar::paint(PaintContext& context, const QRect& rectangle)
     const int block = m_scrolling == 1 ? length : blockLength(vertical ? inside.width() : inside.height());
     const QColor colour =
         context.palette.color(enabled() ? QPalette::Active : QPalette::Disabled, QPalette::Highlight);
-    for (int start = 0; start < filled; start += block + BlockGap) {
+    // Blocks that nobody sees are left out, before and behind what is visible.
+    const QRect seen = inside & visiblePart(painter);
+    const int from = vertical ? inside.bottom() - seen.bottom() : seen.left() - inside.left();
+    const int to = seen.isEmpty() ? 0 : from + (vertical ? seen.height() : seen.width());
+    const int step = block + BlockGap;
+    for (int start = std::max(from, 0) / step * step; start < std::min(filled, to); start += step) {
         const int end = std::min(start + block, m_scrolling == 1 ? filled : length);
         const QRect part = vertical ? QRect(inside.left(), inside.bottom() + 1 - end, inside.width(), end - start)
                                     : QRect(inside.left() + start, inside.top(), end - start, inside.height());

@@ -1,12 +1,14 @@
 #include "surface/intrinsic/Shape.h"
 
 #include "binding/MemberTable.h"
+#include "surface/host/VisiblePart.h"
 
 #include <QPainter>
 #include <QPalette>
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace zan::surface {
 
@@ -15,6 +17,7 @@ namespace {
 enum class Figure { Rectangle, Square, Oval, Circle, RoundedRectangle, RoundedSquare };
 
 constexpr std::int16_t WidestBorder = 8192;
+constexpr double LargestWhole = 4096; // pixels; larger figures are drawn in part
 
 constexpr std::array BorderPens{Qt::NoPen,       Qt::SolidLine,      Qt::DashLine, Qt::DotLine,
                                 Qt::DashDotLine, Qt::DashDotDotLine, Qt::SolidLine};
@@ -35,8 +38,80 @@ QRect figureBounds(Figure figure, const QRect& rectangle)
             side, side};
 }
 
+/// How far the outline of a figure with round corners (radii `across` and `down`) lies inside its left and right edge at
+/// this height.
+double insetAt(double y, const QRectF& area, double across, double down)
+{
+    const double depth = std::min(y - area.top(), area.bottom() - y); // below the top or above the bottom
+    if (depth >= down)
+        return 0;
+    const double part = 1 - std::max(depth, 0.0) / down;
+    return across * (1 - std::sqrt(1 - part * part));
+}
+
+/// The part of a figure with round corners that passes the visible rectangle, which has room for the pen. The toolkit
+/// flattens a curve as a whole, however little of it is seen.
+QPolygonF partialOutline(const QRectF& area, double across, double down, const QRectF& visible)
+{
+    constexpr double Step = 0.25; // pixels: where the outline runs flat, a row is a long way
+    const double top = std::max(area.top(), visible.top());
+    const double bottom = std::min(area.bottom(), visible.bottom());
+    QPolygonF right;
+    QPolygonF left;
+    const auto add = [&](double y) {
+        const double inset = insetAt(y, area, across, down);
+        left.append({std::clamp(area.left() + inset, visible.left(), visible.right()), y});
+        right.append({std::clamp(area.right() - inset, visible.left(), visible.right()), y});
+    };
+    for (double y = top; y < bottom; y += Step)
+        add(y);
+    if (top <= bottom)
+        add(bottom);
+    std::reverse(left.begin(), left.end());
+    QPolygonF outline = right + left;
+    if (!outline.isEmpty())
+        outline.append(outline.first());
+    return outline;
+}
+
+/// The rectangle without what lies far outside the visible one. Edges move by whole dash patterns, so that dashes stay
+/// where they are.
+QRectF visibleRectangle(const QRectF& area, const QRectF& visible)
+{
+    constexpr double Dashes = 36; // a multiple of the length of every pattern, in pen widths of 1
+    const auto cut = [](double beyond) { return std::max(0.0, std::floor(beyond / Dashes) * Dashes); };
+    return area.adjusted(cut(visible.left() - area.left()), cut(visible.top() - area.top()),
+                         -cut(area.right() - visible.right()), -cut(area.bottom() - visible.bottom()));
+}
+
+/// A figure too large to be seen as a whole: only what is near the visible rectangle is drawn.
+void drawLargeFigure(QPainter& painter, Figure figure, const QRectF& area, const QRectF& visible)
+{
+    const double radius = std::min(area.width(), area.height()) / 6;
+    switch (figure) {
+    case Figure::Rectangle:
+    case Figure::Square:
+        painter.drawRect(visibleRectangle(area, visible));
+        break;
+    case Figure::Oval:
+    case Figure::Circle:
+        painter.drawPolygon(partialOutline(area, area.width() / 2, area.height() / 2, visible));
+        break;
+    case Figure::RoundedRectangle:
+    case Figure::RoundedSquare:
+        painter.drawPolygon(partialOutline(area, radius, radius, visible));
+        break;
+    }
+}
+
 void drawFigure(QPainter& painter, Figure figure, const QRectF& area)
 {
+    if (std::max(area.width(), area.height()) > LargestWhole) {
+        const double pen = painter.pen().style() == Qt::NoPen ? 0 : painter.pen().widthF();
+        const double room = 2 * pen + 2; // mitres reach farther than half a pen
+        drawLargeFigure(painter, figure, area, QRectF(visiblePart(painter)).adjusted(-room, -room, room, room));
+        return;
+    }
     switch (figure) {
     case Figure::Rectangle:
     case Figure::Square:
@@ -84,7 +159,7 @@ void Shape::paint(PaintContext& context, const QRect& rectangle)
 {
     const auto figure = Figure(m_shape);
     const QRect area = figureBounds(figure, rectangle);
-    if (area.width() < 1 || area.height() < 1)
+    if (area.width() < 1 || area.height() < 1 || !area.intersects(visiblePart(context.painter)))
         return;
     QPainter& painter = context.painter;
     painter.save();

@@ -21,6 +21,7 @@ namespace {
 
 /// Most characters that a one-line field shows; a longer text keeps the rest unseen.
 constexpr int LongestLine = 65535;
+constexpr int LongestText = 250'000; // characters that a box of several lines lays out
 constexpr std::array TextAlignments{Qt::AlignLeft, Qt::AlignRight, Qt::AlignHCenter};
 
 QLineEdit* asLine(QWidget* widget)
@@ -120,7 +121,7 @@ void TextBox::setDigitsOnly(bool digitsOnly)
 /// What the widget shows: the text, in the DOS character set where the font asks for it.
 QString TextBox::shownText() const
 {
-    QString shown = m_multiLine ? withSimpleLineEnds(m_text) : m_text.left(LongestLine);
+    QString shown = m_multiLine ? withSimpleLineEnds(m_text.left(LongestText)) : m_text.left(LongestLine);
     return font()->isDosCharset() ? DosCharset::shown(shown) : shown;
 }
 
@@ -163,7 +164,7 @@ void TextBox::syncWidget(QWidget& widget)
     if (QLineEdit* line = asLine(&widget)) {
         line->setFrame(m_borderStyle == 1);
         line->setAlignment(TextAlignments[m_alignment] | Qt::AlignVCenter | Qt::AlignAbsolute);
-        line->setReadOnly(m_locked);
+        line->setReadOnly(m_locked || m_text.size() > LongestLine); // an edit would lose what is not shown
         line->setEchoMode(m_passwordChar.isEmpty() ? QLineEdit::Normal : QLineEdit::Password);
         line->setMaxLength(m_maxLength > 0 ? std::min(m_maxLength, LongestLine) : LongestLine);
         ControlOps::SetWindowStyleBit(*line, m_digitsOnly);
@@ -176,7 +177,7 @@ void TextBox::syncWidget(QWidget& widget)
         QTextOption option = lines->document()->defaultTextOption();
         option.setAlignment(TextAlignments[m_alignment] | Qt::AlignAbsolute);
         lines->document()->setDefaultTextOption(option);
-        lines->setReadOnly(m_locked);
+        lines->setReadOnly(m_locked || m_text.size() > LongestText);
         lines->setLineWrapMode((m_scrollBars & 1) != 0 ? QPlainTextEdit::NoWrap : QPlainTextEdit::WidgetWidth);
         lines->setHorizontalScrollBarPolicy((m_scrollBars & 1) != 0 ? Qt::ScrollBarAlwaysOn
                                                                     : Qt::ScrollBarAlwaysOff);

@@ -14,6 +14,7 @@ namespace zan::surface {
 namespace {
 
 constexpr int KeptLayouts = 2000;
+constexpr QSize MostMeasured{65536, 65536};
 constexpr float Unlimited = std::numeric_limits<float>::max();
 
 bool isLineBreak(QChar character)
@@ -52,6 +53,32 @@ private:
     State m_state;
 };
 
+/// The beginning of a text that can be seen in a rectangle of this size, with plenty over: a text of a document may
+/// have any length, the screen has not.
+QStringView fitting(const QString& text, QSize size, int lineHeight)
+{
+    constexpr std::int64_t Plenty = 20'000;
+    constexpr std::int64_t Most = 250'000;
+    if (text.size() <= Plenty)
+        return text;
+    const std::int64_t lines = size.height() / std::max(lineHeight, 1) + 1;
+    const std::int64_t count = std::clamp(lines * size.width(), Plenty, Most);
+    QStringView shown = QStringView(text).left(qsizetype(count));
+    if (shown.size() < text.size() && shown.back().isHighSurrogate())
+        shown.chop(1);
+    return shown;
+}
+
+/// The text itself, or what fits of it, kept in `part`.
+const QString& fittingText(const QString& text, QSize size, int lineHeight, QString& part)
+{
+    const QStringView shown = fitting(text, size, lineHeight);
+    if (shown.size() == text.size())
+        return text;
+    part = shown.toString();
+    return part;
+}
+
 } // namespace
 
 struct TextPainter::Layout
@@ -71,7 +98,8 @@ void TextPainter::draw(QPainter& painter, const QRect& rectangle, const QString&
 {
     if (text.isEmpty() || rectangle.isEmpty())
         return;
-    const QString& shown = prepare(text, style.mnemonic);
+    QString part;
+    const QString& shown = prepare(fittingText(text, rectangle.size(), face.height(), part), style.mnemonic);
     if (shape(shown, face)) {
         breakLines(shown, style.wrap ? float(rectangle.width()) : Unlimited);
         drawPlain(painter, rectangle, face, style);
@@ -82,7 +110,8 @@ void TextPainter::draw(QPainter& painter, const QRect& rectangle, const QString&
 
 QSize TextPainter::measure(const QString& text, FontFace& face, bool mnemonic, int wrapWidth)
 {
-    const QString& shown = prepare(text, mnemonic);
+    QString part;
+    const QString& shown = prepare(fittingText(text, MostMeasured, face.height(), part), mnemonic);
     if (shape(shown, face)) {
         breakLines(shown, wrapWidth >= 0 ? float(wrapWidth) : Unlimited);
         float width = 0;
