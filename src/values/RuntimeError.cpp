@@ -1,7 +1,10 @@
 #include "values/RuntimeError.h"
 
+#include "values/Failure.h"
+
 #include <algorithm>
 #include <array>
+#include <new>
 #include <utility>
 
 namespace zan::values {
@@ -117,6 +120,23 @@ void raise(ErrorNumber number)
 void raise(ErrorNumber number, const QString& description)
 {
     throw RuntimeError(number, description);
+}
+
+RuntimeError currentError()
+{
+    try {
+        throw;
+    } catch (const RuntimeError& error) {
+        return error;
+    } catch (const std::bad_alloc&) {
+        return RuntimeError(ErrorNumber::OutOfMemory);
+    } catch (const std::exception& error) {
+        const QString words = QString::fromUtf8(error.what());
+        const QString text = errorText(ErrorNumber::ExceptionOccurred);
+        return {int(ErrorNumber::ExceptionOccurred), words.isEmpty() ? text : text + QLatin1String(": ") + words};
+    } catch (...) {
+        return RuntimeError(ErrorNumber::ExceptionOccurred);
+    }
 }
 
 } // namespace zan::values

@@ -36,6 +36,7 @@ enum class ErrorNumber : int {
     NotACollection = 451,
     DuplicateKey = 457,
     InvalidPicture = 481,
+    ExceptionOccurred = 507,
 };
 
 /// The classic text of an error number; "Unknown runtime error" for a number that has none.
