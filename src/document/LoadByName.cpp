@@ -39,15 +39,34 @@ private:
 
 bool isPlainChild(Name name, std::span<const SpecialChild> special)
 {
-    return std::none_of(special.begin(), special.end(), [&](const SpecialChild& one) { return one.name == name; });
+    const Name local = name.localPart();
+    return std::none_of(special.begin(), special.end(), [&](const SpecialChild& one) { return one.name == local; });
+}
+
+/// The last child of this name, a prefix left out, made a record if it is none yet; null when there is none.
+Node::Record* lastChildNamed(Node::Record* element, Name name)
+{
+    if (!element->folded) {
+        for (Node::Record* child = element->last; child; child = child->previous) {
+            if (child->type == NodeType::Element && child->name.localPart() == name)
+                return child;
+        }
+        return nullptr;
+    }
+    const Tape& tape = element->tape();
+    const std::uint32_t end = tape.end(element->entry);
+    std::uint32_t found = 0;
+    for (std::uint32_t entry = tape.firstChild(element->entry); entry != end; entry = tape.next(entry)) {
+        if (tape.type(entry) == NodeType::Element && tape.name(entry).localPart() == name)
+            found = entry;
+    }
+    return found == 0 ? nullptr : element->childAt(found);
 }
 
 void pickOut(Node::Record* element, std::span<SpecialChild> special)
 {
-    for (SpecialChild& one : special) {
-        if (!one.node)
-            one.node = Node(element->child(one.name));
-    }
+    for (SpecialChild& one : special)
+        one.node = Node(lastChildNamed(element, one.name));
 }
 
 void assign(const Place& child, binding::Object& target)
@@ -96,6 +115,14 @@ void assignEntries(Node::Record* element, binding::Object& target, std::span<con
 }
 
 } // namespace
+
+Node specialChild(const Node& parent, Name name)
+{
+    if (!parent || !parent.record()->canHaveChildren())
+        return {};
+    parent.record()->noteRead();
+    return Node(lastChildNamed(parent.record(), name));
+}
 
 void loadByName(const Node& parent, binding::Object& target, std::span<SpecialChild> special)
 {

@@ -1,5 +1,6 @@
 #include "document/XMLOps.h"
 
+#include "document/Elements.h"
 #include "document/Record.h"
 #include "document/XmlText.h"
 #include "values/Convert.h"
@@ -14,6 +15,7 @@ struct SharedDocument
 {
     Node document;
     int users = 0;
+    bool marks = true; ///< whether writes set CHANGED
 };
 
 SharedDocument& shared()
@@ -45,6 +47,12 @@ Node findMark(const Node& element, Name mark)
     return {};
 }
 
+/// The document element that a node stands below; a node that is still in the shared document has none above it.
+Node elementToMark(const Node& node)
+{
+    return node ? Node(node.record()->top()).documentElement() : Node();
+}
+
 /// Gives the child this text, a child that does not exist yet being made in the node's own document.
 void store(Node node, Name name, const QString& value)
 {
@@ -58,11 +66,10 @@ void store(Node node, Name name, const QString& value)
 
 void SetAttribute(const Node& node, Name name, const QString& value, bool force)
 {
-    // 1. A null node takes nothing.
     if (!node)
         return;
-    // 2. Forced: the text is written as it is, and the document counts as changed whatever stood there.
-    // 3. Normal: an absent value removes the child, an equal one is left alone.
+    // Forced, the text is written as it is, and the document counts as changed whatever stood there. Otherwise an
+    // absent value removes the child, and an equal one is left alone.
     if (!force) {
         if (isAbsent(value)) {
             // COMPAT: a removal does not mark the document changed; a creation and a change do.
@@ -74,21 +81,19 @@ void SetAttribute(const Node& node, Name name, const QString& value, bool force)
         if (node.childText(name, current) && current == value)
             return;
     }
-    // 4. A child that is missing is made, and the document is marked.
     store(node, name, value);
     MarkChanged(node);
 }
 
 QString GetAttribute(const Node& node, Name name, const QString& defaultValue)
 {
-    // 1. COMPAT: a null node gives an empty text and not the default.
+    // COMPAT: a null node gives an empty text and not the default.
     if (!node)
         return {};
-    // 2. The child's text.
     QString text;
     if (node.childText(name, text))
         return text;
-    // 3. COMPAT: reading what is missing stores the default, which marks the document changed, unless the default
+    // COMPAT: reading what is missing stores the default, which marks the document changed, unless the default
     //    is stored by absence.
     SetAttribute(node, name, defaultValue, false);
     return defaultValue;
@@ -96,18 +101,41 @@ QString GetAttribute(const Node& node, Name name, const QString& defaultValue)
 
 void MarkChanged(const Node& node)
 {
-    static const Name changed("CHANGED");
     static const QString set = QStringLiteral("-1");
-    // 1., 2. The document element; a node that is still in the shared document has none above it.
-    const Node element = node ? Node(node.record()->top()).documentElement() : Node();
+    if (!shared().marks)
+        return;
+    const Node element = elementToMark(node);
     if (!element)
         return;
-    // 3., 4. Its mark, made where it is missing.
-    Node mark = findMark(element, changed);
+    Node mark = findMark(element, element::Changed);
     if (!mark)
-        Node(element).appendChild(element.createElement(changed, set));
+        Node(element).appendChild(element.createElement(element::Changed, set));
     else if (mark.text() != set)
         mark.setText(set);
+}
+
+bool IsMarkedChanged(const Node& node)
+{
+    const Node element = elementToMark(node);
+    return element && findMark(element, element::Changed);
+}
+
+void UnmarkChanged(const Node& node)
+{
+    const Node element = elementToMark(node);
+    if (element)
+        element.removeChild(findMark(element, element::Changed));
+}
+
+Marking::Marking(Mode mode) noexcept
+    : m_before(shared().marks)
+{
+    shared().marks = mode == On;
+}
+
+Marking::~Marking()
+{
+    shared().marks = m_before;
 }
 
 QString GetText(const Node& node, Name name, const QString& defaultValue, bool force)

@@ -18,6 +18,25 @@ QString GetAttribute(const Node& node, Name name, const QString& defaultValue = 
 
 /// Sets CHANGED to -1 in the document element of the node's document; nothing when there is none.
 void MarkChanged(const Node& node);
+/// Whether the document element of the node's document has a CHANGED.
+bool IsMarkedChanged(const Node& node);
+/// Takes CHANGED away again, for who finds that nothing was changed after all.
+void UnmarkChanged(const Node& node);
+
+/// Whether writes mark their document, for as long as the object lives; one inside another has its own way. What a
+/// scan or the default of a read stores is no change that anybody would miss: nobody is to be asked about it.
+class Marking
+{
+public:
+    enum Mode : bool { Off, On };
+    explicit Marking(Mode mode) noexcept;
+    ~Marking();
+    Marking(const Marking&) = delete;
+    Marking& operator=(const Marking&) = delete;
+
+private:
+    bool m_before;
+};
 
 QString GetText(const Node& node, Name name, const QString& defaultValue, bool force);
 void SetText(const Node& node, Name name, const QString& value, const QString& defaultValue, bool force);
