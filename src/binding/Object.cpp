@@ -86,7 +86,7 @@ AccessStatus assign(Object& object, const Member& member, const Variant& value) 
         const Ref<Object> alive(&object);
         member.put(member, object, {}, value);
         return AccessStatus::Ok;
-    } catch (const RuntimeError&) {
+    } catch (...) { // a member may call code of the host, which may throw anything
         return AccessStatus::Refused;
     }
 }
@@ -144,7 +144,7 @@ AccessStatus Object::tryGet(Name name, Variant& result) noexcept
     try {
         result = invoke(name, Access::Get, {});
         return AccessStatus::Ok;
-    } catch (const RuntimeError&) {
+    } catch (...) {
         return AccessStatus::Refused;
     }
 }

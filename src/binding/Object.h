@@ -60,6 +60,9 @@ public:
     /// The class's table of members. One object keeps one table for its life.
     virtual const MemberTable& members() const = 0;
 
+    /// A copy to be kept, for objects that stand for a value (a font does); empty for those that are what they are.
+    virtual Ref<Object> valueCopy() const { return {}; }
+
     QString typeName() const override;
     Variant defaultValue() override;
 

@@ -35,6 +35,15 @@ bool sameSetting(const Variant& a, const Variant& b)
     }
 }
 
+/// A bag shares nothing with a control: what is kept, and what is given, stays as it is whatever becomes of the other.
+Variant unshared(const Variant& value)
+{
+    if (!value.isObject() || !value.object())
+        return value;
+    const Ref<Object> copy = objectOf(value).valueCopy();
+    return copy ? Variant(copy) : value;
+}
+
 } // namespace
 
 std::vector<PropertyBag::Entry>::iterator PropertyBag::find(Name name)
@@ -53,7 +62,7 @@ Variant PropertyBag::ReadProperty(Name name, const Variant& defaultValue) const
 {
     for (const Entry& entry : m_entries) {
         if (entry.name.equalsIgnoringCase(name))
-            return entry.value;
+            return unshared(entry.value);
     }
     return defaultValue;
 }
@@ -71,9 +80,9 @@ void PropertyBag::WriteProperty(Name name, const Variant& value, const Variant& 
 void PropertyBag::WriteProperty(Name name, const Variant& value)
 {
     if (const auto found = find(name); found != m_entries.end())
-        found->value = value;
+        found->value = unshared(value);
     else
-        m_entries.push_back({name, value});
+        m_entries.push_back({name, unshared(value)});
 }
 
 void readStored(Object& object, const Member& member, const PropertyBag* bag)

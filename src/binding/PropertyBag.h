@@ -14,7 +14,8 @@ class Object;
 struct Member;
 
 /// A host's store for the design values of one control: named values in the order they were written. Names ignore
-/// case. A value that equals its default is left out, so that a bag holds only what somebody changed.
+/// case. A value that equals its default is left out, so that a bag holds only what somebody changed. Of an object that
+/// stands for a value (a font) the bag keeps a copy, and gives copies.
 class PropertyBag
 {
 public:

@@ -27,6 +27,7 @@ LiveControl::LiveControl()
     , m_queued(false)
     , m_hosted(false)
     , m_indexed(false)
+    , m_quiet(false)
     , m_pending(0)
 {}
 
@@ -208,14 +209,14 @@ void LiveControl::copyDesign(const LiveControl& source)
 void LiveControl::changed(Change what)
 {
     countChange();
-    if (m_array)
+    if (m_array && !m_quiet)
         m_array->surface()->controlChanged(*this, what);
 }
 
 void LiveControl::raiseClick()
 {
     const Ref<LiveControl> alive(this);
-    if (Surface* owner = surface())
+    if (Surface* owner = surface(); owner && !owner->clicksAreSilent())
         owner->tell([&](SurfaceEvents& events) { events.clicked(this); });
 }
 

@@ -150,6 +150,24 @@ protected:
     void changed(Change what);
     void look() { changed(Look); }     ///< hook of properties that show
     void restyle() { changed(Style); } ///< hook of colours
+    /// While one lives, changes of the control are counted and not shown: they wait for the next drawing.
+    class WithoutDrawing
+    {
+    public:
+        explicit WithoutDrawing(LiveControl& control)
+            : m_control(control)
+            , m_before(control.m_quiet)
+        {
+            m_control.m_quiet = true;
+        }
+        ~WithoutDrawing() { m_control.m_quiet = m_before; }
+        WithoutDrawing(const WithoutDrawing&) = delete;
+        WithoutDrawing& operator=(const WithoutDrawing&) = delete;
+
+    private:
+        LiveControl& m_control;
+        bool m_before;
+    };
     /// Counts a change that asks for nothing to be shown anew.
     void countChange() noexcept { m_changes.add(); }
     /// Called after the measures have changed.
@@ -179,6 +197,7 @@ private:
     bool m_queued : 1;          // waits in the surface's list of changes
     bool m_hosted : 1;          // a painted control that has got a widget, because it lies over one
     bool m_indexed : 1;         // stands in the display list's grid
+    bool m_quiet : 1;           // changes are not shown now
     std::uint8_t m_pending : 4; // changes that the next flush will show
     std::int16_t m_index = 0;
     float m_left = 0;

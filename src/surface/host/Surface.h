@@ -6,6 +6,7 @@
 #include "surface/host/SurfaceEvents.h"
 #include "surface/text/FontObject.h"
 #include "values/Colour.h"
+#include "values/Failure.h"
 
 #include <QPixmap>
 #include <QPointer>
@@ -72,6 +73,29 @@ public:
     /// Small number that names the surface in the process; never 0.
     std::int32_t hWnd();
 
+    /// While one lives, values that controls are given raise no clicks: a document that is loaded clicks nothing.
+    class WithoutClicks
+    {
+    public:
+        explicit WithoutClicks(Surface* surface)
+            : m_surface(surface)
+        {
+            if (m_surface)
+                ++m_surface->m_withoutClicks;
+        }
+        ~WithoutClicks()
+        {
+            if (m_surface)
+                --m_surface->m_withoutClicks;
+        }
+        WithoutClicks(const WithoutClicks&) = delete;
+        WithoutClicks& operator=(const WithoutClicks&) = delete;
+
+    private:
+        QPointer<Surface> m_surface;
+    };
+    bool clicksAreSilent() const noexcept { return m_withoutClicks > 0; }
+
     /// Who is told of events; null for nobody. Must outlive the surface or be taken away before.
     void setEvents(SurfaceEvents* events) noexcept { m_events = events; }
     SurfaceEvents* events() const noexcept { return m_events; }
@@ -93,7 +117,7 @@ public:
 
     void fontChanged(FontObject& font) override;
 
-    /// Calls a handler of the surface's owner. Holds nothing across the call; a RuntimeError goes to runtimeError.
+    /// Calls a handler of the surface's owner. Holds nothing across the call; an error goes to runtimeError.
     /// False when the surface has gone meanwhile: the caller must touch nothing of it.
     template <class Call>
     bool tell(Call&& call);
@@ -158,7 +182,8 @@ private:
     bool m_flushPosted = false;
     bool m_layerCovered = false; // the stacking order has changed below the layer
     bool m_everything = true;    // so much has changed that one full repaint is cheaper
-    int m_busy = 0;    // above 0 no event may reach the owner now: it could take away what is being walked
+    int m_busy = 0; // above 0 no event may reach the owner now: it could take away what is being walked
+    int m_withoutClicks = 0;
     int m_telling = 0; // handlers of the owner that are running
     std::int32_t m_frontRank = 0;
     std::int32_t m_backRank = 0;
@@ -171,12 +196,11 @@ bool Surface::tell(Call&& call)
         return true;
     const QPointer<Surface> self(this);
     ++m_telling;
-    try {
-        call(*m_events);
-    } catch (const values::RuntimeError& error) {
+    const auto report = [&](const values::RuntimeError& error) {
         if (self)
             Q_EMIT self->runtimeError(error.number(), error.description());
-    }
+    };
+    values::atBoundary([&] { call(*m_events); }, report);
     if (!self)
         return false;
     --m_telling;

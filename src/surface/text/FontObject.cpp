@@ -211,6 +211,11 @@ void FontObject::changed()
     }
 }
 
+Ref<binding::Object> FontObject::valueCopy() const
+{
+    return copyFont(*this);
+}
+
 Ref<FontObject> copyFont(const FontObject& font)
 {
     // A copy has no owner to tell, so the values are taken over as they lie; the order of assignment that callers

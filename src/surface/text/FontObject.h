@@ -40,6 +40,7 @@ public:
     static Ref<FontObject> fromQFont(const QFont& font);
 
     const binding::MemberTable& members() const override;
+    Ref<Object> valueCopy() const override;
 
     const QString& name() const noexcept { return m_name; }
     /// Raises 380 for an empty name. A name that stands for one character set only ("Terminal") sets Charset.
