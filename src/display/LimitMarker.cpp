@@ -24,7 +24,8 @@ constexpr QSize PictureSize(Size + 1, 2 * Middle + 2);
 
 enum class Side { Left, Right };
 
-/// The lines of one column, counted from the tip.
+/// One column at a distance from the tip: its edges are one pixel each, as a line does not draw its end point, and
+/// what lies between them is the core.
 struct Column
 {
     Column(int y, int distance)
@@ -33,28 +34,24 @@ struct Column
         const double half = std::max(distance, TipHeight) / 2.0;
         bottom = nearestPixel(y + half);
         top = nearestPixel(y - half);
-        belowBottom = nearestPixel(y + 1 + half);
-        aboveTop = nearestPixel(y - 1 - half);
     }
     int bottom;
     int top;
-    int belowBottom;
-    int aboveTop;
 };
 
-/// Line by line. Columns do not touch each other, so that all cores can be drawn before all edges.
+/// Column by column. Columns do not touch each other, so that all cores can be drawn before all edges.
 void drawLines(PixelPainter& canvas, Side side, int tip, int y, const QColor& colour)
 {
     const int step = side == Side::Left ? -1 : 1;
     for (int distance = 0; distance <= Size; ++distance) {
         const Column column(y, distance);
-        canvas.collect(tip + step * distance, column.bottom, tip + step * distance, column.top);
+        canvas.collect(tip + step * distance, column.bottom - 1, tip + step * distance, column.top + 1);
     }
     canvas.drawCollected(colour);
     for (int distance = 0; distance <= Size; ++distance) {
         const Column column(y, distance);
-        canvas.collect(tip + step * distance, column.bottom, tip + step * distance, column.belowBottom);
-        canvas.collect(tip + step * distance, column.top, tip + step * distance, column.aboveTop);
+        canvas.collect(tip + step * distance, column.bottom, tip + step * distance, column.bottom);
+        canvas.collect(tip + step * distance, column.top, tip + step * distance, column.top);
     }
     canvas.drawCollected(Edge);
 }

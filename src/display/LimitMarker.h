@@ -7,7 +7,8 @@ class QPainter;
 
 namespace zan::display {
 
-/// The marks of a limit beside a bar: two triangles, one on each side, tips at the bar, grey above and below.
+/// The marks of a limit beside a bar: two triangles, one on each side, tips at the bar, with a grey edge of one
+/// pixel above and below.
 namespace LimitMarker {
 
 /// Length in pixels, and height at the far end.

@@ -40,23 +40,23 @@ QString ProgressPicture::percentText(double fraction)
 void ProgressPicture::draw(double fraction, const QString& text)
 {
     const QString shown = text.isEmpty() ? percentText(fraction) : text;
+    // Setting the back colour of a picture wipes what was drawn on it.
+    m_image.fill(PaperColour);
     QPainter painter(&m_image);
     painter.setFont(font());
-    // 4. and 5. The text in the middle, over a box of paper.
+    // The text in the middle, over a box of paper.
     const QSizeF textSize = painter.fontMetrics().size(Qt::TextSingleLine, shown);
     const QRectF place(width() / 2.0 - textSize.width() / 2, height() / 2.0 - textSize.height() / 2,
                        textSize.width(), textSize.height());
     painter.fillRect(place, PaperColour);
     painter.setPen(BarColour);
     painter.drawText(place, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine, shown);
-    // COMPAT: what an earlier call has drawn is not cleared, and not-xor over a bar takes it away again.
-    // 6. and 7. Not-xor with paper changes nothing, with the bar's colour it inverts text and paper.
+    // Not-xor with paper changes nothing, with the bar's colour it inverts text and paper.
     painter.setCompositionMode(QPainter::RasterOp_NotSourceXorDestination);
     if (fraction <= 0)
         painter.fillRect(QRectF(0, 0, width(), height()), PaperColour);
     else
         painter.fillRect(QRectF(0, 0, width() * fraction, height()), BarColour);
-    // 8.
     update();
 }
 

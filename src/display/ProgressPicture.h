@@ -12,7 +12,7 @@ class ProgressPicture : public QWidget
 public:
     explicit ProgressPicture(QWidget* parent);
 
-    /// Draws the bar for a fraction (1 is full) over what was drawn before. Without a text of its own the bar says
+    /// Draws the bar anew for a fraction (1 is full). Without a text of its own the bar says
     /// the rounded percentage, at most 100.
     void draw(double fraction, const QString& text = {});
     /// What the bar says at a fraction.

@@ -62,12 +62,12 @@ const binding::MemberTable& ValueBarControl::members() const
     return binding::table([] {
         return binding::MemberTable("ValueBar", &baseMembers(),
                                     {
-                                        field<&B::m_backColor, &B::styleWritten>("BackColor", values::ButtonFace),
-                                        field<&B::m_foreColor, &B::styleWritten>("ForeColor", values::ButtonText),
-                                        field<&B::m_enabled, &B::lookWritten>("Enabled", true),
+                                        field<&B::m_backColor, &B::surfaceWritten>("BackColor", values::ButtonFace),
+                                        field<&B::m_foreColor, &B::surfaceWritten>("ForeColor", values::ButtonText),
+                                        field<&B::m_enabled, &B::surfaceWritten>("Enabled", true),
                                         binding::property<&B::font, &B::setFont>("Font").stored(),
-                                        field<&B::m_backStyle, &B::lookWritten>("BackStyle", 1),
-                                        field<&B::m_borderStyle, &B::borderWritten>("BorderStyle", 0),
+                                        field<&B::m_backStyle, &B::surfaceWritten>("BackStyle", 1),
+                                        field<&B::m_borderStyle, &B::frameWritten>("BorderStyle", 0),
                                         binding::method<&B::Refresh>("Refresh"),
                                         field<&B::m_value, &B::drawnWritten>("Value", 50),
                                         field<&B::m_highLimit, &B::drawnWritten>("HighLimit", 75),
@@ -87,6 +87,34 @@ const binding::MemberTable& ValueBarControl::members() const
 Ref<FontObject> ValueBarControl::defaultFont(const Ref<FontObject>& ambientFont) const
 {
     return ambientFont ? copyFont(*ambientFont) : values::make<FontObject>();
+}
+
+// The properties of the surface act on it directly and draw nothing: the bar shows them at its next drawing.
+
+void ValueBarControl::surfaceWritten(const binding::Written& write)
+{
+    if (write.isChanged)
+        countChange();
+    markChanged(write.member.name);
+}
+
+void ValueBarControl::frameWritten(const binding::Written& write)
+{
+    if (write.isChanged) {
+        const WithoutDrawing quiet(*this);
+        borderChanged();
+    }
+    markChanged(write.member.name);
+}
+
+void ValueBarControl::setFont(const Ref<FontObject>& font)
+{
+    static const values::Name fontName("Font");
+    {
+        const WithoutDrawing quiet(*this);
+        StyledControl::setFont(font);
+    }
+    markChanged(fontName);
 }
 
 /// Every write of a property that shows in the picture draws.

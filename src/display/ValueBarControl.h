@@ -44,6 +44,8 @@ protected:
 
 private:
     enum class Zone { Low, Normal, High };
+    void surfaceWritten(const binding::Written& write);
+    void frameWritten(const binding::Written& write);
     void drawnWritten(const binding::Written& write);
     Zone zone() const noexcept;
     Colour zoneColour() const;

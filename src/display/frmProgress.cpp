@@ -2,8 +2,10 @@
 
 #include "display/ProgressPicture.h"
 #include "document/StringOps.h"
+#include "values/Failure.h"
 #include "values/Twips.h"
 
+#include <QCloseEvent>
 #include <QCoreApplication>
 #include <QLabel>
 #include <QPainter>
@@ -190,10 +192,17 @@ bool frmProgress::barVisible() const
 
 void frmProgress::unload()
 {
+    m_isLoaded = false;
     setLogger({});
     m_timer->stop();
     hide();
     deleteLater();
+}
+
+void frmProgress::closeEvent(QCloseEvent* event)
+{
+    QWidget::closeEvent(event);
+    unload();
 }
 
 void frmProgress::yield()
@@ -204,36 +213,31 @@ void frmProgress::yield()
 
 void frmProgress::onConnectionProgress(const QString& message)
 {
-    // 1. and 2.
     QString text = document::StringOps::TrimWhitespace(message);
     text.replace(QLatin1String("\r\n\r\n"), QLatin1String("\r\n"));
-    // 3. and 4.
     if (text == QLatin1String("OK"))
         setSiteText(siteText() + QLatin1String("...OK"));
     else if (!text.isEmpty())
         setSiteText(text);
-    // 5.
     yield();
 }
 
 void frmProgress::onPercentage(int percentage, const QString& message)
 {
-    // 1.
     if (!message.isEmpty())
         setSiteText(message);
-    // 2. A negative percentage only changes the text.
+    // A negative percentage only changes the text.
     if (percentage >= 0) {
         m_bar->show();
         m_bar->draw(percentage / 100.0);
     }
-    // 3.
     yield();
 }
 
 void frmProgress::onConnectionError(const QString& message)
 {
     const QPointer<frmProgress> alive(this);
-    m_forms.messageBox(this, message, surface::HostForms::OkOnly, QString());
+    values::attempt([&] { m_forms.messageBox(this, message, surface::HostForms::OkOnly, QString()); });
     if (alive)
         unload();
 }
@@ -256,7 +260,7 @@ void frmProgress::tick()
 
 void frmProgress::setColour(Colour colour)
 {
-    // 1. to 3. Each block stands a quarter nearer to the background than the one before.
+    // Each block stands a quarter nearer to the background than the one before.
     const Colour background = values::fromQColor(palette().color(QPalette::Window));
     const int red = byteOf(colour, 0);
     const int green = byteOf(colour, 1);
@@ -267,7 +271,6 @@ void frmProgress::setColour(Colour colour)
     const double blueStep = (blue - byteOf(background, 2)) / 4.0;
     m_blocks[0].colour = colour;
     for (int block = 1; block < BlockCount; ++block) {
-        // 4.
         m_blocks[std::size_t(block)].colour = values::rgb(red - block * redStep, green - rounded(block * greenStep),
                                                           blue - rounded(block * blueStep));
     }

@@ -37,8 +37,11 @@ public:
     void setCaption(const QString& caption) { setWindowTitle(caption); }
     QString siteText() const;
     void setSiteText(const QString& text);
-    /// Hides the window and gives it up; nothing may use it afterwards.
+    /// Hides the window and gives it up, as its close box does: it follows the logger no more and goes at the end of
+    /// this turn. Whoever wants a progress window now makes a new one.
     void unload();
+    /// False from unload() on.
+    bool isLoaded() const { return m_isLoaded; }
 
     /// One step of the animation: each block moves 200 twips and turns back at either end.
     void tick();
@@ -50,6 +53,9 @@ public:
     values::Colour blockColour(int block) const { return m_blocks[std::size_t(block)].colour; }
     bool barVisible() const;
     const ProgressPicture& bar() const { return *m_bar; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     struct Block
@@ -74,6 +80,7 @@ private:
     Scene* m_scene;
     QTimer* m_timer;
     std::array<Block, BlockCount> m_blocks;
+    bool m_isLoaded = true;
 };
 
 } // namespace zan::display

@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -82,6 +83,21 @@ TEST_F(ProgressWindow, ClosesItselfWhenTheLoggerHasFinished)
         EXPECT_FALSE(isOpen());
     }
     EXPECT_TRUE(forms.boxes().empty());
+}
+
+TEST_F(ProgressWindow, CloseBoxUnloadsItSoThatItFollowsTheLoggerNoMore)
+{
+    form->show();
+    EXPECT_TRUE(form->isLoaded());
+    form->close();
+    ASSERT_TRUE(form);
+    EXPECT_FALSE(form->isLoaded());
+    EXPECT_FALSE(form->findChild<QTimer*>()->isActive());
+    Q_EMIT logger->ConnectionProgress(QStringLiteral("late"));
+    Q_EMIT logger->ConnectionError(QStringLiteral("late"));
+    EXPECT_EQ(form->siteText(), u"");
+    EXPECT_TRUE(forms.boxes().empty());
+    EXPECT_FALSE(isOpen());
 }
 
 TEST_F(ProgressWindow, ConnectionErrorIsShownAndClosesTheWindow)
@@ -164,15 +180,20 @@ TEST(ProgressBarPicture, BarTurnsPaperIntoItsColourAndTextIntoItsInverse)
     EXPECT_EQ(half.pixelColor(2, 2), QColor(0, 0, 0x80));
 }
 
-TEST(ProgressBarPicture, SecondDrawingTakesTheFormerBarAwayAsItIsNotCleared)
+TEST(ProgressBarPicture, AfterAnyRunOfPercentagesTheBarStandsExactlyAtTheLast)
 {
-    ProgressPicture picture(nullptr);
-    picture.resize(200, 20);
-    picture.grab();
-    picture.draw(0.25);
-    picture.draw(0.5);
-    EXPECT_EQ(picture.image().pixelColor(2, 2), QColor(255, 255, 255));
-    EXPECT_EQ(picture.image().pixelColor(60, 2), QColor(0, 0, 0x80));
+    const auto drawn = [](std::initializer_list<double> fractions) {
+        ProgressPicture picture(nullptr);
+        picture.resize(200, 20);
+        picture.grab();
+        for (const double fraction : fractions)
+            picture.draw(fraction);
+        return picture.image();
+    };
+    EXPECT_EQ(drawn({0, 0.25, 0.5}), drawn({0.5}));
+    EXPECT_EQ(drawn({1, 0.25}), drawn({0.25}));
+    EXPECT_EQ(drawn({0.3, 0.3}), drawn({0.3}));
+    EXPECT_EQ(drawn({0.5, 1}).pixelColor(198, 2), QColor(0, 0, 0x80));
 }
 
 TEST(ProgressBarPicture, PercentageAboveAHundredFillsThePicture)

@@ -138,9 +138,10 @@ private:
         for (int i = direction == 2 ? x - width : x; i <= (direction == 2 ? x : x + width); ++i) {
             const int d = direction == 2 ? x - i : i - x;
             const int s = std::max(2, whole(double(float(d) * slope)));
-            canvas.box(i, whole(y + s / 2.0), i, whole(y - s / 2.0), plain(Fore));
-            canvas.box(i, whole(y + s / 2.0), i, whole(y + 1 + s / 2.0), Grey);
-            canvas.box(i, whole(y - s / 2.0), i, whole(y - 1 - s / 2.0), Grey);
+            // A line does not draw its end point: the core stops short of the upper edge, and an edge is one pixel.
+            canvas.box(i, whole(y + s / 2.0), i, whole(y - s / 2.0) + 1, plain(Fore));
+            canvas.pixel(i, whole(y + s / 2.0), Grey);
+            canvas.pixel(i, whole(y - s / 2.0), Grey);
         }
     }
     Colour zoneColour() const
@@ -292,7 +293,7 @@ TEST(ValueBarPicture, BrightHalfOfTheFlashShowsTheFullColour)
     EXPECT_EQ(test::firstDifference(stage.picture(), expected.draw()), "");
 }
 
-TEST(ValueBarPicture, MarkersColumnByColumn)
+TEST(ValueBarPicture, MarkersColumnByColumnWithAnEdgeOfOnePixelAboveAndBelow)
 {
     Stage stage({60, 100});
     prepare(stage);
@@ -308,11 +309,11 @@ TEST(ValueBarPicture, MarkersColumnByColumn)
         }
         return text;
     };
-    EXPECT_EQ(rows(50), "......++#++......"); // the tip at the right of the bar
-    EXPECT_EQ(rows(51), "......++#++......");
-    EXPECT_EQ(rows(54), ".....++###++.....");
-    EXPECT_EQ(rows(59), "..+++#######+++.."); // halves go to the even row
-    EXPECT_EQ(rows(0), "..++#########++..");
+    EXPECT_EQ(rows(50), ".......+#+......."); // the tip at the right of the bar
+    EXPECT_EQ(rows(51), ".......+#+.......");
+    EXPECT_EQ(rows(54), "......+###+......");
+    EXPECT_EQ(rows(59), "....+#######+...."); // halves go to the even row
+    EXPECT_EQ(rows(0), "...+#########+...");
     EXPECT_EQ(rows(9), rows(50));
 }
 

@@ -198,6 +198,28 @@ TEST(ValueBar, PropertiesOfTheSurfaceDoNotDraw)
               0);
 }
 
+TEST(ValueBar, PropertiesOfTheSurfaceWaitForTheNextDrawing)
+{
+    Stage stage({60, 100});
+    ValueBarControl& bar = *stage.control;
+    stage.surface.show();
+    (void)stage.surface.grab();
+    stage.surface.flush();
+    const std::pair<const char*, Variant> writes[] = {{"BackColor", std::int32_t(1)},
+                                                      {"ForeColor", std::int32_t(2)},
+                                                      {"Enabled", false},
+                                                      {"BackStyle", std::int16_t(0)},
+                                                      {"BorderStyle", std::int16_t(1)},
+                                                      {"Font", Variant(make<surface::FontObject>())}};
+    for (const auto& [name, value] : writes) {
+        ASSERT_FALSE(stage.surface.hasPendingChanges()) << name;
+        bar.put(Name(name), value);
+        EXPECT_FALSE(stage.surface.hasPendingChanges()) << name;
+    }
+    bar.setValue(51);
+    EXPECT_TRUE(stage.surface.hasPendingChanges()) << "the next drawing shows them all";
+}
+
 TEST(ValueBar, ResizingAndPaintingSwallowTheDivision)
 {
     Stage stage({60, 100});
