@@ -5,6 +5,7 @@
 #include "livedata/LiveTarget.h"
 #include "values/Compare.h"
 #include "values/Convert.h"
+#include "values/Failure.h"
 #include "values/Format.h"
 
 namespace zan::livedata {
@@ -13,9 +14,9 @@ namespace element = document::element;
 using document::Node;
 using document::XMLOps::GetAttribute;
 using document::XMLOps::SetAttribute;
+using values::attempt;
 using values::Name;
 using values::Ref;
-using values::RuntimeError;
 using values::Variant;
 using wrappers::BenchControls;
 using wrappers::iBenchControl;
@@ -60,11 +61,7 @@ QString valueTip(const site::Channel& channel)
 void moveLimits(const iBenchControl& control, const Node& node, const BenchControls& controls)
 {
     const QString reference = GetAttribute(node, element::LimitChannel);
-    if (!controls.logger())
-        values::raise(values::ErrorNumber::ObjectNotSet);
-    const Ref<site::Scheme> scheme = controls.logger()->Scheme();
-    if (!scheme)
-        values::raise(values::ErrorNumber::ObjectNotSet);
+    const Ref<site::Scheme> scheme = values::given(values::given(controls.logger())->Scheme());
     const Ref<site::Channel> limit = site::findChannel(scheme->Windows(), reference);
     if (!limit)
         return;
@@ -74,22 +71,11 @@ void moveLimits(const iBenchControl& control, const Node& node, const BenchContr
     live->put(LowLimitName, Variant(values::toDouble(limit->Value()) - offset));
 }
 
-/// Runs one step of a routine in which every failing step is skipped.
-template <class Step>
-void attempt(Step&& step)
-{
-    try {
-        step();
-    } catch (const RuntimeError&) {
-        // The next step goes on with what there is.
-    }
-}
-
 } // namespace
 
 void UpdateCheckBox(iBenchControl& control)
 {
-    // 1. Without a channel the box is unchecked, and enabled: its click runs the action again.
+    // Without a channel the box is unchecked, and enabled: its click runs the action again.
     const Ref<site::Channel> channel = control.Channel();
     if (!channel) {
         const Ref<binding::Object> live = liveTarget(control);
@@ -97,13 +83,13 @@ void UpdateCheckBox(iBenchControl& control)
         live->put(ValueName, std::int16_t(0));
         return;
     }
-    // 2. After a click the channel still holds the old value until the next data: one scan is left out.
+    // After a click the channel still holds the old value until the next data: one scan is left out.
     const Node node = control.XMLNode();
     if (number(node, element::IgnoreScan) != 0) {
         SetAttribute(node, element::IgnoreScan, Zero);
         return;
     }
-    // 3. State and caption. Writing Value raises the click, which runs the action of an enabled box only.
+    // State and caption. Writing Value raises the click, which runs the action of an enabled box only.
     const Node action = actionOf(node);
     const bool isChecked = values::compareWithNumber(channel->Value(), number(action, element::UncheckedValue)) !=
                            values::Ordering::Equal;
@@ -131,6 +117,7 @@ void UpdateProgressBar(iBenchControl& control)
     const Ref<binding::Object> live = control.Control();
     if (!channel || !live)
         return;
+    // A step that fails is passed over; the next one goes on with what there is.
     attempt([&] { live->put(ValueName, channel->Value()); });
     QString tip;
     attempt([&] {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "values/Failure.h"
 #include "wrappers/iBenchControl.h"
 
 namespace zan::livedata {
@@ -7,10 +8,7 @@ namespace zan::livedata {
 /// The live control behind a wrapper, held while it is written to. Raises 91 when there is none.
 inline binding::Ref<binding::Object> liveTarget(const wrappers::iBenchControl& control)
 {
-    binding::Ref<binding::Object> live = control.Control();
-    if (!live)
-        values::raise(values::ErrorNumber::ObjectNotSet);
-    return live;
+    return values::given(control.Control());
 }
 
 } // namespace zan::livedata

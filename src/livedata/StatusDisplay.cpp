@@ -5,6 +5,7 @@
 #include "livedata/LiveTarget.h"
 #include "values/Compare.h"
 #include "values/Convert.h"
+#include "values/Failure.h"
 
 #include <QStringView>
 
@@ -21,7 +22,6 @@ using values::ErrorNumber;
 using values::Name;
 using values::Ordering;
 using values::Ref;
-using values::RuntimeError;
 using values::Variant;
 using wrappers::BenchControls;
 using wrappers::iBenchControl;
@@ -55,25 +55,20 @@ constexpr QStringView BitClear = u"BIT CLEAR=";
 
 bool isConnected(const BenchControls& controls)
 {
-    const Ref<site::Link> link = controls.logger() ? controls.logger()->Link() : nullptr;
-    if (!link)
-        values::raise(ErrorNumber::ObjectNotSet);
-    return link->State() == site::LinkState::Connected;
+    return values::given(values::given(controls.logger())->Link())->State() == site::LinkState::Connected;
 }
 
 /// The raw word of a channel as the logger holds it; 0 when it cannot be read or has no place in 32 bits.
 std::int32_t rawWord(const site::Channel& channel, const BenchControls& controls)
 {
     std::int32_t word = 0;
-    try {
-        const Ref<site::Live> live = controls.logger() ? controls.logger()->Live() : nullptr;
-        if (!live || values::roundToLong(live->ReadMemory(channel.BaseAddress(), channel.Bytes()), word) !=
-                         ErrorNumber::None)
-            return 0;
-    } catch (const RuntimeError&) {
-        return 0;
-    }
-    return word;
+    const bool isRead = values::attempt([&] {
+        const Ref<site::Live> live = values::given(values::given(controls.logger())->Live());
+        const double raw = live->ReadMemory(channel.BaseAddress(), channel.Bytes());
+        if (values::roundToLong(raw, word) != ErrorNumber::None)
+            word = 0;
+    });
+    return isRead ? word : 0;
 }
 
 /// The bit tests. A bit number that has no mask in 32 bits leaves the status False for both of them.
@@ -105,11 +100,8 @@ void show(iBenchControl& control, const Node& node, bool status)
 void showTrapped(iBenchControl& control, const Node& node, bool status)
 {
     const QString hide = GetAttribute(node, status ? element::HideWhenTrue : element::HideWhenFalse, Zero);
-    try {
-        control.setVisible(values::val(hide) == 0);
-    } catch (const RuntimeError&) {
-        // A light that cannot be shown or hidden can still take its value.
-    }
+    // A light that cannot be shown or hidden can still take its value.
+    values::attempt([&] { control.setVisible(values::val(hide) == 0); });
     if (const Ref<binding::Object> live = control.Control())
         live->tryPut(ValueName, Variant(status));
 }

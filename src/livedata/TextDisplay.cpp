@@ -3,6 +3,7 @@
 #include "document/Elements.h"
 #include "document/XMLOps.h"
 #include "values/Convert.h"
+#include "values/Failure.h"
 #include "values/Format.h"
 
 namespace zan::livedata {
@@ -18,13 +19,6 @@ namespace {
 
 const Name CaptionName("Caption");
 const Name TextName("Text");
-
-binding::Object& liveControl(const Ref<binding::Object>& live)
-{
-    if (!live)
-        values::raise(values::ErrorNumber::ObjectNotSet);
-    return *live;
-}
 
 QString labelledText(const iBenchControl& control, const site::Channel& channel)
 {
@@ -55,7 +49,7 @@ void updateLabel(iBenchControl& control)
     const QString showLabels = GetAttribute(control.XMLNode(), element::ShowLabels, QStringLiteral("0"));
     const bool plain = showLabels == QLatin1String("0");
     const QString caption = plain ? plainText(*channel) : labelledText(control, *channel);
-    liveControl(control.Control()).put(CaptionName, Variant(caption));
+    values::given(control.Control())->put(CaptionName, Variant(caption));
 }
 
 void showFailure(iBenchControl& control, Name property, const QString& text)
@@ -68,23 +62,18 @@ void showFailure(iBenchControl& control, Name property, const QString& text)
 
 void UpdateLabel(iBenchControl& control)
 {
-    try {
-        updateLabel(control);
-    } catch (const values::RuntimeError&) {
+    if (!values::attempt([&] { updateLabel(control); }))
         showFailure(control, CaptionName, QStringLiteral("ERROR!"));
-    }
 }
 
 void UpdateTextBox(iBenchControl& control)
 {
-    try {
-        const Ref<site::Channel> channel = control.Channel();
-        if (!channel)
-            values::raise(values::ErrorNumber::ObjectNotSet);
-        liveControl(control.Control()).put(TextName, Variant(plainText(*channel)));
-    } catch (const values::RuntimeError&) {
+    const auto update = [&] {
+        const Ref<site::Channel> channel = values::given(control.Channel());
+        values::given(control.Control())->put(TextName, Variant(plainText(*channel)));
+    };
+    if (!values::attempt(update))
         showFailure(control, TextName, QStringLiteral("No channel"));
-    }
 }
 
 } // namespace zan::livedata

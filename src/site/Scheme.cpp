@@ -100,7 +100,7 @@ Ref<Channel> findChannel(const Ref<SchemeWindows>& windows, const QString& bindS
         if (!window)
             return {};
         return window->Item(Variant(bindString.mid(bar + 1)));
-    } catch (const std::exception&) {
+    } catch (...) {
         return {}; // a scheme of the host may fail in its own ways; a control then has no channel
     }
 }

@@ -4,9 +4,11 @@
 #include "document/Elements.h"
 #include "document/LoadByName.h"
 #include "document/XMLOps.h"
+#include "surface/host/Surface.h"
 #include "surface/ops/ControlOps.h"
 #include "surface/ops/WindowOps.h"
 #include "values/Convert.h"
+#include "values/Failure.h"
 #include "values/Twips.h"
 #include "wrappers/FontNode.h"
 #include "wrappers/ValueText.h"
@@ -29,6 +31,20 @@ const Name TagName("Tag");
 const Name PictureName("Picture");
 const Name WindowHandleName("hWnd");
 const Name MoveName("Move");
+
+/// What a wrapper is given as its live control: Nothing, or a control that lies on a surface. Anything else raises 13; a
+/// wrapper among them, which would be asked for its measures by itself.
+void requireLiveControl(const Ref<binding::Object>& control)
+{
+    if (control && !dynamic_cast<const surface::LiveControl*>(control.get()))
+        values::raise(values::ErrorNumber::TypeMismatch);
+}
+
+surface::Surface* surfaceOf(const Ref<binding::Object>& control)
+{
+    const auto* live = dynamic_cast<const surface::LiveControl*>(control.get());
+    return live ? live->surface() : nullptr;
+}
 
 /// Whether a bind string is made of these keys; of a window without one there is none.
 bool isBindString(QStringView text, QStringView windowKey, QStringView channelKey)
@@ -99,19 +115,17 @@ void BenchControl::begin(const QString& type, const Ref<binding::Object>& contro
 
 void BenchControl::setXMLNode(const Node& node)
 {
-    // 1. Store the node, forget the font node.
     m_isNodeDue = false;
     m_node = node;
     m_fontNode = Node();
     m_changes.add();
-    // 2. Every child by name, failures ignored.
     loadChildren();
-    // 3. A node without FONT gets one.
+    // A node without FONT gets one.
     if (!m_fontNode && m_node) {
         m_fontNode = m_node.createElement(element::Font);
         m_node.appendChild(m_fontNode);
     }
-    // 4. The stored font counts only for a control that does not follow the window.
+    // The stored font counts only for a control that does not follow the window.
     if (!UseWindowSettings()) {
         if (const Ref<binding::Object> font = Font())
             applyFontNode(m_fontNode, *font);
@@ -120,52 +134,56 @@ void BenchControl::setXMLNode(const Node& node)
 
 void BenchControl::loadChildren()
 {
-    std::array special{document::SpecialChild{element::Font, {}}, document::SpecialChild{element::PictureFile, {}}};
-    const auto& [font, pictureFile] = special;
     if (const Ref<binding::Object> control = m_control) {
+        std::array special{document::SpecialChild{element::PictureFile, {}},
+                           document::SpecialChild{element::Font, {}}};
+        // A VALUE in the document is a state to be shown, and nobody's click.
+        const surface::Surface::WithoutClicks silent(surfaceOf(control));
         document::loadByName(node(), *control, special);
-        loadPicture(*control, pictureFile.node);
+        loadPicture(*control, special.front().node);
     }
-    m_fontNode = m_control ? font.node : node().child(element::Font);
+    m_fontNode = document::specialChild(node(), element::Font);
 }
 
 void BenchControl::loadPicture(binding::Object& control, const Node& fileNode)
 {
     if (!fileNode || !m_pictureLoader)
         return;
-    try {
-        control.putReference(PictureName, (*m_pictureLoader)(fileNode.text()));
-    } catch (const values::RuntimeError&) {
-        // A picture that is missing or broken leaves the control without one.
-    }
+    // A picture that is missing or broken leaves the control without one.
+    values::attempt([&] { control.putReference(PictureName, (*m_pictureLoader)(fileNode.text())); });
 }
 
 void BenchControl::setControl(const Ref<binding::Object>& control)
 {
+    requireLiveControl(control);
+    static const QString none = QStringLiteral("0");
+    if (control) // one that has been unloaded raises 91 here
+        control->put(TagName, m_isNodeDue ? none : GetAttribute(m_node, element::Index, none));
     m_control = control;
     m_changes.add();
-    static const QString none = QStringLiteral("0");
-    if (m_control)
-        m_control->put(TagName, m_isNodeDue ? none : GetAttribute(m_node, element::Index, none));
     if (m_grabHandles)
         m_grabHandles->SubClassTarget(hWnd());
 }
 
 void BenchControl::setChannel(const Ref<site::Channel>& channel)
 {
-    m_channel = channel;
+    const Ref<site::Channel> bound = channel; // asked below, where it may bind the control to another one
+    m_channel = bound;
     m_changes.add();
-    if (!m_channel) {
+    if (!bound) {
         setBindTo(QString());
         return;
     }
-    const Node parent = m_channel->XMLNode().parent();
+    const Node parent = bound->XMLNode().parent();
     if (!parent)
         return;
     const QString windowKey = GetAttribute(parent, element::Key);
-    if (QString bound; node().childText(element::BindTo, bound) && isBindString(bound, windowKey, m_channel->Key()))
+    const QString channelKey = bound->Key();
+    if (m_channel != bound)
+        return;
+    if (QString text; node().childText(element::BindTo, text) && isBindString(text, windowKey, channelKey))
         return; // as always when a window is loaded
-    setBindTo(windowKey.isEmpty() ? QString() : windowKey + QLatin1Char('|') + m_channel->Key());
+    setBindTo(windowKey.isEmpty() ? QString() : windowKey + QLatin1Char('|') + channelKey);
 }
 
 // Live control and node ----------------------------------------------------------------------------------------
@@ -190,6 +208,15 @@ float BenchControl::measure(Name name) const
 void BenchControl::putMeasure(Name name, float value)
 {
     putLiveAndNode(name, Variant(value));
+}
+
+/// A type without such a colour shows nothing of it; its node keeps it all the same.
+void BenchControl::putColour(Name name, Colour value)
+{
+    const Ref<binding::Object> control = m_control;
+    if (!control || control->members().find(name))
+        putLive(name, Variant(value.code));
+    SetAttribute(node(), name, storedText(Variant(value.code)));
 }
 
 Colour BenchControl::colour(Name name) const
@@ -241,7 +268,7 @@ Colour BenchControl::BackColour() const
 }
 void BenchControl::setBackColour(Colour value)
 {
-    putLiveAndNode(element::BackColor, Variant(value.code));
+    putColour(element::BackColor, value);
 }
 Colour BenchControl::ForeColour() const
 {
@@ -249,7 +276,7 @@ Colour BenchControl::ForeColour() const
 }
 void BenchControl::setForeColour(Colour value)
 {
-    putLiveAndNode(element::ForeColor, Variant(value.code));
+    putColour(element::ForeColor, value);
 }
 
 QString BenchControl::ToolTipText() const
@@ -393,11 +420,8 @@ void BenchControl::Drag()
     if (!m_control)
         return;
     const Ref<BenchControl> alive(this);
-    try {
-        surface::ControlOps::StartWindowDrag(hWnd());
-    } catch (const values::RuntimeError&) {
-        // The control lies where it lies; that is stored.
-    }
+    // A control that cannot be moved lies where it lies; that is stored.
+    values::attempt([this] { surface::ControlOps::StartWindowDrag(hWnd()); });
     storePosition();
 }
 
@@ -407,26 +431,23 @@ void BenchControl::endResize()
     const Ref<binding::Object> control = m_control;
     if (!control)
         return;
-    try {
-        // 1. and 2. The rectangle in twips. COMPAT: left is the window's own screen left, only top is measured
-        // from the parent.
+    // A control that refuses to be moved keeps its place; that place is stored below.
+    values::attempt([&] {
+        // The rectangle in twips. COMPAT: left is the window's own screen left, only top is measured from the parent.
         const surface::WindowOps::Bounds bounds =
             surface::WindowOps::GetWindowBounds(hWnd(), m_handlePlan ? m_handlePlan->parent : 0);
         const float left = values::pixelsToTwips(bounds.Left);
         const float top = values::pixelsToTwips(bounds.Top);
         const float width = values::pixelsToTwips(bounds.Width);
         const float height = values::pixelsToTwips(bounds.Height);
-        // 3. COMPAT: two moves, the first 20 twips short, so that the control draws itself anew.
+        // COMPAT: two moves, the first 20 twips short, so that the control draws itself anew.
         if (left != Left() || top != Top() || width != Width() || height != Height()) {
             const Variant shorter[] = {left, top, width, height - 20.0f};
             control->get(MoveName, shorter);
             const Variant full[] = {left, top, width, height};
             control->get(MoveName, full);
         }
-    } catch (const values::RuntimeError&) {
-        // A control that refuses to be moved keeps its place; that place is stored below.
-    }
-    // 4.
+    });
     storePosition();
 }
 
@@ -444,8 +465,12 @@ void BenchControl::storePosition()
 {
     for (const Name name : {element::Height, element::Top, element::Left, element::Width}) {
         Variant value;
-        if (m_control && m_control->tryGet(name, value) == AccessStatus::Ok)
-            SetAttribute(node(), name, storedText(value), true);
+        if (!m_control || m_control->tryGet(name, value) != AccessStatus::Ok)
+            continue;
+        const QString text = storedText(value);
+        if (QString stored; node().childText(name, stored) && stored == text)
+            continue;                           // what is stored already is no change of the document
+        SetAttribute(node(), name, text, true); // forced, so that 0 is kept
     }
 }
 
@@ -460,12 +485,9 @@ void BenchControl::UpdateNode()
 {
     if (!m_control)
         return;
-    // 1.
     for (const Name name : {element::BackColor, element::ForeColor, element::ToolTipText, element::Visible})
         storeLive(name);
-    // 2.
     storePosition();
-    // 3.
     if (const Ref<binding::Object> font = Font())
         storeFontNode(m_fontNode, *font);
 }

@@ -36,6 +36,7 @@ public:
     Ref<site::Channel> Channel() const override { return m_channel; }
     void setChannel(const Ref<site::Channel>& channel) override;
     Ref<binding::Object> Control() const override { return m_control; }
+    /// Raises 13 for what is no control of a surface and 91 for one that was unloaded, before anything is stored.
     void setControl(const Ref<binding::Object>& control) override;
     QString ControlType() const override;
     void setControlType(const QString& type) override;
@@ -100,6 +101,7 @@ private:
     float measure(values::Name name) const;
     void putMeasure(values::Name name, float value);
     values::Colour colour(values::Name name) const;
+    void putColour(values::Name name, values::Colour value);
     void putLive(values::Name name, const Variant& value);
     void putLiveAndNode(values::Name name, const Variant& value);
     void loadChildren();

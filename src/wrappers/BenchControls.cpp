@@ -3,8 +3,10 @@
 #include "binding/MemberTable.h"
 #include "document/Elements.h"
 #include "document/XMLOps.h"
+#include "site/NodeObject.h"
 #include "surface/host/LiveControl.h"
 #include "values/Convert.h"
+#include "values/Failure.h"
 
 #include <QScopeGuard>
 
@@ -82,70 +84,91 @@ PanelWindow& BenchControls::window() const
 
 void BenchControls::setXMLNode(const Node& node)
 {
-    // 1. The window must be there for the whole call.
-    window();
-    // 2. The old node is still in place: each removal takes the CONTROL out of the old window's tree too.
+    const Ref<BenchControls> alive(this);
+    const Node tree = node; // the caller's handle may change while controls are made
+    window();               // must be there for the whole call
+    // The old node is still in place: each removal takes the CONTROL out of the old window's tree too.
     Clear();
-    // 3.
-    m_node = node;
+    m_node = tree;
     m_haveData = false;
-    // 4. In document order. The nodes are listed first: a load may add to the tree.
+    const std::uint32_t load = ++m_loads;
     {
         m_boundWindow.emplace();
         const auto forget = qScopeGuard([this] { m_boundWindow.reset(); });
-        for (const Node& control : m_node.children(element::Control))
+        // In document order. The nodes are listed first: a load may add to the tree.
+        for (const Node& control : tree.children(element::Control)) {
             loadControl(control);
+            if (m_loads != load)
+                return; // a scheme that was asked for a channel has loaded something else
+        }
     }
-    // 5.
     setHideProtectedControls(m_hideProtectedControls);
 }
 
-void BenchControls::loadControl(const Node& node)
-{
-    // 1. and 2. An unknown type is passed over and stays in the tree.
-    const Ref<iBenchControl> control = window().createControl(GetAttribute(node, element::Type));
-    if (!control)
-        return;
-    // 3. to 5.
-    control->setXMLNode(node);
-    attach(*control);
-    control->setVisible(true);
-    // 6.
-    const std::int32_t place = m_list.count() + 1;
-    const QString key = placeKey(place);
-    control->setKey(key);
-    enlist(control, key);
-}
-
-void BenchControls::enlist(const Ref<iBenchControl>& control, const QString& key)
+template <class Step>
+void BenchControls::orGiveUp(iBenchControl& control, Step&& step)
 {
     try {
-        const std::int16_t place = checkedPlace(m_list.count() + 1);
-        m_list.add(control, key);
-        control->setIndex(place);
-    } catch (const values::RuntimeError&) {
-        // What is not in the list must not stay on the surface, where its clicks would reach another control.
-        giveUp(*control);
+        step();
+    } catch (...) {
+        giveUp(control);
         throw;
     }
 }
 
+/// What is not in the list must not stay on the surface, where its clicks would reach another control.
 void BenchControls::giveUp(iBenchControl& control)
+{
+    values::attempt([&] { releaseChannel(control); });
+    values::attempt([&] { discard(control); });
+}
+
+void BenchControls::loadControl(const Node& node)
+{
+    // An unknown type is passed over and stays in the tree.
+    const Ref<iBenchControl> control = window().createControl(GetAttribute(node, element::Type));
+    if (!control)
+        return;
+    const std::uint32_t load = m_loads;
+    orGiveUp(*control, [&] {
+        control->setXMLNode(node);
+        attach(*control);
+        control->setVisible(true);
+        if (m_loads != load) {
+            giveUp(*control); // the list that it was made for is gone
+            return;
+        }
+        const QString key = placeKey(m_list.count() + 1);
+        control->setKey(key);
+        enlist(control, key);
+    });
+}
+
+void BenchControls::enlist(const Ref<iBenchControl>& control, const QString& key)
+{
+    const std::int16_t place = checkedPlace(m_list.count() + 1);
+    m_list.add(control, key);
+    control->setIndex(place);
+}
+
+void BenchControls::releaseChannel(const iBenchControl& control)
 {
     if (const Ref<site::Channel> channel = control.Channel())
         channel->setUseCount(std::int16_t(std::max(0, channel->UseCount() - 1)));
+}
+
+void BenchControls::discard(iBenchControl& control)
+{
     control.dropGrabHandles();
-    const Ref<binding::Object> live = control.Control();
-    if (m_window && live)
+    if (const Ref<binding::Object> live = control.Control(); m_window && live)
         m_window->discardControl(live);
 }
 
 void BenchControls::attach(iBenchControl& control)
 {
-    // 1. and 2.
     control.InitGrabHandles(m_parentHandle, control.hWnd(), HandleColour);
     control.setShowGrabHandles(!m_lockPositions);
-    // 3. A bound control takes its channel up; one that is gone leaves the bind string alone.
+    // A bound control takes its channel up; one that is gone leaves the bind string alone.
     const QString bindString = control.BindTo();
     if (bindString.isEmpty())
         return;
@@ -173,32 +196,31 @@ Ref<site::Channel> BenchControls::boundChannel(const QString& bindString)
                 m_boundWindow = BoundWindow{key, home};
         }
         return home ? home->Item(Variant(bindString.mid(bar + 1))) : nullptr;
-    } catch (const std::exception&) {
+    } catch (...) {
         return {}; // without a logger, or when a scheme of the host fails in its own ways, there is no channel
     }
 }
 
 Ref<iBenchControl> BenchControls::Add(const QString& controlType, std::optional<QString> key)
 {
-    // 1.
+    const Ref<BenchControls> alive(this);
     const Ref<iBenchControl> control = window().createControl(controlType);
     if (!control)
         return {};
-    // 2.
-    attach(*control);
-    // 3.
-    if (key)
-        control->setKey(*key);
-    enlist(control, key.value_or(QString()));
-    // 4.
+    orGiveUp(*control, [&] {
+        attach(*control);
+        if (key)
+            control->setKey(*key);
+        enlist(control, key.value_or(QString()));
+    });
     m_node.appendChild(control->XMLNode());
-    // 5. and 6.
     ScanControls();
     return control;
 }
 
 Ref<iBenchControl> BenchControls::AddFromXML(const QString& xml)
 {
+    const Ref<BenchControls> alive(this);
     // A clipboard may hold anything: what is no CONTROL of a sensible size is left alone.
     const Node node = pastedControl(xml);
     if (!node)
@@ -206,12 +228,13 @@ Ref<iBenchControl> BenchControls::AddFromXML(const QString& xml)
     const Ref<iBenchControl> control = window().createControl(GetAttribute(node, element::Type));
     if (!control)
         return {};
-    // 2. The key goes to the list only: the pasted node keeps the KEY of the control that was copied.
-    control->setXMLNode(node);
-    attach(*control);
-    enlist(control, placeKey(m_list.count() + 1));
+    // The key goes to the list only: the pasted node keeps the KEY of the control that was copied.
+    orGiveUp(*control, [&] {
+        control->setXMLNode(node);
+        attach(*control);
+        enlist(control, placeKey(m_list.count() + 1));
+    });
     m_node.appendChild(node);
-    // 3.
     ScanControls();
     return control;
 }
@@ -225,19 +248,21 @@ void BenchControls::Remove(const Variant& index)
 
 void BenchControls::removeAt(std::int32_t place)
 {
+    const Ref<BenchControls> alive(this);
     takeOut(place);
-    // 6.
     renumber();
 }
 
 void BenchControls::takeOut(std::int32_t place)
 {
-    // 1. Fails for a place that does not exist, before anything changes.
+    // Fails for a place that does not exist, and for a channel that cannot be given up, before anything changes.
     const Ref<iBenchControl> control = m_list.at(place);
-    // 2. to 5.
+    releaseChannel(*control);
+    if (place > m_list.count() || m_list.at(place) != control)
+        return; // the channel has taken it out itself
     m_list.remove(place);
     m_node.removeChild(control->XMLNode());
-    giveUp(*control);
+    discard(*control);
 }
 
 void BenchControls::renumber()
@@ -335,14 +360,14 @@ Ref<iBenchControl> BenchControls::Control(const Variant& index) const
 void BenchControls::setLockPositions(bool lock)
 {
     m_lockPositions = lock;
+    const document::XMLOps::Marking off(document::XMLOps::Marking::Off); // showing handles is no edit
     for (std::int32_t place = 1; place <= m_list.count(); ++place) {
         const Ref<iBenchControl> control = m_list.at(place);
-        // 1.
         control->setShowGrabHandles(!lock);
         const Ref<binding::Object> live = control->Control();
         if (!live)
             continue;
-        // 2. Unlocking shows everything, whatever hid it.
+        // Unlocking shows everything, whatever hid it.
         if (!lock)
             live->tryPut(VisibleName, Variant(true));
         const ControlType* type = m_window ? m_window->controlTypes().find(control->ControlType()) : nullptr;
@@ -404,6 +429,7 @@ const binding::MemberTable& BenchControls::members() const
     return binding::table([] {
         return binding::MemberTable("BenchControls", nullptr,
                                     {
+                                        binding::property<&C::XMLNode, &C::setXMLNode>("XMLNode"),
                                         readOnly<&C::Count>("Count"),
                                         readOnly<&C::Control>("Control").asDefault(),
                                         method<&C::Add>("Add"),

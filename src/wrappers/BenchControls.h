@@ -51,6 +51,8 @@ public:
     void setLiveData(LiveData* liveData);
     /// Subscribes to the logger and to its link. Raises 91 for no logger.
     void AttachLogger(const Ref<site::Logger>& logger);
+    /// The same for who has asked the logger for its link already; the link may be Nothing.
+    void attachTo(const Ref<site::Logger>& logger, const Ref<site::Link>& link);
     const Ref<site::Logger>& logger() const { return m_logger; }
     bool LockPositions() const { return m_lockPositions; }
     void setLockPositions(bool lock);
@@ -79,13 +81,20 @@ private:
     void onStateChange(int state);
     void attach(iBenchControl& control);
     Ref<site::Channel> boundChannel(const QString& bindString);
-    void scanControl(std::int32_t place);
+    void scanControl(std::int32_t place, const Ref<iBenchControl>& control);
+    /// Whether the control is still at this place of the list, and the list still live.
+    bool holdsAt(std::int32_t place, const Ref<iBenchControl>& control) const;
     void loadControl(const document::Node& node);
     void removeAt(std::int32_t place);
-    /// Takes a control into the list; one that has no place there is given back before the error goes on.
+    /// Runs a step of placing a control; one that cannot be placed is given up before the error goes on.
+    template <class Step>
+    void orGiveUp(iBenchControl& control, Step&& step);
+    /// Takes a control into the list. Raises 6 for a full list, 457 for a key that exists.
     void enlist(const Ref<iBenchControl>& control, const QString& key);
-    /// Gives up a control's hold on its channel and its live control.
     void giveUp(iBenchControl& control);
+    static void releaseChannel(const iBenchControl& control);
+    /// Takes its live control off the surface.
+    void discard(iBenchControl& control);
     void takeOut(std::int32_t place);
     void renumber();
     std::int32_t placeOf(const Variant& index) const;
@@ -99,7 +108,8 @@ private:
     std::optional<BoundWindow> m_boundWindow; // only while a window is loaded: keys may change afterwards
     Ref<site::Logger> m_logger;
     Ref<site::Link> m_link;
-    QObject m_context; // owner of the connections: none outlives the collection
+    std::uint32_t m_loads = 0; // how often a window has been loaded
+    QObject m_context;         // owner of the connections: none outlives the collection
     std::int32_t m_parentHandle = 0;
     bool m_lockPositions = true;
     bool m_hideProtectedControls = false;

@@ -2,15 +2,22 @@
 
 #include "wrappers/BenchControls.h"
 
+#include "document/XMLOps.h"
+#include "values/Failure.h"
+
 namespace zan::wrappers {
 
+using document::XMLOps::Marking;
 using values::RuntimeError;
 
 void BenchControls::AttachLogger(const Ref<site::Logger>& logger)
 {
-    if (!logger)
-        values::raise(values::ErrorNumber::ObjectNotSet);
-    const Ref<site::Link> link = logger->Link();
+    const Ref<site::Logger> held = values::given(logger);
+    attachTo(held, held->Link());
+}
+
+void BenchControls::attachTo(const Ref<site::Logger>& logger, const Ref<site::Link>& link)
+{
     if (m_logger)
         QObject::disconnect(m_logger.get(), nullptr, &m_context, nullptr);
     if (m_link)
@@ -28,33 +35,39 @@ void BenchControls::onNewBenchData()
 {
     const Ref<BenchControls> alive(this);
     m_haveData = true;
-    try {
-        ScanControls();
-    } catch (const RuntimeError&) {
-        // A failure ends the pass silently: the controls after the failing one keep what they show until the next
-        // event.
-    }
+    // A failure ends the pass silently: the controls after the failing one keep what they show until the next event.
+    values::attempt([this] { ScanControls(); });
 }
 
 void BenchControls::ScanControls()
 {
     const Ref<BenchControls> alive(this);
+    const Marking off(Marking::Off); // what a scan stores is nobody's edit
     std::uint32_t changes = m_shownChanges.value();
     // An update may raise an event that changes the list: the count is read anew each time.
     for (std::int32_t place = 1; m_liveData && place <= m_list.count(); ++place) {
-        if (m_list.memoAt(place).holds(*m_list.at(place), changes))
+        const Ref<iBenchControl> control = m_list.at(place);
+        if (m_list.memoAt(place).holds(*control, changes))
             continue;
-        scanControl(place);
+        scanControl(place, control);
         changes = m_shownChanges.value();
     }
 }
 
-void BenchControls::scanControl(std::int32_t place)
+bool BenchControls::holdsAt(std::int32_t place, const Ref<iBenchControl>& control) const
 {
-    // When the control is as it was after the last update, this update may turn out to change nothing, and what it
-    // reads of the documents is recorded. A control that changes at each scan costs no more.
-    const Ref<iBenchControl> control = m_list.at(place);
+    return m_liveData && place <= m_list.count() && m_list.at(place) == control;
+}
+
+/// A channel of the host may do anything when it is asked, and an update may raise an event that does: after each of
+/// them the list is looked at again.
+void BenchControls::scanControl(std::int32_t place, const Ref<iBenchControl>& control)
+{
+    // What the control is like. When it is as it was after the last update, this update may turn out to change
+    // nothing, and what it reads of the documents is recorded. A control that changes at each scan costs no more.
     const ScanMemo before(*control, m_shownChanges);
+    if (!holdsAt(place, control))
+        return;
     const bool mayRest =
         before.countsChanges() && before.isLike(m_list.memoAt(place)) && m_liveData->mayRest(*control);
     m_list.memoAt(place) = {};
@@ -65,10 +78,10 @@ void BenchControls::scanControl(std::int32_t place)
             recorder.emplace(m_shownChanges);
         m_liveData->update(*control, *this);
     }
-    if (place > m_list.count() || m_list.at(place) != control)
-        return;
     // An update that has changed nothing need not be made again until something else does.
     ScanMemo after(*control, m_shownChanges);
+    if (!holdsAt(place, control))
+        return;
     if (mayRest && after.isUnchangedSince(before))
         after.settle();
     m_list.memoAt(place) = after;
@@ -79,26 +92,26 @@ void BenchControls::onNewENTData()
     const Ref<BenchControls> alive(this);
     for (std::int32_t place = 1; m_liveData && place <= m_list.count(); ++place) {
         const Ref<iBenchControl> control = m_list.at(place);
-        try {
-            m_liveData->feedRecords(*control, *this);
-        } catch (const RuntimeError&) {
-            // A graph that cannot be fed is passed over; the next one may be in order.
-        }
+        // A graph that cannot be fed is passed over; the next one may be in order.
+        values::attempt([&] { m_liveData->feedRecords(*control, *this); });
     }
 }
 
 void BenchControls::onStateChange(int state)
 {
     const Ref<BenchControls> alive(this);
-    try {
+    const auto report = [this](const RuntimeError& error) {
+        if (m_window)
+            m_window->reportError(error); // no trap here: the error is the host's
+    };
+    const auto follow = [&] {
+        const Marking off(Marking::Off);
         for (std::int32_t place = 1; m_liveData && place <= m_list.count(); ++place) {
             const Ref<iBenchControl> control = m_list.at(place);
             m_liveData->followLink(*control, state);
         }
-    } catch (const RuntimeError& error) {
-        if (m_window)
-            m_window->reportError(error); // no trap here: the error is the host's
-    }
+    };
+    values::atBoundary(follow, report);
 }
 
 } // namespace zan::wrappers

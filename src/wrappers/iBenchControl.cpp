@@ -1,6 +1,7 @@
 #include "wrappers/iBenchControl.h"
 
 #include "binding/MemberTable.h"
+#include "site/NodeObject.h"
 
 namespace zan::wrappers {
 
@@ -19,6 +20,7 @@ const binding::MemberTable& iBenchControl::wrapperMembers()
         return binding::MemberTable(
             "iBenchControl", nullptr,
             {
+                property<&C::XMLNode, &C::setXMLNode>("XMLNode"),
                 property<&C::BackColour, &C::setBackColour>("BackColour"),
                 property<&C::BindTo, &C::setBindTo>("BindTo"),
                 property<&C::Channel, &C::setChannel>("Channel"),

@@ -7,6 +7,7 @@
 #include "wrappers/BenchControls.h"
 
 #include "support/ErrorOf.h"
+#include "support/FakePanel.h"
 #include "support/FakeSite.h"
 
 #include <map>
@@ -16,7 +17,7 @@
 namespace zan::test {
 
 /// A live control that writes down what is assigned to it, in order, and refuses what it is told to refuse.
-class LiveRecorder : public binding::Object
+class LiveRecorder : public fake::LooseControl
 {
 public:
     std::vector<std::string> writes; ///< "Name=value"

@@ -4,6 +4,7 @@
 #include "document/Elements.h"
 #include "document/XMLOps.h"
 #include "document/XmlText.h"
+#include "surface/host/LiveControl.h"
 #include "window/ControlTypes.h"
 #include "wrappers/BenchControl.h"
 #include "wrappers/BenchControls.h"
@@ -48,8 +49,20 @@ public:
     }
 };
 
+/// A live control without a surface: reached by its own members, as if it lay on one.
+class LooseControl : public surface::LiveControl
+{
+public:
+    Hosting hosting() const noexcept override { return Hosting::Windowless; }
+    surface::AccessibleRole accessibleRole() const noexcept override { return surface::AccessibleRole::Graphic; }
+    Variant invoke(values::Name name, binding::Access access, binding::Arguments arguments) override
+    {
+        return Object::invoke(name, access, arguments);
+    }
+};
+
 /// A live control that remembers what has been done to it.
-class FakeControl : public binding::Object
+class FakeControl : public LooseControl
 {
 public:
     float left = 10, top = 20, width = 30, height = 40;

@@ -4,6 +4,7 @@
 #include "site/Scheme.h"
 #include "values/Convert.h"
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -129,6 +130,8 @@ public:
     Node root = document.createElement(Name("SCHEME"));
     std::vector<Ref<FakeWindow>> windows;
     std::optional<RuntimeError> failure; ///< raised by Item while set
+    std::function<void()> onItem, onCreate, onAdd;
+    bool makesWindows = true, storesWindows = true; ///< false: createWindow, Add give Nothing
 
     FakeWindows() { document.appendChild(root); }
     std::int32_t Count() const override { return std::int32_t(windows.size()); }
@@ -136,11 +139,17 @@ public:
     {
         if (failure)
             throw *failure;
+        if (onItem)
+            onItem();
         const auto place = placeOf(windows, indexOrKey);
         return place ? Ref<site::SchemeWindow>(windows[*place]) : nullptr;
     }
     Ref<site::SchemeWindow> Add(const Ref<site::SchemeWindow>& window, const QString& key) override
     {
+        if (onAdd)
+            onAdd();
+        if (!storesWindows)
+            return {};
         const Ref<FakeWindow> own(dynamic_cast<FakeWindow*>(window.get()));
         if (!own)
             values::raise(ErrorNumber::TypeMismatch);
@@ -151,7 +160,12 @@ public:
         windows.push_back(own);
         return own;
     }
-    Ref<site::SchemeWindow> createWindow() override { return make<FakeWindow>(document); }
+    Ref<site::SchemeWindow> createWindow() override
+    {
+        if (onCreate)
+            onCreate();
+        return makesWindows ? make<FakeWindow>(document) : nullptr;
+    }
     Ref<site::Channel> createChannel() override { return make<FakeChannel>(); }
 };
 
@@ -162,6 +176,7 @@ public:
     Ref<FakeWindows> windows = make<FakeWindows>();
     int saves = 0;                       ///< how often Save has been called
     std::optional<RuntimeError> failure; ///< raised by Save while set
+    std::function<void()> onSave, onWindows;
 
     /// The window of this key, added when the scheme does not have it.
     Ref<FakeWindow> window(const QString& key)
@@ -175,10 +190,17 @@ public:
 
     QString Name() const override { return name; }
     void setName(const QString& text) override { name = text; }
-    Ref<site::SchemeWindows> Windows() override { return windows; }
+    Ref<site::SchemeWindows> Windows() override
+    {
+        if (onWindows)
+            onWindows();
+        return windows;
+    }
     void Save() override
     {
         ++saves;
+        if (onSave)
+            onSave();
         if (failure)
             throw *failure;
     }

@@ -17,6 +17,7 @@ public:
     site::LinkState state = site::LinkState::NotConnected;
     int connects = 0, disconnects = 0; ///< how often each has been asked for
     std::function<void()> onConnect, onDisconnect;
+    std::function<void()> onState; ///< called by State
 
     /// Takes on a state and announces it.
     void enter(site::LinkState newState)
@@ -25,7 +26,12 @@ public:
         Q_EMIT StateChange(int(newState));
     }
 
-    site::LinkState State() const override { return state; }
+    site::LinkState State() const override
+    {
+        if (onState)
+            onState();
+        return state;
+    }
     void Connect() override
     {
         ++connects;
@@ -117,7 +123,9 @@ public:
     Ref<FakeLink> link = make<FakeLink>();
     Ref<FakeScheme> scheme = make<FakeScheme>();
     Ref<FakeLive> live = make<FakeLive>();
-    std::int32_t actions = 0; ///< the flags that stand at this moment
+    std::int32_t actions = 0;                       ///< the flags that stand at this moment
+    std::function<void()> onLink, onScheme, onLive; ///< called where each is asked for
+    bool makesChannels = true;
 
     /// The channel of a window, both made when they do not exist.
     Ref<FakeChannel> channel(const QString& window, const QString& key)
@@ -130,13 +138,22 @@ public:
         channel(window, key)->value = value;
     }
 
-    Ref<site::Link> Link() override { return link; }
-    Ref<site::Scheme> Scheme() override { return scheme; }
-    Ref<site::Live> Live() override { return live; }
+    Ref<site::Link> Link() override { return asked(onLink, link); }
+    Ref<site::Scheme> Scheme() override { return asked(onScheme, scheme); }
+    Ref<site::Live> Live() override { return asked(onLive, live); }
     std::int32_t Actions() const override { return actions; }
     void AddAction(std::int32_t flag) override { actions |= flag; }
     void RemoveActions(std::int32_t flags) override { actions &= ~flags; }
-    Ref<site::Channel> createChannel() override { return make<FakeChannel>(); }
+    Ref<site::Channel> createChannel() override { return makesChannels ? make<FakeChannel>() : nullptr; }
+
+private:
+    template <class T>
+    static const Ref<T>& asked(const std::function<void()>& action, const Ref<T>& part)
+    {
+        if (action)
+            action();
+        return part;
+    }
 };
 
 } // namespace zan::fake

@@ -1,5 +1,7 @@
 #include "wrappers/BenchControl.h"
 
+#include "site/NodeObject.h"
+#include "support/ErrorOf.h"
 #include "support/FakePanel.h"
 #include "support/FakeSite.h"
 
@@ -8,6 +10,7 @@
 using namespace zan;
 using document::Node;
 using fake::FakeControl;
+using test::errorOf;
 using values::ErrorNumber;
 using values::make;
 using values::Name;
@@ -26,6 +29,20 @@ bool has(const Node& node, const char* name)
 {
     return bool(node.child(Name(name)));
 }
+
+/// A live control with neither colours nor measures.
+class BareControl : public fake::LooseControl
+{
+public:
+    QString Tag() const { return {}; }
+    void setTag(const QString&) {}
+    const binding::MemberTable& members() const override
+    {
+        static const binding::MemberTable table(
+            "BareControl", nullptr, {binding::property<&BareControl::Tag, &BareControl::setTag>("Tag")});
+        return table;
+    }
+};
 
 struct Wrapped
 {
@@ -218,12 +235,8 @@ TEST(Wrapper, UpdateNodeStoresColoursPositionAndFontAndForcesZeroPositions)
 TEST(Wrapper, UpdateNodeRemovesWhatTheLiveControlDoesNotHave)
 {
     const auto wrapper = make<BenchControl>();
-    const auto plain = make<fake::FakeFont>(); // an object with neither colours nor measures
     wrapper->setXMLNode(fake::tree("<CONTROL><BACKCOLOR>5</BACKCOLOR><LEFT>4</LEFT></CONTROL>"));
-    try {
-        wrapper->setControl(plain);
-    } catch (const values::RuntimeError&) {
-    }
+    wrapper->setControl(make<BareControl>());
     wrapper->UpdateNode();
     EXPECT_FALSE(has(wrapper->XMLNode(), "BACKCOLOR"));
     EXPECT_EQ(textOf(wrapper->XMLNode(), "LEFT"), u"4");
@@ -256,4 +269,119 @@ TEST(Wrapper, GrabHandlesAreMadeOnceAndTheirStateReachesTheNode)
     EXPECT_TRUE(w.wrapper->ShowGrabHandles());
     w.wrapper->setShowGrabHandles(false);
     EXPECT_FALSE(has(w.wrapper->XMLNode(), "SHOWGRABHANDLES"));
+}
+
+TEST(Wrapper, ControlThatIsNoLiveControlOfASurfaceIsRefusedBeforeAnythingIsStored)
+{
+    Wrapped w;
+    const auto other = make<BenchControl>();
+    const Ref<binding::Object> refused[] = {w.wrapper, other, make<fake::FakeFont>()};
+    for (const auto& object : refused) {
+        EXPECT_EQ(errorOf([&] { w.wrapper->setControl(object); }), int(ErrorNumber::TypeMismatch));
+        EXPECT_EQ(errorOf([&] { w.wrapper->putReference(Name("Control"), Variant(object)); }),
+                  int(ErrorNumber::TypeMismatch));
+        EXPECT_EQ(w.wrapper->Control().get(), w.live.get());
+    }
+    EXPECT_EQ(w.wrapper->Left(), w.live->left);
+    w.wrapper->setControl({});
+    EXPECT_FALSE(w.wrapper->Control());
+}
+
+TEST(Wrapper, TwoWrappersCannotBeTheLiveControlsOfEachOther)
+{
+    const auto first = make<BenchControl>();
+    const auto second = make<BenchControl>();
+    EXPECT_EQ(errorOf([&] { first->setControl(second); }), int(ErrorNumber::TypeMismatch));
+    EXPECT_EQ(errorOf([&] { second->setControl(first); }), int(ErrorNumber::TypeMismatch));
+    EXPECT_EQ(first->Left(), 0);
+    first->UpdateNode();
+}
+
+TEST(Wrapper, ColourOfATypeWithoutItIsSilentAndReachesTheNode)
+{
+    const auto wrapper = make<BenchControl>();
+    wrapper->setControl(make<BareControl>());
+    EXPECT_EQ(errorOf([&] {
+                  wrapper->setBackColour({255});
+                  wrapper->setForeColour({128});
+              }),
+              0);
+    EXPECT_EQ(textOf(wrapper->XMLNode(), "BACKCOLOR"), u"255");
+    EXPECT_EQ(textOf(wrapper->XMLNode(), "FORECOLOR"), u"128");
+}
+
+TEST(Wrapper, NodeIsReadAndLoadedByName)
+{
+    Wrapped w;
+    const Variant own = w.wrapper->get(Name("XMLNode"));
+    EXPECT_EQ(binding::Marshal<Node>::from(own), w.wrapper->XMLNode());
+    const Node other = fake::tree("<CONTROL><LEFT>600</LEFT></CONTROL>");
+    w.wrapper->putReference(Name("xmlnode"), binding::Marshal<Node>::to(other));
+    EXPECT_EQ(w.wrapper->XMLNode(), other);
+    EXPECT_EQ(w.live->left, 600);
+}
+
+TEST(Wrapper, OfTwoFontsOrPicturesTheLastOneCountsAndAPrefixIsNoPartOfTheName)
+{
+    Wrapped w;
+    std::vector<QString> loaded;
+    const wrappers::PictureLoader loader = [&](const QString& file) {
+        loaded.push_back(file);
+        return Variant(make<fake::FakeFont>());
+    };
+    w.wrapper->setPictureLoader(&loader);
+    w.wrapper->setXMLNode(
+        fake::tree("<CONTROL xmlns:p=\"urn:p\"><FONT><NAME>First</NAME></FONT><PICTUREFILE>a</PICTUREFILE>"
+                   "<PICTUREFILE>b</PICTUREFILE><p:FONT><NAME>Last</NAME></p:FONT></CONTROL>"));
+    EXPECT_EQ(w.live->font->name, u"Last");
+    EXPECT_EQ(loaded, std::vector<QString>{QStringLiteral("b")});
+    w.live->font->name = QStringLiteral("Newer");
+    w.wrapper->UpdateNode();
+    EXPECT_EQ(textOf(w.wrapper->XMLNode().child(Name("FONT")), "NAME"), u"First");
+    EXPECT_EQ(textOf(w.wrapper->XMLNode().child(Name("p:FONT")), "NAME"), u"Newer");
+}
+
+TEST(Wrapper, PositionThatIsStoredAlreadyIsNoChangeOfTheDocument)
+{
+    const Node root = document::XMLOps::NewDocument().createElement(Name("SCHEME"));
+    root.ownerDocument().appendChild(root);
+    const Node control = root.createElement(Name("CONTROL"));
+    root.appendChild(control);
+    Wrapped w;
+    w.wrapper->setXMLNode(control);
+    w.live->left = 0;
+    w.wrapper->UpdateNode();
+    EXPECT_TRUE(document::XMLOps::IsMarkedChanged(root));
+    document::XMLOps::UnmarkChanged(root);
+    w.wrapper->UpdateNode();
+    EXPECT_FALSE(document::XMLOps::IsMarkedChanged(root));
+    w.live->left = 15;
+    w.wrapper->UpdateNode();
+    EXPECT_TRUE(document::XMLOps::IsMarkedChanged(root));
+}
+
+TEST(Wrapper, ChannelThatBindsItToAnotherOneWhenAskedLeavesThatOne)
+{
+    struct Rebinding : fake::FakeChannel
+    {
+        std::function<void()> asked;
+        Node XMLNode() const override
+        {
+            if (asked)
+                asked();
+            return FakeChannel::XMLNode();
+        }
+    };
+    Wrapped w;
+    const auto logger = make<fake::FakeLogger>();
+    const auto other = logger->channel(QStringLiteral("RTD"), QStringLiteral("OTHER"));
+    const auto channel = make<Rebinding>();
+    logger->scheme->window(QStringLiteral("RTD"))->Add(channel, QStringLiteral("FIRST"));
+    channel->asked = [&] {
+        if (w.wrapper->Channel() == channel)
+            w.wrapper->setChannel(other);
+    };
+    w.wrapper->setChannel(channel);
+    EXPECT_EQ(w.wrapper->Channel().get(), other.get());
+    EXPECT_EQ(w.wrapper->BindTo(), u"RTD|OTHER");
 }

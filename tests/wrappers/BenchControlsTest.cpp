@@ -1,10 +1,13 @@
 #include "wrappers/BenchControls.h"
 
+#include "site/NodeObject.h"
 #include "support/ErrorOf.h"
 #include "support/FakePanel.h"
 #include "support/FakeSite.h"
 
 #include <gtest/gtest.h>
+
+#include <stdexcept>
 
 using namespace zan;
 using document::Node;
@@ -383,4 +386,203 @@ TEST_F(Collection, CollectionIsReachedByNameAndEnumerated)
         EXPECT_EQ(values::toLong(binding::objectOf(*item).get(Name("Index"))), ++seen);
     }
     EXPECT_EQ(seen, 3);
+}
+
+// What code of a host may do -------------------------------------------------------------------------------------
+
+namespace {
+
+/// A channel that fails, or does something, where it is asked.
+class HostileChannel : public fake::FakeChannel
+{
+public:
+    std::function<void()> onValue, onUseCount, onRevision;
+
+    const Variant& Value() const override
+    {
+        call(onValue);
+        return value;
+    }
+    void setUseCount(std::int16_t count) override
+    {
+        call(onUseCount);
+        FakeChannel::setUseCount(count);
+    }
+    std::uint32_t revision() const override
+    {
+        call(onRevision);
+        return 1;
+    }
+
+private:
+    static void call(const std::function<void()>& action)
+    {
+        if (action)
+            action();
+    }
+};
+
+class HostileSite : public Collection
+{
+protected:
+    HostileSite()
+    {
+        window.windows = logger->scheme->windows;
+        logger->scheme->window(QStringLiteral("RTD"))->Add(channel, QStringLiteral("STAGE"));
+        controls->AttachLogger(logger);
+    }
+
+    Ref<fake::FakeLogger> logger = make<fake::FakeLogger>();
+    Ref<HostileChannel> channel = make<HostileChannel>();
+};
+
+struct NoErrorOfOurs
+{};
+
+constexpr const char* BoundLabels = "<WINDOW><CONTROL><TYPE>VB.Label</TYPE><BINDTO>RTD|STAGE</BINDTO></CONTROL>"
+                                    "<CONTROL><TYPE>VB.Label</TYPE><BINDTO>RTD|STAGE</BINDTO></CONTROL></WINDOW>";
+
+} // namespace
+
+TEST_F(HostileSite, ControlWhoseChannelCannotBeTakenUpDoesNotStayOnTheSurface)
+{
+    channel->onUseCount = [] { throw std::runtime_error("full"); };
+    EXPECT_THROW(load(BoundLabels), std::runtime_error);
+    EXPECT_EQ(controls->Count(), 0);
+    ASSERT_EQ(window.made.size(), 1u);
+    EXPECT_FALSE(window.made[0]->visible);
+    channel->onUseCount = {};
+    load(BoundLabels);
+    EXPECT_EQ(controls->Count(), 2);
+}
+
+TEST_F(HostileSite, ControlWhoseChannelCannotBeGivenUpStaysWhole)
+{
+    load(BoundLabels);
+    channel->onUseCount = [] { throw std::runtime_error("stuck"); };
+    EXPECT_THROW(controls->Remove(Variant(1)), std::runtime_error);
+    EXPECT_EQ(controls->Count(), 2);
+    EXPECT_EQ(node.children(Name("CONTROL")).size(), 2u);
+}
+
+TEST_F(HostileSite, WhateverAnUpdateThrowsEndsAnEventSilentlyAndALinkFeedAtTheHost)
+{
+    load(BoundLabels);
+    live.onUpdate = [](iBenchControl&) { throw NoErrorOfOurs(); };
+    Q_EMIT logger->NewBenchData();
+    Q_EMIT logger->NewENTData();
+    EXPECT_TRUE(window.errors.empty());
+    EXPECT_THROW(controls->ScanControls(), NoErrorOfOurs);
+
+    struct FailingFeed : RecordingLiveData
+    {
+        void followLink(iBenchControl&, int) override { throw std::runtime_error("no link"); }
+    } failing;
+    controls->setLiveData(&failing);
+    logger->link->enter(site::LinkState::Connected);
+    ASSERT_EQ(window.errors.size(), 1u);
+    EXPECT_TRUE(window.errors[0].is(ErrorNumber::ExceptionOccurred));
+    EXPECT_EQ(window.errors[0].description(), u"An exception occurred: no link");
+    controls->setLiveData(&live);
+}
+
+TEST_F(HostileSite, ChannelMayEmptyTheListWhenTheScanAsksWhetherItHasChanged)
+{
+    load(BoundLabels);
+    channel->onRevision = [this] {
+        if (controls->Count() > 0)
+            controls->Clear();
+    };
+    Q_EMIT logger->NewBenchData();
+    EXPECT_EQ(controls->Count(), 0);
+}
+
+TEST_F(HostileSite, ChannelMayTakeTheLiveDataAwayWhenTheScanAsksWhetherItHasChanged)
+{
+    load(BoundLabels);
+    live.updated.clear();
+    channel->onRevision = [this] { controls->setLiveData(nullptr); };
+    Q_EMIT logger->NewBenchData();
+    EXPECT_TRUE(live.updated.empty());
+}
+
+TEST_F(HostileSite, SchemeThatLoadsAnotherWindowWhenAskedForAChannelHasItsWay)
+{
+    const Node second =
+        fake::tree("<WINDOW><CONTROL><TYPE>VB.Label</TYPE><CAPTION>second</CAPTION></CONTROL></WINDOW>");
+    bool once = true;
+    channel->onUseCount = [&] {
+        if (std::exchange(once, false))
+            controls->setXMLNode(second);
+    };
+    load(BoundLabels);
+    EXPECT_EQ(controls->XMLNode(), second);
+    ASSERT_EQ(controls->Count(), 1);
+    EXPECT_EQ(controls->Control(Variant(1))->XMLNode().child(Name("CAPTION")).text(), u"second");
+}
+
+TEST_F(HostileSite, LoggerWithoutALinkIsHeardAllTheSame)
+{
+    logger->link = nullptr;
+    controls->AttachLogger(logger);
+    Q_EMIT logger->NewBenchData();
+    EXPECT_TRUE(controls->HaveData());
+}
+
+// Marks of change ------------------------------------------------------------------------------------------------
+
+TEST_F(Collection, LockingAndScanningAreNoChangesOfTheDocument)
+{
+    const Node document = document::XMLOps::NewDocument();
+    const Node root = document.createElement(Name("SCHEME"));
+    document.appendChild(root);
+    root.appendChild(fake::tree(ThreeLabels));
+    controls->setXMLNode(root.firstChildElement());
+    document::XMLOps::UnmarkChanged(root);
+    controls->setLockPositions(false);
+    EXPECT_EQ(controls->Control(Variant(1))->XMLNode().child(Name("SHOWGRABHANDLES")).text(), u"-1");
+    controls->setLockPositions(true);
+    live.onUpdate = [](iBenchControl& control) {
+        EXPECT_EQ(document::XMLOps::GetAttribute(control.XMLNode(), Name("MODE"), QStringLiteral("CHANNEL")),
+                  u"CHANNEL");
+        control.setToolTipText(QStringLiteral("4.5 m"));
+    };
+    controls->ScanControls();
+    EXPECT_FALSE(document::XMLOps::IsMarkedChanged(root));
+    controls->Control(Variant(1))->setToolTipText(QStringLiteral("edited"));
+    EXPECT_TRUE(document::XMLOps::IsMarkedChanged(root));
+}
+
+TEST_F(Collection, NodeIsReadAndLoadedByName)
+{
+    load(ThreeLabels);
+    EXPECT_EQ(binding::Marshal<Node>::from(controls->get(Name("XMLNode"))), node);
+    const Node other = fake::tree("<WINDOW><CONTROL><TYPE>VB.Label</TYPE></CONTROL></WINDOW>");
+    controls->putReference(Name("XMLNode"), binding::Marshal<Node>::to(other));
+    EXPECT_EQ(controls->Count(), 1);
+    EXPECT_TRUE(node.children(Name("CONTROL")).empty());
+}
+
+TEST_F(Collection, ListOfTheMostControlsIsWalkedToItsEnd)
+{
+    Node root = document::XMLOps::NewDocument().createElement(Name("WINDOW"));
+    for (int i = 0; i < 32767; ++i) {
+        Node control = root.createElement(Name("CONTROL"));
+        control.appendChild(control.createElement(Name("TYPE"), QStringLiteral("A")));
+        root.appendChild(control);
+    }
+    controls->setXMLNode(root);
+    ASSERT_EQ(controls->Count(), 32767);
+    const auto items = controls->enumerate();
+    int seen = 0;
+    while (items->next())
+        ++seen;
+    EXPECT_EQ(seen, 32767);
+    live.updated.clear();
+    controls->ScanControls();
+    EXPECT_EQ(live.updated.size(), 32767u);
+    controls->setLockPositions(false);
+    controls->updateAllNodes();
+    controls->Remove(Variant(1));
+    EXPECT_EQ(controls->Control(Variant(32766))->Index(), 32766);
 }
