@@ -5,19 +5,22 @@
 #include "document/XMLOps.h"
 #include "values/Compare.h"
 #include "values/Convert.h"
+#include "values/Failure.h"
 #include "values/Format.h"
 #include "window/BenchWindow.h"
 #include "window/ScriptActions.h"
 #include "window/frmSet.h"
+
+#include <QScopeGuard>
 
 namespace zan::window {
 
 namespace element = document::element;
 using document::Node;
 using document::XMLOps::GetAttribute;
+using document::XMLOps::Marking;
 using site::LinkState;
 using surface::HostForms;
-using values::ErrorNumber;
 using values::Name;
 using wrappers::iBenchControl;
 
@@ -28,10 +31,25 @@ const QString Zero = QStringLiteral("0");
 
 void writeChannel(const Ref<site::Logger>& logger, const Ref<site::Channel>& channel, const Variant& value)
 {
-    const Ref<site::Live> live = logger->Live();
-    if (!live)
-        values::raise(ErrorNumber::ObjectNotSet);
-    live->WriteChannel(channel, value);
+    values::given(logger->Live())->WriteChannel(channel, value);
+}
+
+/// An attribute of an action. What a read stores where there was nothing is nobody's edit.
+QString read(const Node& action, Name name, const QString& fallback = {})
+{
+    const Marking off(Marking::Off);
+    return GetAttribute(action, name, fallback);
+}
+
+/// Whether a channel holds the value that means unchecked. What cannot be compared with a number, and what is no number
+/// at all, does not.
+bool isUncheckedValue(const Variant& value, double unchecked)
+{
+    if (value.isEmpty() || value.isText())
+        return false;
+    bool isEqual = false;
+    values::attempt([&] { isEqual = values::compareWithNumber(value, unchecked) == values::Ordering::Equal; });
+    return isEqual;
 }
 
 } // namespace
@@ -45,30 +63,29 @@ ActionEngine::~ActionEngine() = default;
 
 Ref<site::Logger> ActionEngine::logger() const
 {
-    const Ref<site::Logger> current = m_window.Logger();
-    if (!current)
-        values::raise(ErrorNumber::ObjectNotSet);
-    return current;
+    return values::given(m_window.Logger());
 }
 
 void ActionEngine::RunAction(const Ref<iBenchControl>& control)
 {
-    // 1.
     const Node action = control->XMLNode().child(element::Action);
     if (!action)
         return;
-    // 2.
-    const QString type = GetAttribute(action, element::Type);
-    const QString function = GetAttribute(action, element::Function);
-    // 3. Only a connect works without a connection, whatever the type.
-    if (function != QLatin1String("CONNECT") && logger()->Link()->State() != LinkState::Connected) {
+    const QPointer<BenchWindow> window(&m_window);
+    const QString type = read(action, element::Type);
+    const QString function = read(action, element::Function);
+    // Only a connect works without a connection, whatever the type.
+    const bool mayAct =
+        function == QLatin1String("CONNECT") || values::given(logger()->Link())->State() == LinkState::Connected;
+    if (!window)
+        return; // the link has closed the panel
+    if (!mayAct) {
         const auto pause = m_scripts->pause();
         m_window.forms().messageBox(
             &m_window, QStringLiteral("You have to Connect to the site before you can perform this action"),
             HostForms::Information, QString());
         return;
     }
-    // 4.
     if (type == QLatin1String("SET"))
         setChannel(control->Channel());
     else if (type == QLatin1String("PUT"))
@@ -78,40 +95,50 @@ void ActionEngine::RunAction(const Ref<iBenchControl>& control)
     else if (type == QLatin1String("VESPER"))
         vesper(action, function);
     else if (type == QLatin1String("SCRIPT"))
-        m_scripts->run(GetAttribute(action, element::Script), control->Control());
+        m_scripts->run(read(action, element::Script), control->Control());
 }
 
 // Values -------------------------------------------------------------------------------------------------------
 
-bool ActionEngine::askForValue(QString& value)
+/// Asks for a value in the form and writes it as text: the link library converts it. The form is the panel's one: while
+/// it is open a further request ends quietly, as the one that is being answered must not be touched.
+void ActionEngine::askAndWrite(const Ref<site::Channel>& channel, const QString& text, const QString* label)
 {
+    if (m_isAsking)
+        return;
+    if (!m_setForm)
+        m_setForm = new frmSet(&m_window);
     const QPointer<BenchWindow> window(&m_window);
     const QPointer<frmSet> form = m_setForm;
-    const auto pause = m_scripts->pause();
-    m_window.forms().showModal(*form);
-    if (!window || !form || form->cancelled())
-        return false;
-    value = form->valueText();
-    return true;
+    const Ref<site::Logger> target = logger();
+    form->setValueText(text);
+    if (label)
+        form->setChannelLabel(*label);
+    m_isAsking = true;
+    const auto done = qScopeGuard([&] {
+        if (window)
+            m_isAsking = false;
+    });
+    {
+        const auto pause = m_scripts->pause();
+        m_window.forms().showModal(*form);
+    }
+    if (window && form && !form->cancelled())
+        writeChannel(target, channel, Variant(form->valueText()));
 }
 
 void ActionEngine::setChannel(const Ref<site::Channel>& channel)
 {
-    // 1.
     if (!channel)
         return;
-    // 2. A text channel shows its text as it is, any other its display.
-    if (!m_setForm)
-        m_setForm = new frmSet(&m_window);
+    const QPointer<BenchWindow> window(&m_window);
+    // A text channel shows its text as it is, any other its display.
     const bool isText = channel->DataType() == std::int32_t(site::DataType::String);
-    m_setForm->setValueText(isText ? values::toText(channel->Value())
-                                   : values::format(channel->Value(), channel->Format()));
-    m_setForm->setChannelLabel(channel->Label());
-    // 3. and 4. The value goes as text: the link library converts it.
-    const Ref<site::Logger> target = logger();
-    QString value;
-    if (askForValue(value))
-        writeChannel(target, channel, Variant(value));
+    const QString text =
+        isText ? values::toText(channel->Value()) : values::format(channel->Value(), channel->Format());
+    const QString label = channel->Label();
+    if (window) // the host's channel may have closed the panel
+        askAndWrite(channel, text, &label);
 }
 
 void ActionEngine::setFromTextBox(const Ref<iBenchControl>& control)
@@ -119,21 +146,15 @@ void ActionEngine::setFromTextBox(const Ref<iBenchControl>& control)
     const Ref<site::Channel> channel = control->Channel();
     if (!channel)
         return;
-    if (!m_setForm)
-        m_setForm = new frmSet(&m_window);
     // The form's label stays as the last action left it.
-    m_setForm->setValueText(values::toText(control->Control()->get(TextName)));
-    const Ref<site::Logger> target = logger();
-    QString value;
-    if (askForValue(value))
-        writeChannel(target, channel, Variant(value));
+    askAndWrite(channel, values::toText(values::given(control->Control())->get(TextName)), nullptr);
 }
 
 void ActionEngine::put(const Node& action)
 {
-    const QString value = GetAttribute(action, element::PutValue);
-    const double address = values::val(GetAttribute(action, element::PutAddress, Zero));
-    const double dataType = values::val(GetAttribute(action, element::PutDataType, Zero));
+    const QString value = read(action, element::PutValue);
+    const double address = values::val(read(action, element::PutAddress, Zero));
+    const double dataType = values::val(read(action, element::PutDataType, Zero));
     if (address == 0)
         return;
     PutValue(Variant(value), values::toLong(Variant(address)), values::toLong(Variant(dataType)));
@@ -142,7 +163,7 @@ void ActionEngine::put(const Node& action)
 void ActionEngine::PutValue(const Variant& value, std::int32_t address, std::int32_t dataType)
 {
     const Ref<site::Logger> target = logger();
-    const Ref<site::Channel> channel = target->createChannel();
+    const Ref<site::Channel> channel = values::given(target->createChannel());
     channel->setBaseAddress(address);
     channel->setDataType(dataType);
     writeChannel(target, channel, value);
@@ -150,28 +171,24 @@ void ActionEngine::PutValue(const Variant& value, std::int32_t address, std::int
 
 void ActionEngine::toggle(const Node& action, const Ref<site::Channel>& channel)
 {
-    // 1.
     if (!channel)
         return;
-    // 2.
-    const double checked = values::val(GetAttribute(action, element::CheckedValue, QStringLiteral("1")));
-    const double unchecked = values::val(GetAttribute(action, element::UncheckedValue, Zero));
-    // 3. A value that is neither toggles to unchecked.
-    const bool isUnchecked = values::compareWithNumber(channel->Value(), unchecked) == values::Ordering::Equal;
-    writeChannel(logger(), channel, Variant(isUnchecked ? checked : unchecked));
+    const Ref<site::Logger> target = logger();
+    const double checked = values::val(read(action, element::CheckedValue, QStringLiteral("1")));
+    const double unchecked = values::val(read(action, element::UncheckedValue, Zero));
+    // A value that is neither toggles to unchecked.
+    writeChannel(target, channel, Variant(isUncheckedValue(channel->Value(), unchecked) ? checked : unchecked));
 }
 
 // The link -----------------------------------------------------------------------------------------------------
 
 void ActionEngine::vesper(const Node& action, const QString& function)
 {
-    // 1.
     const QPointer<BenchWindow> window(&m_window);
-    const bool showsProgress = values::val(GetAttribute(action, element::ShowProgress, Zero)) != 0;
+    const bool showsProgress = values::val(read(action, element::ShowProgress, Zero)) != 0;
     if (showsProgress)
         m_window.ShowProgress();
     const QPointer<display::frmProgress> progress = m_window.progressWindow();
-    // 2.
     QString title;
     QString status;
     if (function == QLatin1String("CONNECT")) {
@@ -195,7 +212,7 @@ void ActionEngine::vesper(const Node& action, const QString& function)
         title = QStringLiteral("Unloading Data");
         status = QStringLiteral("Waiting for prompt...");
     }
-    // 3. The window may have closed itself already.
+    // The window may have closed itself already.
     if (showsProgress && window && progress) {
         progress->setCaption(title);
         progress->setSiteText(status);
@@ -205,9 +222,9 @@ void ActionEngine::vesper(const Node& action, const QString& function)
 void ActionEngine::connectOrDisconnect(QString& title)
 {
     const Ref<site::Logger> target = logger();
-    const Ref<site::Link> link = target->Link();
+    const Ref<site::Link> link = values::given(target->Link());
     const LinkState state = link->State();
-    const QString siteName = target->Scheme()->Name();
+    const QString siteName = values::given(target->Scheme())->Name();
     if (state == LinkState::NotConnected || state == LinkState::Broken) {
         title = QStringLiteral("Connecting to: ") + siteName;
         if (!(target->Actions() & site::LiveAction))

@@ -38,19 +38,18 @@ public:
     void setFromTextBox(const Ref<wrappers::iBenchControl>& control);
 
 private:
-    struct Action;
     void setChannel(const Ref<site::Channel>& channel);
     void put(const document::Node& action);
     void toggle(const document::Node& action, const Ref<site::Channel>& channel);
     void vesper(const document::Node& action, const QString& function);
     void connectOrDisconnect(QString& title);
     bool confirmProgramming();
-    /// Shows the form with what it holds; true when it was confirmed and everything is still there.
-    bool askForValue(QString& value);
+    void askAndWrite(const Ref<site::Channel>& channel, const QString& text, const QString* label);
     Ref<site::Logger> logger() const;
 
     BenchWindow& m_window;
     QPointer<frmSet> m_setForm;
+    bool m_isAsking = false;
     std::unique_ptr<ScriptActions> m_scripts;
 };
 

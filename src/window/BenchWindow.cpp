@@ -4,6 +4,8 @@
 #include "document/Elements.h"
 #include "document/XMLOps.h"
 #include "livedata/Scan.h"
+#include "values/Failure.h"
+#include "values/Twips.h"
 #include "window/ActionEngine.h"
 #include "window/Background.h"
 #include "window/BenchWindowObject.h"
@@ -23,6 +25,20 @@ using values::Name;
 using values::RuntimeError;
 using wrappers::BenchControls;
 using wrappers::iBenchControl;
+
+namespace {
+
+// The surface as it was designed, in twips: the size of a panel that shows nothing yet.
+constexpr double DesignWidth = 8505;
+constexpr double DesignHeight = 5895;
+
+void requireStyle(std::int16_t style)
+{
+    if (style != 0 && style != 1)
+        values::raise(ErrorNumber::InvalidPropertyValue);
+}
+
+} // namespace
 
 BenchWindow::BenchWindow(QWidget* parent)
     : BenchWindow(window::controlTypes(), parent)
@@ -74,7 +90,7 @@ BenchControls& BenchWindow::controlsOrRaise() const
 
 void BenchWindow::writeAttribute(Name name, const Variant& value)
 {
-    document::XMLOps::SetAttribute(m_container, name, wrappers::storedText(value), false);
+    document::XMLOps::SetAttribute(container(), name, wrappers::storedText(value), false);
 }
 
 template <class Apply>
@@ -82,13 +98,12 @@ void BenchWindow::forFollowers(Apply apply)
 {
     const Ref<BenchControls> list = m_controls;
     for (std::int32_t place = 1; list && place <= list->Count(); ++place) {
-        try {
+        // A control that refuses keeps its own look.
+        values::attempt([&] {
             const Ref<iBenchControl> control = list->Control(Variant(place));
             if (control->UseWindowSettings())
                 apply(*control);
-        } catch (const RuntimeError&) {
-            // A control without this property keeps its own look.
-        }
+        });
     }
 }
 
@@ -118,17 +133,17 @@ void BenchWindow::setEnabled(bool enabled)
 
 void BenchWindow::setFont(const Ref<FontObject>& font)
 {
-    try {
-        setSurfaceFont(font);
-        forFollowers([&font](iBenchControl& control) { control.setFont(font); });
-    } catch (const RuntimeError&) {
-        return; // no font: the panel keeps the one it has
-    }
+    const Ref<FontObject> shared = font;
+    if (!shared)
+        return; // the panel keeps the one it has
+    setSurfaceFont(shared);
+    forFollowers([&shared](iBenchControl& control) { control.setFont(shared); });
     Q_EMIT PropertyChanged(QStringLiteral("Font"));
 }
 
 void BenchWindow::setBackStyle(std::int16_t style)
 {
+    requireStyle(style);
     Surface::setBackStyle(style);
     writeAttribute(element::BackStyle, Variant(style));
     Q_EMIT PropertyChanged(QStringLiteral("BackStyle"));
@@ -136,6 +151,7 @@ void BenchWindow::setBackStyle(std::int16_t style)
 
 void BenchWindow::setBorderStyle(std::int16_t style)
 {
+    requireStyle(style);
     Surface::setBorderStyle(style);
     writeAttribute(element::BorderStyle, Variant(style));
     Q_EMIT PropertyChanged(QStringLiteral("BorderStyle"));
@@ -201,8 +217,8 @@ bool BenchWindow::Stretch() const
 void BenchWindow::setStretch(bool stretch)
 {
     m_background->setStretch(stretch);
-    Q_EMIT PropertyChanged(QStringLiteral("Stretch"));
     writeAttribute(element::Stretch, Variant(stretch));
+    Q_EMIT PropertyChanged(QStringLiteral("Stretch"));
 }
 
 QString BenchWindow::PictureFile() const
@@ -213,8 +229,8 @@ QString BenchWindow::PictureFile() const
 void BenchWindow::setPictureFile(const QString& file)
 {
     m_background->setPictureFile(file);
-    Q_EMIT PropertyChanged(QStringLiteral("PictureFile"));
     writeAttribute(element::PictureFile, Variant(file));
+    Q_EMIT PropertyChanged(QStringLiteral("PictureFile"));
 }
 
 Ref<surface::Picture> BenchWindow::Picture() const
@@ -228,22 +244,40 @@ void BenchWindow::setPicture(const Ref<surface::Picture>& picture)
     Q_EMIT PropertyChanged(QStringLiteral("Picture"));
 }
 
+QSize BenchWindow::sizeHint() const
+{
+    QRect whole;
+    for (const Ref<surface::LiveControl>& control : controls()) {
+        if (control->visible())
+            whole |= control->bounds();
+    }
+    QSize size(whole.right() + 1, whole.bottom() + 1);
+    if (const Ref<surface::Picture>& background = picture(); background && !Stretch())
+        size = size.expandedTo(background->image().deviceIndependentSize().toSize());
+    if (size.isEmpty())
+        size = {values::twipsToPixels(DesignWidth), values::twipsToPixels(DesignHeight)};
+    return size.boundedTo({QWIDGETSIZE_MAX, QWIDGETSIZE_MAX});
+}
+
 // Logger and host ----------------------------------------------------------------------------------------------
 
 void BenchWindow::setLogger(const Ref<site::Logger>& logger)
 {
+    const QPointer<BenchWindow> alive(this);
+    const Ref<site::Logger> wanted = logger;
     if (m_link)
         QObject::disconnect(m_link.get(), nullptr, this, nullptr);
     m_link = nullptr;
-    m_logger = logger;
-    if (!logger)
-        values::raise(ErrorNumber::ObjectNotSet);
-    m_link = logger->Link();
+    m_logger = wanted;
+    const Ref<site::Link> link = values::given(wanted)->Link();
+    if (!alive || m_logger != wanted || m_link)
+        return; // asked for its link, the logger has had another one set
+    m_link = link;
     // The panel hears of a new state before its controls do.
     if (m_link)
         QObject::connect(m_link.get(), &site::Link::StateChange, this,
                          [this](int state) { followLink(site::LinkState(state)); });
-    controlsOrRaise().AttachLogger(logger);
+    controlsOrRaise().attachTo(wanted, link);
 }
 
 void BenchWindow::setForms(surface::HostForms* forms)
@@ -258,7 +292,7 @@ const std::vector<NewControlMenuItem>& BenchWindow::newControlMenu() const
 
 void BenchWindow::ShowProgress()
 {
-    if (!m_progress)
+    if (!progressWindow())
         m_progress = new display::frmProgress(this, *m_forms);
     m_progress->clear();
     m_progress->setLogger(m_logger);
@@ -267,7 +301,7 @@ void BenchWindow::ShowProgress()
 
 QPointer<display::frmProgress> BenchWindow::progressWindow() const
 {
-    return m_progress;
+    return m_progress && m_progress->isLoaded() ? m_progress : nullptr;
 }
 
 void BenchWindow::Refresh()
@@ -288,12 +322,7 @@ Ref<iBenchControl> BenchWindow::createControl(const QString& type)
 
 Ref<site::SchemeWindows> BenchWindow::schemeWindows()
 {
-    if (!m_logger)
-        values::raise(ErrorNumber::ObjectNotSet);
-    const Ref<site::Scheme> scheme = m_logger->Scheme();
-    if (!scheme)
-        values::raise(ErrorNumber::ObjectNotSet);
-    return scheme->Windows();
+    return values::given(values::given(m_logger)->Scheme())->Windows();
 }
 
 void BenchWindow::discardControl(const Ref<binding::Object>& control)

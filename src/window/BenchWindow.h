@@ -35,7 +35,9 @@ using values::Ref;
 /// to date and the user's clicks act on the logger. SaveWindow stores the panel with its scheme.
 ///
 /// Hiding the panel itself ends its life as a panel; a host that wants to show it again later hides a parent of it
-/// instead. Run-time errors that nobody further down can take arrive at the signal runtimeError.
+/// instead. A container that shows one of its pages at a time (stacked, tabbed, an MDI window) may hide the panel as
+/// often as it likes; for any other that does, see setEndsWhenHidden. Run-time errors that nobody further down can take
+/// arrive at the signal runtimeError.
 class BenchWindow : public surface::Surface,
                     public EditedPanel,
                     private wrappers::PanelWindow,
@@ -100,16 +102,17 @@ public:
     /// in its document: a host that shows several windows of one scheme gives each a panel of its own. Raises 91
     /// without a logger, 6 for a window of more than 32,767 controls (those are shown), and what the scheme raises.
     void LoadWindow(const QString& key);
-    /// Empties the panel; what is placed afterwards belongs to no window of the scheme.
+    /// Empties the panel; what is placed afterwards belongs to a window of no scheme. Needs no logger.
     void Clear();
     /// Brings the document up to date without saving: for a host that saves several panels of one scheme at once.
     void UpdateDocument();
-    /// Brings the document up to date and has the scheme saved; nothing without a current window.
+    /// Brings the document up to date and has the scheme saved; nothing without a current window. A save that fails is
+    /// silent and leaves the document's mark of changes as it was.
     void SaveWindow();
 
     /// Opens the progress window, empty, over this panel; it follows the logger until that has finished.
     void ShowProgress();
-    /// The progress window while it is open.
+    /// The progress window while it is open; null once it has been closed, by whomever.
     QPointer<display::frmProgress> progressWindow() const;
     ActionEngine& actions() const { return *m_actions; }
     PanelEditor& editor() const { return *m_editor; }
@@ -132,6 +135,13 @@ public:
     /// Design values that a host has kept.
     void ReadProperties(const PropertyBag& bag);
     void WriteProperties(PropertyBag& bag) const;
+
+    /// Whether hiding the panel itself ends it, as it does by default. For a host with a container that hides its pages
+    /// themselves and that the panel does not know; the panel ends with its widget then.
+    bool endsWhenHidden() const { return m_endsWhenHidden; }
+    void setEndsWhenHidden(bool ends) { m_endsWhenHidden = ends; }
+    /// The smallest size that shows every visible control whole, and the background at its own size.
+    QSize sizeHint() const override;
 
     /// The types of control that the panel can make.
     wrappers::ControlTypes controlTypes() const override;
@@ -192,9 +202,10 @@ private:
     void forFollowers(Apply apply);
     wrappers::BenchControls& controlsOrRaise() const;
     void announceChange(void (BenchWindow::*signal)());
-    void takeContainer();
-    void applyContainer(document::Node& siteMapNode);
-    void removeStaleSiteMaps();
+    const document::Node& container();
+    Ref<site::SchemeWindow> storedWindow(const QString& key);
+    Ref<site::SchemeWindow> unsavedWindow();
+    document::Node applyContainer();
     void placeSiteMap(const document::Node& siteMapNode);
     void storeFont(const document::Node& parent, binding::Object& font);
     void followLink(site::LinkState state);
@@ -206,7 +217,8 @@ private:
     Ref<site::Link> m_link;
     Ref<wrappers::BenchControls> m_controls;
     Ref<site::SchemeWindow> m_currentWindow;
-    document::Node m_container;
+    document::Node m_container; // null while the current window's has not been needed yet
+    std::uint32_t m_loads = 0;  // how often another window has become the one that is edited
     Ref<BenchWindowObject> m_object;
     std::unique_ptr<ControlFactory> m_factory;
     std::unique_ptr<Background> m_background;
@@ -222,6 +234,7 @@ private:
     bool m_snapToGrid = true;
     bool m_showSiteMap = true;
     bool m_lockMenu = false;
+    bool m_endsWhenHidden = true;
 };
 
 } // namespace zan::window

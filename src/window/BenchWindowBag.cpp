@@ -29,6 +29,13 @@ T readValue(const PropertyBag& bag, const char* key, T defaultValue)
     return Marshal<T>::from(bag.ReadProperty(Name(key), Marshal<T>::to(defaultValue)));
 }
 
+/// What is neither 0 nor 1 is no value of these properties.
+std::int16_t readStyle(const PropertyBag& bag, const char* key, std::int16_t defaultValue)
+{
+    const auto style = readValue<std::int16_t>(bag, key, defaultValue);
+    return style == 0 || style == 1 ? style : defaultValue;
+}
+
 constexpr bool DefaultShowSiteMap = true;
 constexpr bool DefaultLockMenu = false;
 
@@ -54,9 +61,9 @@ void BenchWindow::ReadProperties(const PropertyBag& bag)
     Surface::setBackColor(readValue(bag, "BackColor", values::ButtonFace));
     Surface::setForeColor(readValue(bag, "ForeColor", values::ButtonText));
     Surface::setEnabled(readValue(bag, "Enabled", true));
-    setSurfaceFont(readValue(bag, "Font", ambientFont(*this)));
-    Surface::setBackStyle(readValue<std::int16_t>(bag, "BackStyle", 1));
-    Surface::setBorderStyle(readValue<std::int16_t>(bag, "BorderStyle", 0));
+    setSurfaceFont(readValue(bag, "Font", ambientFont(*this))); // the bag gives a copy
+    Surface::setBackStyle(readStyle(bag, "BackStyle", 1));
+    Surface::setBorderStyle(readStyle(bag, "BorderStyle", 0));
     m_gridSize = readValue(bag, "GridSize", DefaultGridSize);
     m_snapToGrid = readValue(bag, "SnapToGrid", true);
     controlsOrRaise().setLockPositions(readValue(bag, "LockPositions", true));

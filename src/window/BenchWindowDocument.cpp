@@ -5,9 +5,11 @@
 #include "document/Elements.h"
 #include "document/LoadByName.h"
 #include "document/XMLOps.h"
+#include "values/Failure.h"
 #include "window/BenchWindowObject.h"
 #include "window/PanelEditor.h"
 #include "window/SiteMapPlacement.h"
+#include "window/UnsavedWindow.h"
 #include "wrappers/FontNode.h"
 #include "wrappers/ValueText.h"
 
@@ -24,23 +26,34 @@ using binding::Variant;
 using document::Node;
 using document::SpecialChild;
 using document::XMLOps::SetAttribute;
+using surface::FontObject;
 using values::ErrorNumber;
 using values::Name;
-using values::RuntimeError;
 
 namespace {
 
 const QString SiteMapType = QStringLiteral("SITEMAP");
 const QString UnsavedWindowKey = QStringLiteral("RTD");
 
+/// The child of this name that a load takes, made where there is none; a detached one for no parent.
 Node findOrAppend(const Node& parent, Name name)
 {
-    Node child = parent.child(name);
+    Node child = document::specialChild(parent, name);
     if (!child) {
-        child = parent.createElement(name);
+        child = document::XMLOps::CreateElement(name);
         parent.appendChild(child);
     }
     return child;
+}
+
+/// The site map is placed anew by each load: a stored placement must never reach the collection.
+void removeStaleSiteMaps(const Node& tree)
+{
+    std::vector<Node> placed = tree.children(element::Control);
+    for (auto node = placed.rbegin(); node != placed.rend(); ++node) {
+        if (document::XMLOps::GetAttribute(*node, element::Type) == SiteMapType)
+            tree.removeChild(*node);
+    }
 }
 
 } // namespace
@@ -48,81 +61,109 @@ Node findOrAppend(const Node& parent, Name name)
 /// Whoever hears of it may fail, but not take the call along.
 void BenchWindow::announceChange(void (BenchWindow::*signal)())
 {
-    try {
-        Q_EMIT(this->*signal)();
-    } catch (const RuntimeError& error) {
-        reportError(error);
+    const auto report = [this, alive = QPointer<BenchWindow>(this)](const values::RuntimeError& error) {
+        if (alive)
+            reportError(error);
+    };
+    values::atBoundary([&] { Q_EMIT(this->*signal)(); }, report);
+}
+
+/// The element of the window that is edited which holds its settings, made where there is none.
+const Node& BenchWindow::container()
+{
+    if (!m_container)
+        m_container = findOrAppend(m_currentWindow ? m_currentWindow->XML() : Node(), element::Container);
+    return m_container;
+}
+
+/// The window of this key in the scheme, made where there is none.
+Ref<site::SchemeWindow> BenchWindow::storedWindow(const QString& key)
+{
+    const Ref<site::SchemeWindows> windows = values::given(schemeWindows());
+    if (const Ref<site::SchemeWindow> known = windows->Item(Variant(key)))
+        return known;
+    const Ref<site::SchemeWindow> added = values::given(windows->createWindow());
+    added->setKey(key);
+    return values::given(windows->Add(added, key));
+}
+
+/// A fresh window that belongs to no scheme. A scheme makes one that can hold its channels; without one the panel has
+/// a window of its own.
+Ref<site::SchemeWindow> BenchWindow::unsavedWindow()
+{
+    Ref<site::SchemeWindow> fresh;
+    const bool isMade = values::attempt([&] {
+        fresh = values::given(values::given(schemeWindows())->createWindow());
+        fresh->setKey(UnsavedWindowKey);
+        if (!fresh->XML())
+            values::raise(ErrorNumber::ObjectNotSet);
+    });
+    if (!isMade) {
+        fresh = values::make<UnsavedWindow>();
+        fresh->setKey(UnsavedWindowKey);
     }
+    return fresh;
 }
 
 void BenchWindow::LoadWindow(const QString& key)
 {
-    const Ref<BenchWindowObject> alive = m_object;
+    const QPointer<BenchWindow> alive(this);
+    const QString wanted = key;
     announceChange(&BenchWindow::WindowLeaving);
     const auto entered = qScopeGuard([panel = QPointer<BenchWindow>(this)] {
         if (panel)
             panel->announceChange(&BenchWindow::WindowEntered);
     });
-    // 1. The defaults, through the setters: the container of the window shown before is reset in its document too.
+    if (!alive)
+        return;
+    const std::uint32_t load = ++m_loads;
+    // Logger, scheme and whoever is told of a property may end the panel or load something else: that stands then.
+    const auto goesOn = [&] { return alive && m_loads == load; };
+
+    // The defaults go through the setters: the container of the window shown before is reset in its document too.
     InitProperties();
-    // 2.
-    const Ref<site::SchemeWindows> windows = schemeWindows();
-    m_currentWindow = windows->Item(Variant(key));
-    // 3. A window that does not exist is created.
-    if (!m_currentWindow) {
-        const Ref<site::SchemeWindow> window = windows->createWindow();
-        window->setKey(key);
-        m_currentWindow = windows->Add(window, key);
-    }
-    // 4.
-    takeContainer();
-    // 5. and 6.
-    Node siteMapNode;
-    applyContainer(siteMapNode);
-    // 7.
+    if (!goesOn())
+        return;
+    const Ref<site::SchemeWindow> window = storedWindow(wanted);
+    const Node tree = window->XML();
+    if (!goesOn())
+        return;
+    if (!tree)
+        values::raise(ErrorNumber::ObjectNotSet);
+    m_currentWindow = window;
+    m_container = findOrAppend(tree, element::Container);
+    const Node siteMapNode = applyContainer();
+    if (!goesOn())
+        return;
     m_editor->history().clear();
-    removeStaleSiteMaps();
-    // 8. The collection empties the tree of the window shown before and builds this one's controls.
+    removeStaleSiteMaps(tree);
+    // The collection empties the tree of the window shown before and builds this one's controls.
     const Ref<wrappers::BenchControls> list(&controlsOrRaise());
-    list->setXMLNode(m_currentWindow->XML());
-    // 9.
-    placeSiteMap(siteMapNode);
-    // 10.
-    Refresh();
-    // 11. A link that is up already shows at once.
-    if (m_link)
-        followLink(m_link->State());
-}
-
-void BenchWindow::takeContainer()
-{
-    const Node windowNode = m_currentWindow->XML();
-    m_container = windowNode.child(element::Container);
-    if (!m_container) {
-        m_container = document::XMLOps::CreateElement(element::Container);
-        windowNode.appendChild(m_container);
+    list->setXMLNode(tree);
+    if (goesOn())
+        placeSiteMap(siteMapNode);
+    if (goesOn())
+        Refresh();
+    // A link that is up already shows at once.
+    if (const Ref<site::Link> link = goesOn() ? m_link : nullptr) {
+        const site::LinkState state = link->State();
+        if (goesOn())
+            followLink(state);
     }
+    if (alive)
+        updateGeometry();
 }
 
-void BenchWindow::applyContainer(Node& siteMapNode)
+/// Sets the panel's properties from its container. Gives the element of the site map, or null.
+Node BenchWindow::applyContainer()
 {
     std::array special{SpecialChild{element::Font, {}}, SpecialChild{element::SiteMap, {}}};
+    const Ref<FontObject> font = surfaceFont();
     document::loadByName(m_container, *m_object, special);
     const auto& [fontNode, siteMap] = special;
-    siteMapNode = siteMap.node;
     if (fontNode.node)
-        wrappers::applyFontNode(fontNode.node, *surfaceFont());
-}
-
-void BenchWindow::removeStaleSiteMaps()
-{
-    // The site map is placed anew by each load: a stored placement must never reach the collection.
-    const Node windowNode = m_currentWindow->XML();
-    std::vector<Node> placed = windowNode.children(element::Control);
-    for (auto node = placed.rbegin(); node != placed.rend(); ++node) {
-        if (document::XMLOps::GetAttribute(*node, element::Type) == SiteMapType)
-            windowNode.removeChild(*node);
-    }
+        wrappers::applyFontNode(fontNode.node, *font);
+    return siteMap.node;
 }
 
 void BenchWindow::placeSiteMap(const Node& siteMapNode)
@@ -140,12 +181,10 @@ void BenchWindow::UpdateDocument()
 {
     if (!m_currentWindow)
         return;
-    // 1.
     controlsOrRaise().updateAllNodes();
-    // 2.
-    storeFont(m_container, *surfaceFont());
-    // 3.
-    const Node siteMapNode = findOrAppend(m_container, element::SiteMap);
+    const Node settings = container();
+    storeFont(settings, *surfaceFont());
+    const Node siteMapNode = findOrAppend(settings, element::SiteMap);
     SetAttribute(siteMapNode, element::Left, wrappers::storedText(Variant(m_siteMap->Left())));
     SetAttribute(siteMapNode, element::Top, wrappers::storedText(Variant(m_siteMap->Top())));
     SetAttribute(siteMapNode, element::Height, wrappers::storedText(Variant(m_siteMap->Height())));
@@ -157,15 +196,14 @@ void BenchWindow::SaveWindow()
 {
     if (!m_currentWindow)
         return;
-    // 1. to 3.
+    const Ref<site::Logger> logger = m_logger;
+    const Node settings = container();
+    const bool wasMarked = document::XMLOps::IsMarkedChanged(settings);
     UpdateDocument();
-    // 4. A failed save is silent here: the scheme still says that it has changes.
-    try {
-        if (m_logger)
-            m_logger->Scheme()->Save();
-    } catch (const RuntimeError&) {
-        return;
-    }
+    // A save that fails is silent, and no change by itself: the document says of changes what it said before.
+    const bool isSaved = values::attempt([&] { values::given(values::given(logger)->Scheme())->Save(); });
+    if (!isSaved && !wasMarked)
+        document::XMLOps::UnmarkChanged(settings);
 }
 
 void BenchWindow::storeFont(const Node& parent, binding::Object& font)
@@ -175,24 +213,36 @@ void BenchWindow::storeFont(const Node& parent, binding::Object& font)
 
 void BenchWindow::Clear()
 {
+    const QPointer<BenchWindow> alive(this);
     announceChange(&BenchWindow::WindowLeaving);
     const auto entered = qScopeGuard([panel = QPointer<BenchWindow>(this)] {
         if (panel)
             panel->announceChange(&BenchWindow::WindowEntered);
     });
-    // 1. A window record of its own, which belongs to no scheme.
-    m_currentWindow = nullptr;
-    if (m_logger) {
-        m_currentWindow = schemeWindows()->createWindow();
-        m_currentWindow->setKey(UnsavedWindowKey);
-    }
-    // 2. to 5.
+    if (!alive)
+        return;
+    const Ref<wrappers::BenchControls> list(&controlsOrRaise());
+    const std::uint32_t load = ++m_loads;
+    const auto goesOn = [&] { return alive && m_loads == load; };
+
+    const Ref<site::SchemeWindow> fresh = unsavedWindow();
+    if (!goesOn())
+        return;
     m_editor->history().clear();
     m_editor->setCurrentControl(nullptr);
-    const Ref<wrappers::BenchControls> list(&controlsOrRaise());
     list->Clear();
+    if (!goesOn())
+        return;
     cls();
+    // The defaults go to the window shown before once more, so that the tree left behind holds them.
     InitProperties();
+    if (!goesOn())
+        return;
+    // From here on the fresh window is the one that is edited.
+    m_currentWindow = fresh;
+    m_container = Node();
+    list->setXMLNode(fresh->XML());
+    updateGeometry();
 }
 
 } // namespace zan::window

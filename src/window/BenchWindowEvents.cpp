@@ -5,10 +5,14 @@
 #include "document/Elements.h"
 #include "document/XMLOps.h"
 #include "values/Convert.h"
+#include "values/Failure.h"
 #include "window/ActionEngine.h"
 #include "window/Background.h"
 #include "window/PanelEditor.h"
 #include "wrappers/ControlType.h"
+
+#include <QMdiSubWindow>
+#include <QStackedLayout>
 
 #include <array>
 
@@ -17,10 +21,10 @@ namespace zan::window {
 namespace element = document::element;
 using binding::Variant;
 using document::XMLOps::GetAttribute;
+using document::XMLOps::Marking;
 using surface::HostForms;
 using surface::LiveControl;
 using surface::MouseInput;
-using values::RuntimeError;
 using wrappers::OnClick;
 using wrappers::OnDoubleClick;
 
@@ -38,6 +42,27 @@ bool isConnectButton(const wrappers::iBenchControl& control)
            GetAttribute(action, element::Function) == QLatin1String("CONNECT");
 }
 
+bool hasPage(const QLayout* layout, const QWidget& page)
+{
+    if (!layout)
+        return false;
+    if (qobject_cast<const QStackedLayout*>(layout))
+        return layout->indexOf(&page) >= 0;
+    for (int place = 0; place < layout->count(); ++place) {
+        if (hasPage(layout->itemAt(place)->layout(), page))
+            return true;
+    }
+    return false;
+}
+
+/// Whether the widget is a page of a container that hides and shows its pages: a stacked layout or widget, the pages of
+/// a tab widget among them, or an MDI window.
+bool isPage(const QWidget& widget)
+{
+    const QWidget* parent = widget.parentWidget();
+    return parent && (qobject_cast<const QMdiSubWindow*>(parent) || hasPage(parent->layout(), widget));
+}
+
 } // namespace
 
 void BenchWindow::followLink(site::LinkState state)
@@ -47,12 +72,11 @@ void BenchWindow::followLink(site::LinkState state)
         return;
     for (const wrappers::ControlType& type : controlTypes()) {
         const Ref<surface::ControlArray> buttons(alive && type.wearsLinkState ? array(type.arrayName) : nullptr);
-        try {
+        // A button that belongs to no control ends the round.
+        values::attempt([&] {
             for (std::int32_t index = 0; alive && buttons && index <= buttons->uBound(); ++index)
                 captionConnectButton(Ref<LiveControl>(buttons->find(index)), state);
-        } catch (const RuntimeError&) {
-            // A button that belongs to no control ends the round.
-        }
+        });
     }
 }
 
@@ -97,10 +121,12 @@ void BenchWindow::clickedControl(LiveControl& control)
     if (type->click == OnClick::HoldsScanAndRunsAction) {
         // The next scan must not undo what the click shows. COMPAT: marked before the test below, so that a change
         // that comes from the data mutes a scan too.
+        const Marking off(Marking::Off);
         document::XMLOps::SetAttribute(wrapper->XMLNode(), element::IgnoreScan, QStringLiteral("-1"));
         if (!live->enabled())
             return; // the scan is setting the value
     }
+    const Marking on(Marking::On); // what an action does counts, also that of a click which a scan raises
     m_actions->RunAction(wrapper);
 }
 
@@ -149,13 +175,11 @@ void BenchWindow::gotFocus(LiveControl* control)
 
 void BenchWindow::edit(const std::function<void(PanelEditor&)>& command)
 {
-    const QPointer<BenchWindow> alive(this);
-    try {
-        command(*m_editor);
-    } catch (const RuntimeError& error) {
+    const auto report = [this, alive = QPointer<BenchWindow>(this)](const values::RuntimeError& error) {
         if (alive)
             reportError(error);
-    }
+    };
+    values::atBoundary([&] { command(*m_editor); }, report);
 }
 
 void BenchWindow::keyDown(LiveControl* control, int keyCode, int shift)
@@ -226,8 +250,8 @@ void BenchWindow::shown()
 
 void BenchWindow::hidden()
 {
-    // Minimised, or hidden with a parent: the panel lives on.
-    if (!isHidden() || !m_controls)
+    // Minimised, hidden with a parent, or a page of a container that shows another one now: the panel lives on.
+    if (!isHidden() || !m_controls || !m_endsWhenHidden || isPage(*this))
         return;
     m_editor->setCurrentControl(nullptr);
     m_controls->setWindow(nullptr);

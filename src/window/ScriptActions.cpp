@@ -1,6 +1,7 @@
 #include "window/ScriptActions.h"
 
 #include "script/ScriptControl.h"
+#include "values/Failure.h"
 #include "window/BenchWindow.h"
 #include "window/BenchWindowObject.h"
 
@@ -76,11 +77,22 @@ private:
 namespace {
 
 /// A script that the run-time system or its text has stopped: everything that its author needs to find the place.
-QString failureText(const script::ScriptError& error)
+QString failureText(const QString& description, int line, int number, const QString& text)
 {
     // COMPAT: "Pos: " is followed by the error's number, not by its column.
     return QStringLiteral("Scripting error: %1\n\nLine: %2\nPos: %3\nText: %4")
-        .arg(error.Description(), QString::number(error.Line()), QString::number(error.Number()), error.Text());
+        .arg(description, QString::number(line), QString::number(number), text);
+}
+
+QString failureText(const script::ScriptError& error)
+{
+    return failureText(error.Description(), error.Line(), error.Number(), error.Text());
+}
+
+/// What the script was to be given could not be had.
+QString failureText(const values::RuntimeError& error)
+{
+    return failureText(error.description(), 0, error.number(), QString());
 }
 
 /// Scripts are stored in one line.
@@ -138,14 +150,18 @@ void ScriptActions::run(const QString& storedText, const Ref<binding::Object>& c
 QString ScriptActions::failureOf(script::ScriptControl& scripts, const QString& storedText,
                                  const Ref<binding::Object>& control)
 {
+    const Ref<BenchWindowObject> face = m_window.object();
     const Ref<site::Logger> logger = m_window.Logger();
-    const Ref<site::Scheme> scheme = logger ? logger->Scheme() : nullptr;
-    const bool succeeded = scripts.AddObject(QStringLiteral("Window"), m_window.object()) &&
-                           scripts.AddObject(QStringLiteral("Logger"), logger) &&
-                           scripts.AddObject(QStringLiteral("Control"), control) &&
-                           scripts.AddObject(QStringLiteral("Scheme"), scheme) &&
-                           scripts.AddCode(scriptText(storedText)) &&
-                           scripts.Run(QStringLiteral("Main")).has_value();
+    Ref<site::Scheme> scheme;
+    QString failure;
+    if (!values::atBoundary([&] { scheme = logger ? logger->Scheme() : nullptr; },
+                            [&](const values::RuntimeError& error) { failure = failureText(error); }))
+        return failure;
+    const bool succeeded =
+        scripts.AddObject(QStringLiteral("Window"), face) && scripts.AddObject(QStringLiteral("Logger"), logger) &&
+        scripts.AddObject(QStringLiteral("Control"), control) &&
+        scripts.AddObject(QStringLiteral("Scheme"), scheme) && scripts.AddCode(scriptText(storedText)) &&
+        scripts.Run(QStringLiteral("Main")).has_value();
     return succeeded ? QString() : failureText(scripts.Error());
 }
 

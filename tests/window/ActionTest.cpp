@@ -6,6 +6,8 @@
 #include "window/ActionEngine.h"
 
 #include <QCoreApplication>
+#include <QLabel>
+#include <QLineEdit>
 
 using namespace zan;
 using namespace zan::window;
@@ -157,18 +159,36 @@ TEST_F(Action, ToggleWritesTheOtherValueAndUncheckedForAnyThirdOne)
         Variant value;
         double written;
     };
-    for (const Row& row : {Row{Variant(20), 10}, Row{Variant(10), 20}, Row{Variant(3), 20}, Row{Variant(), 20}}) {
+    for (const Row& row : {Row{Variant(20), 10}, Row{Variant(10), 20}, Row{Variant(3), 20}, Row{Variant(), 20},
+                           Row{Variant::null(), 20}, Row{Variant(QStringLiteral("20")), 20},
+                           Row{Variant(QStringLiteral("open")), 20}}) {
         channel->value = row.value;
         click();
         EXPECT_EQ(values::toDouble(logger->live->writes.back().value), row.written);
+        EXPECT_TRUE(errors.empty());
     }
 }
 
-TEST_F(Action, EmptyCountsAsZeroForToggle)
+TEST_F(Action, ToggleOfWhatIsNoNumberWritesUncheckedAlsoWhereThatIsZero)
 {
     button("<TYPE>TOGGLE</TYPE>");
+    for (const Variant& value : {Variant(), Variant::null(), Variant(QStringLiteral("0"))}) {
+        channel->value = value;
+        click();
+        EXPECT_EQ(values::toDouble(logger->live->writes.back().value), 0);
+    }
+    channel->value = Variant(0);
     click();
     EXPECT_EQ(values::toDouble(logger->live->writes.back().value), 1);
+}
+
+TEST_F(Action, WhatAnActionReadsIsNoUnsavedChange)
+{
+    button("<TYPE>TOGGLE</TYPE>");
+    document::XMLOps::UnmarkChanged(logger->scheme->windows->root);
+    click();
+    EXPECT_EQ(logger->live->writes.size(), 1u);
+    EXPECT_FALSE(isChanged());
 }
 
 TEST_F(Action, FailureOfAWriteReachesTheHostAndThePanelGoesOn)
@@ -219,6 +239,24 @@ TEST_F(Action, ProgressWindowSaysWhatIsDoneAndForWhichSite)
     click();
     ASSERT_TRUE(panel->progressWindow());
     EXPECT_EQ(panel->progressWindow()->caption(), u"Disconnecting from: Weir");
+}
+
+TEST_F(Action, ProgressWindowIsMadeAnewInTheVeryTurnInWhichTheFormerOneWent)
+{
+    panel->ShowProgress();
+    const QPointer<display::frmProgress> first = panel->progressWindow();
+    first->close();
+    EXPECT_FALSE(panel->progressWindow()) << "its close box unloads it";
+    panel->ShowProgress();
+    const QPointer<display::frmProgress> second = panel->progressWindow();
+    ASSERT_TRUE(second);
+    EXPECT_NE(second.data(), first.data());
+    second->unload();
+    panel->ShowProgress();
+    ASSERT_TRUE(panel->progressWindow());
+    EXPECT_NE(panel->progressWindow().data(), second.data());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(panel->progressWindow() && panel->progressWindow()->isVisible());
 }
 
 TEST_F(Action, ProgramAsksFirstAndCancelClosesTheProgressWindowAgain)
@@ -373,6 +411,7 @@ class InterruptingForms : public surface::RecordingForms
 {
 public:
     std::function<void()> meanwhile;
+    std::function<void(QDialog&)> onModal; ///< before the form is answered
     int messageBox(QWidget* owner, const QString& text, int style, const QString& title) override
     {
         run();
@@ -382,6 +421,8 @@ public:
     {
         const QPointer<QDialog> open(&form);
         run();
+        if (open && onModal)
+            onModal(form);
         if (open)
             RecordingForms::showModal(form);
     }
@@ -395,6 +436,33 @@ private:
 };
 
 } // namespace
+
+TEST_F(Action, SecondRequestWhileAValueIsAskedForEndsQuietlyAndLeavesTheFirst)
+{
+    InterruptingForms interrupting;
+    panel->setForms(&interrupting);
+    button("<TYPE>SET</TYPE>");
+    channel->value = Variant(1);
+    interrupting.meanwhile = [&] {
+        channel->value = Variant(2);
+        channel->label = QStringLiteral("Second");
+        click();
+    };
+    interrupting.answer(QString());
+    QString shown;
+    interrupting.onModal = [&](QDialog& form) {
+        shown = form.findChild<QLineEdit*>()->text() + form.findChild<QLabel*>()->text();
+    };
+    click();
+    EXPECT_EQ(shown, u"1Gate");
+    EXPECT_EQ(interrupting.boxes().size(), 1u) << "the form was shown once";
+    EXPECT_EQ(logger->live->writes.size(), 1u);
+    EXPECT_TRUE(errors.empty());
+    interrupting.onModal = {};
+    interrupting.answer(QStringLiteral("5"));
+    click();
+    EXPECT_EQ(logger->live->writes.size(), 2u) << "the next request is answered again";
+}
 
 TEST_F(Action, DataArrivesWhileAScriptShowsABox)
 {

@@ -76,6 +76,34 @@ TEST_F(Bag, RoundTripRestoresEveryProperty)
     EXPECT_EQ(other.PictureFile(), u"nowhere.bmp");
 }
 
+TEST_F(Bag, FontThatIsKeptIsACopyAndSoIsTheOneThatIsGiven)
+{
+    const auto font = values::make<surface::FontObject>();
+    font->setName(QStringLiteral("Arial"));
+    panel->setFont(font);
+    PropertyBag bag;
+    panel->WriteProperties(bag);
+    font->setName(QStringLiteral("Tahoma"));
+    BenchWindow first;
+    first.ReadProperties(bag);
+    EXPECT_EQ(first.Font()->name(), u"Arial");
+    first.Font()->setName(QStringLiteral("Verdana"));
+    BenchWindow second;
+    second.ReadProperties(bag);
+    EXPECT_EQ(second.Font()->name(), u"Arial");
+}
+
+TEST_F(Bag, StyleThatIsNoneCountsAsTheDefault)
+{
+    PropertyBag bag;
+    bag.WriteProperty(Name("BackStyle"), Variant(5));
+    bag.WriteProperty(Name("BorderStyle"), Variant(-1));
+    BenchWindow other;
+    other.ReadProperties(bag);
+    EXPECT_EQ(other.BackStyle(), 1);
+    EXPECT_EQ(other.BorderStyle(), 0);
+}
+
 TEST_F(Bag, EmptyBagGivesTheDefaults)
 {
     BenchWindow other;

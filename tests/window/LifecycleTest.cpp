@@ -374,3 +374,149 @@ TEST_F(Lifecycle, DocumentIsBroughtUpToDateWithoutASave)
     EXPECT_EQ(nodeOf("A").child(Name("CONTROL")).child(Name("LEFT")).text(), u"150");
     EXPECT_EQ(logger->scheme->saves, 0);
 }
+
+TEST_F(Lifecycle, AfterClearWhatIsPlacedBelongsToAFreshWindowAndTheFormerHoldsDefaults)
+{
+    fill("A", "<CONTAINER><GRIDSIZE>120</GRIDSIZE></CONTAINER>");
+    fill("A", Label);
+    panel->LoadWindow(QStringLiteral("A"));
+    panel->Clear();
+    EXPECT_EQ(childText(nodeOf("A"), "CONTAINER", "GRIDSIZE"), u"200");
+    const Ref<site::SchemeWindow> fresh = panel->CurrentWindow();
+    EXPECT_FALSE(fresh->XML().child(Name("CONTAINER"))) << "made when first needed";
+    const QString left = nodeOf("A").xml();
+    panel->setGridSize(77);
+    panel->Controls()->Add(QStringLiteral("VB.Label"));
+    panel->SaveWindow();
+    EXPECT_EQ(childText(fresh->XML(), "CONTAINER", "GRIDSIZE"), u"77");
+    EXPECT_TRUE(fresh->XML().child(Name("CONTAINER")).child(Name("FONT")));
+    EXPECT_EQ(fresh->XML().children(Name("CONTROL")).size(), 1u);
+    EXPECT_EQ(nodeOf("A").xml(), left) << "nothing of the former window is touched";
+}
+
+TEST_F(Lifecycle, ClearNeedsNoLogger)
+{
+    BenchWindow bare;
+    bare.InitProperties();
+    EXPECT_EQ(errorOf([&] { bare.Clear(); }), 0);
+    ASSERT_TRUE(bare.CurrentWindow());
+    EXPECT_EQ(bare.CurrentWindow()->Key(), u"RTD");
+    EXPECT_EQ(bare.CurrentWindow()->Count(), 0);
+    bare.Controls()->Add(QStringLiteral("VB.Label"));
+    bare.setGridSize(33);
+    bare.SaveWindow();
+    EXPECT_EQ(bare.CurrentWindow()->XML().children(Name("CONTROL")).size(), 1u);
+    EXPECT_EQ(childText(bare.CurrentWindow()->XML(), "CONTAINER", "GRIDSIZE"), u"33");
+    logger->scheme->windows->onCreate = [] { throw values::RuntimeError(ErrorNumber::PathFileAccess); };
+    EXPECT_EQ(errorOf([&] { panel->Clear(); }), 0) << "nor a scheme that can make a window";
+    EXPECT_EQ(panel->CurrentWindow()->Key(), u"RTD");
+}
+
+TEST_F(Lifecycle, OfTwoFontsAndSiteMapsTheLastOneCountsAndIsTheOneThatIsStored)
+{
+    fill("A",
+         "<CONTAINER xmlns:p='urn:p'><FONT><NAME>Arial</NAME></FONT><SITEMAP><LEFT>1</LEFT></SITEMAP>"
+         "<p:FONT><NAME>Courier New</NAME><SIZE>11</SIZE></p:FONT><SITEMAP><LEFT>2</LEFT></SITEMAP></CONTAINER>");
+    panel->LoadWindow(QStringLiteral("A"));
+    EXPECT_EQ(panel->Font()->name(), u"Courier New");
+    panel->Font()->setName(QStringLiteral("Tahoma"));
+    panel->SaveWindow();
+    const Node container = nodeOf("A").child(Name("CONTAINER"));
+    EXPECT_EQ(childText(container, "FONT", "NAME"), u"Arial");
+    EXPECT_EQ(childText(container, "p:FONT", "NAME"), u"Tahoma");
+    EXPECT_EQ(childText(container, "SITEMAP", "LEFT"), u"1");
+    EXPECT_EQ(container.children(Name("SITEMAP")).back().child(Name("LEFT")).text(), u"2");
+}
+
+TEST_F(Lifecycle, BackStyleAndBorderStyleAreZeroOrOneAndAnythingElseIsRefused)
+{
+    for (const char* name : {"BackStyle", "BorderStyle"}) {
+        for (const int style : {0, 1})
+            EXPECT_EQ(errorOf([&] { panel->object()->put(Name(name), Variant(style)); }), 0);
+        for (const int style : {-1, 2, 7}) {
+            EXPECT_EQ(errorOf([&] { panel->object()->put(Name(name), Variant(style)); }),
+                      int(ErrorNumber::InvalidPropertyValue));
+            EXPECT_EQ(values::toLong(panel->object()->get(Name(name))), 1);
+        }
+    }
+    panel->setBackStyle(1);
+    panel->setBorderStyle(0);
+    fill("A",
+         "<CONTAINER><BACKSTYLE>2</BACKSTYLE><BORDERSTYLE>-3</BORDERSTYLE><GRIDSIZE>99</GRIDSIZE></CONTAINER>");
+    panel->LoadWindow(QStringLiteral("A"));
+    EXPECT_EQ(panel->BackStyle(), 1) << "skipped at a load";
+    EXPECT_EQ(panel->BorderStyle(), 0);
+    EXPECT_EQ(panel->GridSize(), 99);
+}
+
+TEST_F(Lifecycle, ValuesInTheDocumentClickNothing)
+{
+    logger->link->state = site::LinkState::Connected;
+    logger->channel(QStringLiteral("RTD"), QStringLiteral("GATE"));
+    constexpr const char* action = "<BINDTO>RTD|GATE</BINDTO><ACTION><TYPE>TOGGLE</TYPE></ACTION><VALUE>1</VALUE>";
+    for (const char* type : {"VB.CheckBox", "VB.CommandButton", "VB.OptionButton"}) {
+        fill("A",
+             (QByteArray("<CONTROL><TYPE>") + type + "</TYPE>" + action + "</CONTROL>").repeated(2).constData());
+    }
+    panel->LoadWindow(QStringLiteral("A"));
+    EXPECT_TRUE(errors.empty());
+    EXPECT_TRUE(logger->live->writes.empty());
+    EXPECT_EQ(property(6, "Value"), u"True") << "the state itself is shown";
+    const auto box = panel->Controls()->Control(Variant(1));
+    box->setXMLNode(box->XMLNode());
+    live(1)->put(Name("Value"), Variant(0));
+    EXPECT_FALSE(logger->live->writes.empty()) << "from then on a value that is put is a click";
+}
+
+TEST_F(Lifecycle, LockingAFailedSaveAndAScanAreNoUnsavedChanges)
+{
+    logger->link->state = site::LinkState::Connected;
+    logger->channel(QStringLiteral("RTD"), QStringLiteral("STAGE"))->value = Variant(4);
+    fill("A", "<CONTROL><TYPE>VB.Label</TYPE></CONTROL><CONTROL><TYPE>ZanBenchWindow.StatusLight</TYPE></CONTROL>"
+              "<CONTROL><TYPE>ZanBenchWindow.ValueBar</TYPE><BINDTO>RTD|STAGE</BINDTO></CONTROL>"
+              "<CONTROL><TYPE>VB.CheckBox</TYPE><BINDTO>RTD|STAGE</BINDTO></CONTROL>");
+    panel->LoadWindow(QStringLiteral("A"));
+    const auto settle = [this] { document::XMLOps::UnmarkChanged(logger->scheme->windows->root); };
+    settle();
+    panel->setLockPositions(false);
+    panel->setLockPositions(true);
+    EXPECT_FALSE(isChanged());
+    Q_EMIT logger->NewBenchData();
+    logger->link->enter(site::LinkState::Broken);
+    panel->Refresh();
+    EXPECT_FALSE(isChanged());
+    logger->scheme->failure = values::RuntimeError(ErrorNumber::PathFileAccess);
+    live(1)->move(150, 300);
+    panel->SaveWindow();
+    EXPECT_FALSE(isChanged());
+    EXPECT_EQ(nodeOf("A").child(Name("CONTROL")).child(Name("LEFT")).text(), u"150");
+    panel->setGridSize(44);
+    EXPECT_TRUE(isChanged());
+    panel->SaveWindow();
+    EXPECT_TRUE(isChanged()) << "a failed save does not hide a change either";
+}
+
+TEST_F(Lifecycle, WindowsColoursReachTheNodeOfAFollowerThatHasNoSuchColour)
+{
+    fill("A", "<CONTROL><TYPE>MSComctlLib.ProgressBar</TYPE><USEWINDOWSETTINGS>-1</USEWINDOWSETTINGS></CONTROL>");
+    panel->LoadWindow(QStringLiteral("A"));
+    panel->setForeColor({255});
+    EXPECT_TRUE(errors.empty());
+    EXPECT_EQ(nodeOf("A").child(Name("CONTROL")).child(Name("FORECOLOR")).text(), u"255");
+}
+
+TEST_F(Lifecycle, WindowOfTheMostControlsLoadsScansAndSaves)
+{
+    const Node root = nodeOf("A");
+    for (int i = 0; i < 32766; ++i) { // and the site map is the last one
+        const Node control = root.createElement(Name("CONTROL"));
+        control.appendChild(control.createElement(Name("TYPE"), QStringLiteral("VB.Label")));
+        root.appendChild(control);
+    }
+    panel->LoadWindow(QStringLiteral("A"));
+    panel->setBackColor({255});
+    panel->setFont(make<surface::FontObject>());
+    panel->SaveWindow();
+    EXPECT_GE(panel->Controls()->Count(), 32766);
+    EXPECT_EQ(logger->scheme->saves, 1);
+}
