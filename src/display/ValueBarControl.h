@@ -23,6 +23,8 @@ public:
     ~ValueBarControl() override;
     const binding::MemberTable& members() const override;
 
+    /// Shares the font of the scale.
+    void setFont(const Ref<FontObject>& font);
     /// Draws. Raises 11 when the bar cannot be drawn.
     void Refresh() override;
 
