@@ -132,14 +132,12 @@ binding::PropertyBag bagFromText(const QStringList& lines)
         // An attribute of a font: the first one makes the font.
         const values::Name property(QStringView(name).left(dot));
         const Variant stored = bag.ReadProperty(property);
-        auto* font = stored.isObject() ? dynamic_cast<surface::FontObject*>(stored.object()) : nullptr;
-        binding::Ref<surface::FontObject> made;
-        if (!font) {
-            made = values::make<surface::FontObject>();
-            font = made.get();
-            bag.WriteProperty(property, Variant(made));
-        }
+        binding::Ref<surface::FontObject> font(
+            stored.isObject() ? dynamic_cast<surface::FontObject*>(stored.object()) : nullptr);
+        if (!font)
+            font = values::make<surface::FontObject>();
         font->tryPut(values::Name(QStringView(name).mid(dot + 1)), *value);
+        bag.WriteProperty(property, Variant(font)); // a bag gives copies of its fonts
     }
     return bag;
 }
