@@ -216,7 +216,7 @@ TEST(ValueBar, PropertiesOfTheSurfaceWaitForTheNextDrawing)
         bar.put(Name(name), value);
         EXPECT_FALSE(stage.surface.hasPendingChanges()) << name;
     }
-    bar.setValue(51);
+    bar.put(Name("Value"), 51.0);
     EXPECT_TRUE(stage.surface.hasPendingChanges()) << "the next drawing shows them all";
 }
 
