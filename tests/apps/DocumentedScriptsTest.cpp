@@ -75,7 +75,7 @@ TEST_F(DocumentedScripts, ThoseForPanelsRunBehindAButtonOfTheDemo)
         document::XMLOps::SetAttribute(action, Name("SCRIPT"), text, true);
         forms.clearBoxes();
         live.press();
-        captions << live.caption();
+        captions << values::toText(live.get(Name("Caption")));
         for (const auto& box : forms.boxes())
             EXPECT_EQ(box.text, "Stop pump 1?") << text.toStdString();
     }
