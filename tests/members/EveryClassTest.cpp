@@ -40,6 +40,7 @@ const Exemption Exemptions[] = {
     {"TextBox", "SelLength", Left::Unwritten, "ends at the end of the text"},
     {"TextBox", "SelText", Left::Unwritten, "goes into the text, and nothing is marked afterwards"},
     {"CommandButton", "Value", Left::Unwritten, "writing True presses the button, which never stays down"},
+    {"SiteMap", "MapFile", Left::Unwritten, "forgets the name of a map that cannot be loaded"},
     {"SchemeWindow", "XML", Left::Unread, NodesAreHandles},
     {"Channel", "XMLNode", Left::Unread, NodesAreHandles},
     {"BenchControl", "XMLNode", Left::Unread, NodesAreHandles},

@@ -1,5 +1,6 @@
 #include "Specimens.h"
 
+#include "display/SiteMapControl.h"
 #include "display/StatusLightControl.h"
 #include "display/ValueBarControl.h"
 #include "script/ScriptControl.h"
@@ -18,7 +19,6 @@
 #include "trellis/SchemeFile.h"
 #include "window/BenchWindow.h"
 #include "window/BenchWindowObject.h"
-#include "window/SiteMapPlacement.h"
 #include "wrappers/BenchControl.h"
 
 #include <QFile>
@@ -71,6 +71,11 @@ void Specimens::addControls()
         add(array);
         add(array->load(surface::ControlArray::TemplateIndex + 1));
     }
+    const Ref<surface::LiveControl> map =
+        surface.addArray<display::SiteMapControl>(QStringLiteral("SiteMap1")).item(1);
+    static_cast<display::SiteMapControl&>(*map).SelectSite(1); // its font can be put while a site is selected
+    add(map);
+    add(make<display::Sites>());
     add(make<surface::FontObject>());
     add(make<surface::Picture>(QImage(4, 4, QImage::Format_RGB32)));
 }
@@ -84,7 +89,6 @@ void Specimens::addPanel()
     add(panel.Controls());
     add(panel.Controls()->Add(QStringLiteral("VB.Label"), QStringLiteral("Flow")));
     add(make<wrappers::iBenchControl>());
-    add(make<window::SiteMapPlacement>());
 }
 
 void Specimens::addSite()

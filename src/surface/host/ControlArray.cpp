@@ -15,12 +15,6 @@ constexpr int NoSuchElement = 340;
 constexpr int AlreadyLoaded = 360;
 constexpr int MadeAtDesignTime = 362;
 
-[[noreturn]] void raiseNoElement(std::int32_t index)
-{
-    throw values::RuntimeError(NoSuchElement,
-                               QStringLiteral("Control array element '%1' doesn't exist").arg(index));
-}
-
 /// Walks an array by index, so that elements may come and go meanwhile.
 class ElementEnumerator : public binding::Enumerator
 {
@@ -43,6 +37,12 @@ private:
 };
 
 } // namespace
+
+void ControlArray::raiseNoElement(std::int32_t index)
+{
+    throw values::RuntimeError(NoSuchElement,
+                               QStringLiteral("Control array element '%1' doesn't exist").arg(index));
+}
 
 ControlArray::ControlArray(Surface& surface, QString name, ControlCreator creator, const DesignSetup& setup)
     : m_surface(&surface)

@@ -55,6 +55,8 @@ public:
     void restore(const Ref<LiveControl>& element);
     /// Takes an element away. Raises 340 when there is none, 362 for the template.
     void unload(std::int32_t index);
+    /// Raises 340, as a control does whose parts are arrays.
+    [[noreturn]] static void raiseNoElement(std::int32_t index);
 
 private:
     friend class Surface;

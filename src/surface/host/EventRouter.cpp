@@ -186,6 +186,8 @@ bool EventRouter::widgetMouse(LiveControl& control, QWidget& widget, QMouseEvent
     const Ref<LiveControl> alive(&control);
     const QPointF place = placeIn(&control, widget.mapTo(&m_surface, event.position()));
     const bool painted = control.hosting() != LiveControl::Hosting::Widget;
+    if (!painted && control.keepsMouse(place))
+        return false;
     switch (event.type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:

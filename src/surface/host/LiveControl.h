@@ -5,6 +5,7 @@
 #include "values/ChangeCount.h"
 #include "values/Colour.h"
 
+#include <QPointF>
 #include <QRect>
 #include <QString>
 
@@ -125,6 +126,9 @@ public:
     virtual void paint(PaintContext& context, const QRect& rectangle);
     /// Whether the point, in surface pixels, belongs to the control; asked for points inside its bounds only.
     virtual bool hit(QPoint point) const;
+    /// Whether the place, in pixels inside the control, belongs to a part that keeps its mouse events for itself: the
+    /// surface's owner is not told of them. Asked for controls with a widget only.
+    virtual bool keepsMouse(QPointF /*place*/) const { return false; }
     virtual AccessibleRole accessibleRole() const noexcept = 0;
     virtual const Habits& habits() const noexcept;
     /// Whether the control uses the key itself while it has the keyboard: a text of several lines keeps Enter.

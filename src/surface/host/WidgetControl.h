@@ -48,6 +48,8 @@ protected:
     /// True while the control writes to its widget: the widget's signals are then our own doing.
     bool isSyncing() const noexcept { return m_syncing; }
 
+    bool m_tabStop = true;
+
 private:
     friend class Surface;
     friend class WidgetStack;
@@ -57,7 +59,6 @@ private:
 
     QPointer<QWidget> m_widget;
     std::int16_t m_tabIndex = -1;
-    bool m_tabStop = true;
     bool m_syncing = false;
 };
 
