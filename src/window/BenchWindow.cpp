@@ -51,7 +51,8 @@ BenchWindow::BenchWindow(wrappers::ControlTypes types, QWidget* parent)
     , m_factory(std::make_unique<ControlFactory>(*this, types))
     , m_background(std::make_unique<Background>(*this))
     , m_liveData(std::make_unique<livedata::Scan>(types))
-    , m_siteMap(values::make<SiteMapPlacement>())
+    , m_siteMap(
+          std::make_unique<SiteMapPlacement>(*this, [this](const QString& scheme) { Q_EMIT LoadScheme(scheme); }))
     , m_editor(std::make_unique<PanelEditor>(*this))
     , m_actions(std::make_unique<ActionEngine>(*this))
     , m_ownForms(std::make_unique<surface::DesktopForms>())
@@ -193,8 +194,14 @@ void BenchWindow::setLockMenu(bool lock)
 
 void BenchWindow::setShowSiteMap(bool show)
 {
+    m_siteMap->setVisible(show);
     m_showSiteMap = show;
     Q_EMIT PropertyChanged(QStringLiteral("ShowSiteMap"));
+}
+
+Ref<display::SiteMapControl> BenchWindow::SiteMap() const
+{
+    return m_siteMap->control();
 }
 
 bool BenchWindow::HideProtectedControls() const

@@ -11,8 +11,9 @@
 #include <memory>
 
 namespace zan::display {
+class SiteMapControl;
 class frmProgress;
-}
+} // namespace zan::display
 
 namespace zan::window {
 
@@ -79,7 +80,10 @@ public:
     bool Stretch() const;
     void setStretch(bool stretch);
     bool ShowSiteMap() const { return m_showSiteMap; }
+    /// Shows or hides the map at once; its place and its file are read when a window is loaded.
     void setShowSiteMap(bool show);
+    /// The panel's site map, shown or not.
+    Ref<display::SiteMapControl> SiteMap() const;
     bool LockMenu() const { return m_lockMenu; }
     void setLockMenu(bool lock);
     QString PictureFile() const;
@@ -206,7 +210,6 @@ private:
     Ref<site::SchemeWindow> storedWindow(const QString& key);
     Ref<site::SchemeWindow> unsavedWindow();
     document::Node applyContainer();
-    void placeSiteMap(const document::Node& siteMapNode);
     void storeFont(const document::Node& parent, binding::Object& font);
     void followLink(site::LinkState state);
     void captionConnectButton(const Ref<surface::LiveControl>& button, site::LinkState state);
@@ -223,7 +226,7 @@ private:
     std::unique_ptr<ControlFactory> m_factory;
     std::unique_ptr<Background> m_background;
     std::unique_ptr<wrappers::LiveData> m_liveData;
-    Ref<SiteMapPlacement> m_siteMap;
+    std::unique_ptr<SiteMapPlacement> m_siteMap;
     std::unique_ptr<PanelEditor> m_editor;
     std::unique_ptr<ActionEngine> m_actions;
     QPointer<display::frmProgress> m_progress;

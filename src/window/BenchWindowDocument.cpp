@@ -7,6 +7,7 @@
 #include "document/XMLOps.h"
 #include "values/Failure.h"
 #include "window/BenchWindowObject.h"
+#include "window/ControlTypes.h"
 #include "window/PanelEditor.h"
 #include "window/SiteMapPlacement.h"
 #include "window/UnsavedWindow.h"
@@ -17,7 +18,6 @@
 #include <QScopeGuard>
 
 #include <array>
-#include <vector>
 
 namespace zan::window {
 
@@ -25,36 +25,12 @@ namespace element = document::element;
 using binding::Variant;
 using document::Node;
 using document::SpecialChild;
-using document::XMLOps::SetAttribute;
 using surface::FontObject;
 using values::ErrorNumber;
-using values::Name;
 
 namespace {
 
-const QString SiteMapType = QStringLiteral("SITEMAP");
 const QString UnsavedWindowKey = QStringLiteral("RTD");
-
-/// The child of this name that a load takes, made where there is none; a detached one for no parent.
-Node findOrAppend(const Node& parent, Name name)
-{
-    Node child = document::specialChild(parent, name);
-    if (!child) {
-        child = document::XMLOps::CreateElement(name);
-        parent.appendChild(child);
-    }
-    return child;
-}
-
-/// The site map is placed anew by each load: a stored placement must never reach the collection.
-void removeStaleSiteMaps(const Node& tree)
-{
-    std::vector<Node> placed = tree.children(element::Control);
-    for (auto node = placed.rbegin(); node != placed.rend(); ++node) {
-        if (document::XMLOps::GetAttribute(*node, element::Type) == SiteMapType)
-            tree.removeChild(*node);
-    }
-}
 
 } // namespace
 
@@ -131,17 +107,19 @@ void BenchWindow::LoadWindow(const QString& key)
     if (!tree)
         values::raise(ErrorNumber::ObjectNotSet);
     m_currentWindow = window;
-    m_container = findOrAppend(tree, element::Container);
+    m_container = wrappers::findOrAppend(tree, element::Container);
     const Node siteMapNode = applyContainer();
     if (!goesOn())
         return;
     m_editor->history().clear();
-    removeStaleSiteMaps(tree);
+    SiteMapPlacement::removeStale(tree);
     // The collection empties the tree of the window shown before and builds this one's controls.
     const Ref<wrappers::BenchControls> list(&controlsOrRaise());
     list->setXMLNode(tree);
-    if (goesOn())
-        placeSiteMap(siteMapNode);
+    if (goesOn() && m_showSiteMap)
+        list->Add(SiteMapType.toString(), QString());
+    if (goesOn() && m_showSiteMap)
+        m_siteMap->apply(siteMapNode);
     if (goesOn())
         Refresh();
     // A link that is up already shows at once.
@@ -166,17 +144,6 @@ Node BenchWindow::applyContainer()
     return siteMap.node;
 }
 
-void BenchWindow::placeSiteMap(const Node& siteMapNode)
-{
-    if (!m_showSiteMap)
-        return;
-    controlsOrRaise().Add(SiteMapType, QString());
-    std::array special{SpecialChild{element::Font, {}}};
-    document::loadByName(siteMapNode, *m_siteMap, special);
-    if (special[0].node)
-        wrappers::applyFontNode(special[0].node, *m_siteMap->Font());
-}
-
 void BenchWindow::UpdateDocument()
 {
     if (!m_currentWindow)
@@ -184,12 +151,7 @@ void BenchWindow::UpdateDocument()
     controlsOrRaise().updateAllNodes();
     const Node settings = container();
     storeFont(settings, *surfaceFont());
-    const Node siteMapNode = findOrAppend(settings, element::SiteMap);
-    SetAttribute(siteMapNode, element::Left, wrappers::storedText(Variant(m_siteMap->Left())));
-    SetAttribute(siteMapNode, element::Top, wrappers::storedText(Variant(m_siteMap->Top())));
-    SetAttribute(siteMapNode, element::Height, wrappers::storedText(Variant(m_siteMap->Height())));
-    SetAttribute(siteMapNode, element::Width, wrappers::storedText(Variant(m_siteMap->Width())));
-    storeFont(siteMapNode, *m_siteMap->Font());
+    m_siteMap->store(settings);
 }
 
 void BenchWindow::SaveWindow()
@@ -208,7 +170,7 @@ void BenchWindow::SaveWindow()
 
 void BenchWindow::storeFont(const Node& parent, binding::Object& font)
 {
-    wrappers::storeFontNode(findOrAppend(parent, element::Font), font);
+    wrappers::storeFontNode(wrappers::findOrAppend(parent, element::Font), font);
 }
 
 void BenchWindow::Clear()

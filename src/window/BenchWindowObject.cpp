@@ -1,5 +1,7 @@
 #include "window/BenchWindowObject.h"
 
+#include "display/SiteMapControl.h"
+
 namespace zan::window {
 
 BenchWindow& BenchWindowObject::window() const
@@ -32,6 +34,7 @@ const binding::MemberTable& BenchWindowObject::members() const
                 property<&C::Logger, &C::setLogger>("Logger"),
                 property<&C::Stretch, &C::setStretch>("Stretch"),
                 property<&C::ShowSiteMap, &C::setShowSiteMap>("ShowSiteMap"),
+                readOnly<&C::SiteMap>("SiteMap"),
                 method<&C::Refresh>("Refresh"),
                 property<&C::Picture, &C::setPicture>("Picture"),
                 property<&C::PictureFile, &C::setPictureFile>("PictureFile"),

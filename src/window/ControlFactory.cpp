@@ -65,7 +65,7 @@ Ref<wrappers::iBenchControl> ControlFactory::CreateControl(const QString& typeKe
     ControlArray* array = type && type->create ? m_surface.array(type->arrayName) : nullptr;
     if (!array)
         return {};
-    const Ref<LiveControl> live = liveControl(*array);
+    const Ref<LiveControl> live = liveControl(*type, *array);
     style(*live, *type, positionsLocked);
     const auto wrapper = values::make<wrappers::BenchControl>();
     wrapper->setPictureLoader(&pictureLoader());
@@ -73,7 +73,7 @@ Ref<wrappers::iBenchControl> ControlFactory::CreateControl(const QString& typeKe
     return wrapper;
 }
 
-Ref<LiveControl> ControlFactory::liveControl(ControlArray& array)
+Ref<LiveControl> ControlFactory::liveControl(const ControlType& type, ControlArray& array)
 {
     const Ref<LiveControl> last = array.item(array.uBound());
     if (m_templateInUse.insert(&array).second) {
@@ -83,6 +83,8 @@ Ref<LiveControl> ControlFactory::liveControl(ControlArray& array)
         last->tabLast();
         return last;
     }
+    if (type.isSingle)
+        return last;
     const Ref<LiveControl> element = array.load(array.uBound() + 1);
     element->move(last->left(), last->top() + last->height() + ElementGap);
     return element;

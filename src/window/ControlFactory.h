@@ -48,7 +48,7 @@ public:
 
 private:
     void buildNewControlMenu();
-    Ref<surface::LiveControl> liveControl(surface::ControlArray& array);
+    Ref<surface::LiveControl> liveControl(const wrappers::ControlType& type, surface::ControlArray& array);
     void style(surface::LiveControl& control, const wrappers::ControlType& type, bool positionsLocked);
     /// Gives a control those of the surface's font and colours that the styling names.
     void dress(surface::LiveControl& control, unsigned styling);

@@ -1,5 +1,6 @@
 #include "window/ControlTypes.h"
 
+#include "display/SiteMapControl.h"
 #include "display/StatusLightControl.h"
 #include "display/ValueBarControl.h"
 #include "livedata/BarDisplay.h"
@@ -174,10 +175,12 @@ constexpr std::array<ControlType, 13> table{{
      .press = OnPress::SystemMove,
      .selectsOnHover = true,
      .selectsOnFocus = true},
-    {.key = u"SITEMAP",
+    {.key = SiteMapType,
      .menuCaption = u"",
      .arrayName = u"SiteMap1",
      .design = {360, -120, 1695, 3495},
+     .create = make<SiteMapControl>,
+     .isSingle = true,
      .press = OnPress::HostDrag,
      .selectsOnHover = true,
      .drop = OnDrop::MovesIt},

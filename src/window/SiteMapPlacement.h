@@ -1,34 +1,46 @@
 #pragma once
 
-#include "surface/text/FontObject.h"
+#include "display/SiteMapControl.h"
+#include "document/Node.h"
 
-#include <cstdint>
+#include <functional>
+
+namespace zan::surface {
+class Surface;
+}
 
 namespace zan::window {
 
-/// Where a panel's site map lies and in which font: what a document keeps of it, also while no map is shown. The
-/// loader sets it by element names. Measures are twips.
-class SiteMapPlacement : public binding::Object
+using values::Ref;
+
+/// A panel's site map: the one control that belongs to the panel and not to its list, and what a document keeps of it,
+/// also while it is not shown. A panel that knows no site map has none; nothing happens then.
+class SiteMapPlacement final : private display::SiteMapControl::Host
 {
 public:
-    float Left() const noexcept { return m_left; }
-    void setLeft(float left) noexcept { m_left = left; }
-    float Top() const noexcept { return m_top; }
-    void setTop(float top) noexcept { m_top = top; }
-    float Width() const noexcept { return m_width; }
-    void setWidth(float width) noexcept { m_width = width; }
-    float Height() const noexcept { return m_height; }
-    void setHeight(float height) noexcept { m_height = height; }
-    const values::Ref<surface::FontObject>& Font() const noexcept { return m_font; }
+    using Chosen = std::function<void(const QString& scheme)>;
 
-    const binding::MemberTable& members() const override;
+    /// `chosen` is told when a site is chosen. It may do anything, delete the panel included.
+    SiteMapPlacement(surface::Surface& surface, Chosen chosen);
+    ~SiteMapPlacement();
+    SiteMapPlacement(const SiteMapPlacement&) = delete;
+    SiteMapPlacement& operator=(const SiteMapPlacement&) = delete;
+
+    const Ref<display::SiteMapControl>& control() const noexcept { return m_control; }
+    void setVisible(bool visible);
+    /// Takes out of a window every stored placement of a site map: it is placed anew by each load.
+    static void removeStale(const document::Node& window);
+    /// Sets every child of the document's record on the map by name, failures ignored, its font last, and shows it. The
+    /// record may be null.
+    void apply(const document::Node& record);
+    /// Writes place and font into the record in the window's container, which is made when it is missing.
+    void store(const document::Node& container) const;
 
 private:
-    float m_left = 360;
-    float m_top = -120;
-    float m_width = 1695;
-    float m_height = 3495;
-    values::Ref<surface::FontObject> m_font = values::make<surface::FontObject>();
+    void loadScheme(const QString& site) override;
+
+    Ref<display::SiteMapControl> m_control;
+    Chosen m_chosen;
 };
 
 } // namespace zan::window

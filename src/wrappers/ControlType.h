@@ -86,6 +86,8 @@ struct ControlType
     TwipsRectangle design;                           ///< where the array's template lies
     Ref<surface::LiveControl> (*create)() = nullptr; ///< null while there is no such control: the key is unknown
 
+    bool isSingle = false; ///< the template is the only one there ever is
+
     unsigned styling = NoStyling;
     bool restylesTemplate = false;         ///< design values that a host has kept reach its template
     std::optional<LockBorder> border = {}; ///< for those whose border tells of the lock

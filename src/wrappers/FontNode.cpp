@@ -12,6 +12,16 @@ namespace zan::wrappers {
 using document::Node;
 namespace element = document::element;
 
+Node findOrAppend(const Node& parent, values::Name name)
+{
+    Node child = document::specialChild(parent, name);
+    if (!child) {
+        child = document::XMLOps::CreateElement(name);
+        parent.appendChild(child);
+    }
+    return child;
+}
+
 void applyFontNode(const Node& fontNode, binding::Object& font)
 {
     document::loadByName(fontNode, font);

@@ -216,6 +216,7 @@ TEST_F(Lifecycle, LoadedFormReloadsToTheSameTree)
     panel->SaveWindow();
     const QString first = nodeOf("A").xml();
     BenchWindow second;
+    second.setShowSiteMap(false);
     second.InitProperties();
     second.setLogger(logger);
     second.LoadWindow(QStringLiteral("A"));

@@ -28,6 +28,7 @@ protected:
     {
         panel->setForms(&forms);
         panel->InitProperties();
+        panel->setShowSiteMap(false); // tests of the map show it
         panel->setLogger(logger);
         QObject::connect(panel.get(), &BenchWindow::runtimeError, panel.get(),
                          [this](int number, const QString&) { errors.push_back(number); });
