@@ -39,7 +39,8 @@ DemoResult demoIn(const QString& folder)
     if (!place.mkpath(QStringLiteral(".")))
         return {{}, QStringLiteral("The folder %1 for the demo could not be made.").arg(folder)};
     const QString scheme = QStringLiteral("weir.scheme");
-    for (const QString& name : {QStringLiteral("weir.gif"), scheme})
+    for (const QString& name : {QStringLiteral("weir.gif"), QStringLiteral("region.map"),
+                                QStringLiteral("region.scheme"), QStringLiteral("tarn.scheme"), scheme})
         if (const QString error = provide(name, place); !error.isEmpty())
             return {{}, error};
     return {place.filePath(scheme), {}};

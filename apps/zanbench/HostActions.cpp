@@ -23,6 +23,9 @@ HostActions::HostActions(QObject* parent)
     lock->setToolTip(QStringLiteral("Keep the controls of the panels where they are"));
     hideProtected = make(QStringLiteral("hideProtected"), QStringLiteral("&Hide protected controls"), {}, true);
     siteMap = make(QStringLiteral("siteMap"), QStringLiteral("Site &map on this panel"), {}, true);
+    back = make(QStringLiteral("back"), QStringLiteral("&Back"), QKeySequence(Qt::ALT | Qt::Key_Left));
+    back->setToolTip(QStringLiteral("Return to the scheme from whose map this one was opened"));
+    back->setEnabled(false);
     previousWindow = make(QStringLiteral("previousWindow"), QStringLiteral("&Previous window"),
                           QKeySequence(Qt::CTRL | Qt::Key_PageUp));
     nextWindow = make(QStringLiteral("nextWindow"), QStringLiteral("&Next window"),
@@ -61,6 +64,8 @@ void HostActions::fillMenus(QMenuBar& bar, QAction* showWindowList)
     QMenu* panel = bar.addMenu(QStringLiteral("&Panel"));
     panel->addActions({lock, hideProtected, siteMap});
     QMenu* view = bar.addMenu(QStringLiteral("&View"));
+    view->addAction(back);
+    view->addSeparator();
     view->addActions({previousWindow, nextWindow});
     view->addSeparator();
     showWindowList->setText(QStringLiteral("&List of windows"));
@@ -73,7 +78,7 @@ void HostActions::fillMenus(QMenuBar& bar, QAction* showWindowList)
 void HostActions::fillToolBar(QToolBar& bar)
 {
     bar.setToolButtonStyle(Qt::ToolButtonTextOnly);
-    bar.addActions({open, save});
+    bar.addActions({back, open, save});
     bar.addSeparator();
     bar.addAction(connectLink);
     bar.addSeparator();

@@ -26,6 +26,7 @@ public:
     QAction* lock;
     QAction* hideProtected;
     QAction* siteMap;
+    QAction* back;
     QAction* previousWindow;
     QAction* nextWindow;
     QAction* fullScreen;

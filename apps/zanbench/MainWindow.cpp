@@ -71,6 +71,7 @@ MainWindow::MainWindow(Settings& settings, HostDialogs& dialogs, HostStatus::Clo
     m_panelHost = values::make<PanelHost>([this](const QString& key) { showForScript(key); });
     connectActions();
     connectPages();
+    connectTrail();
     connectZoom();
     followLink();
 
@@ -275,6 +276,7 @@ bool MainWindow::openScheme(const OpenOptions& options)
         return false;
     }
     closeSite();
+    setTrail({});
     m_site = std::move(opened.site);
     m_watch = std::make_unique<ChangeWatch>(Ref<trellis::SchemeFile>(&m_site->scheme()));
     // Panels name their pictures relative to the scheme that they belong to.

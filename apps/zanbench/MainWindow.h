@@ -11,6 +11,7 @@
 #include "zanbench/PanelForms.h"
 #include "zanbench/PanelHost.h"
 #include "zanbench/PanelPages.h"
+#include "zanbench/SchemeTrail.h"
 #include "zanbench/Settings.h"
 #include "zanbench/StartPage.h"
 
@@ -73,6 +74,11 @@ private:
     void followPage();
     void showForScript(const QString& key);
     void connectPages();
+    void connectTrail();
+    void openFromMap(const QString& scheme, const QString& mapFile);
+    void goBack();
+    void openOnTrail(const SchemePlace& place, const SchemeTrail& trail);
+    void setTrail(const SchemeTrail& trail);
     void fitToPanel();
     void keepOnScreen();
     void setZoom(int percent);
@@ -96,6 +102,7 @@ private:
     PanelForms m_forms; // outlives the panels
     std::unique_ptr<OpenedSite> m_site;
     std::unique_ptr<ChangeWatch> m_watch; // of the open site
+    SchemeTrail m_trail;
     Ref<PanelHost> m_panelHost;
     HostActions m_actions;
     HostStatus* m_status;

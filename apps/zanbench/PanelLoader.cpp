@@ -1,5 +1,6 @@
 #include "zanbench/PanelLoader.h"
 
+#include "document/Elements.h"
 #include "values/Twips.h"
 
 #include <algorithm>
@@ -11,6 +12,22 @@ namespace {
 constexpr QSize SmallestPanel(320, 200);
 constexpr int LargestSide = 16384;
 constexpr int Margin = 16;
+const values::Name MapFileName("MapFile");
+
+/// Whether the document of a window names a map file.
+bool namesMap(const OpenedSite& site, const QString& key)
+{
+    namespace element = document::element;
+    const Ref<site::SchemeWindow> window = site.scheme().Windows()->Item(binding::Variant(key));
+    if (!window)
+        return false;
+    const document::Node record = window->XML().child(element::Container).child(element::SiteMap);
+    for (document::Node child = record.firstChildElement(); child; child = child.nextSiblingElement()) {
+        if (child.name().equalsIgnoringCase(MapFileName) && !child.text().isEmpty())
+            return true;
+    }
+    return false;
+}
 
 } // namespace
 
@@ -25,8 +42,8 @@ std::unique_ptr<window::BenchWindow> loadPanel(const OpenedSite& site, const QSt
         panel->ReadProperties(*bag);
     } else {
         panel->InitProperties();
-        // Panels of a site lie beside each other in the host's list; a map on each of them is for who asks for it.
-        panel->setShowSiteMap(false);
+        // Panels of a site lie beside each other in the host's list; a map is for those whose document names one.
+        panel->setShowSiteMap(namesMap(site, key));
     }
     panel->setLogger(site.logger());
     panel->LoadWindow(key);

@@ -2,6 +2,8 @@
 
 #include "zanbench/PanelLoader.h"
 
+#include "display/SiteMapControl.h"
+
 #include <algorithm>
 
 namespace zan::host {
@@ -142,6 +144,11 @@ PanelPages::Page& PanelPages::load(const QString& key)
     page.view = view;
     page.panel = panel;
     followZoom();
+    connect(panel, &window::BenchWindow::LoadScheme, this, [this, panel](const QString& scheme) {
+        const QString mapFile = panel->SiteMap() ? panel->SiteMap()->mapFile() : QString();
+        const auto tell = [this, scheme, mapFile] { Q_EMIT schemeChosen(scheme, mapFile); };
+        QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+    });
     connect(panel, &window::BenchWindow::WindowLeaving, this, [this, panel] {
         if (Page* left = pageOf(*panel))
             leaving(*left);

@@ -72,6 +72,9 @@ public:
 Q_SIGNALS:
     /// Another window is shown, or the list of the scheme's windows may be another: by show() or by a script.
     void shownChanged();
+    /// A site was chosen on a panel's map: its SCHEME, and the map file that it stands in. Comes when the choice has
+    /// ended, so that the panel may go.
+    void schemeChosen(const QString& scheme, const QString& mapFile);
     /// A panel has failed where nobody could take the error.
     void failed(int number, const QString& description);
 

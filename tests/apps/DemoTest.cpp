@@ -3,6 +3,7 @@
 #include "zanbench/LiveValues.h"
 #include "zanbench/PanelLoader.h"
 
+#include "display/SiteMapControl.h"
 #include "values/Convert.h"
 
 using namespace zan;
@@ -146,4 +147,29 @@ TEST_F(DemoTest, EveryPanelShowsLiveValuesAfterConnecting)
             EXPECT_NE(caption, "ERROR!") << control->BindTo().toStdString();
         }
     }
+}
+
+TEST_F(DemoTest, RegionHasADozenSitesTwoOfWhichAreSchemes)
+{
+    const QString folder = QFileInfo(demo()).path();
+    QDir::setCurrent(folder);
+    const auto opened = host::OpenedSite::open(folder + QStringLiteral("/region.scheme"), {});
+    ASSERT_TRUE(opened.site) << opened.error.toStdString();
+    const auto panel = host::loadPanel(*opened.site, QStringLiteral("Region"));
+    const display::SiteChart& chart = panel->SiteMap()->chart();
+    ASSERT_EQ(chart.shownCount(), 12);
+    QStringList schemes;
+    for (int site = 1; site <= chart.count(); ++site) {
+        if (!chart.site(site).scheme.isEmpty())
+            schemes << chart.site(site).scheme;
+    }
+    EXPECT_EQ(schemes, (QStringList{"tarn.scheme", "weir.scheme"}));
+    for (const QString& scheme : schemes) {
+        const auto site = host::OpenedSite::open(folder + u'/' + scheme, {});
+        ASSERT_TRUE(site.site) << site.error.toStdString();
+        EXPECT_TRUE(site.site->canConnect()) << site.site->loggerProblem().toStdString();
+    }
+    // No site lies on another.
+    for (int site = 1; site <= chart.count(); ++site)
+        EXPECT_EQ(chart.siteAt(chart.site(site).label.pixels().center()), site);
 }

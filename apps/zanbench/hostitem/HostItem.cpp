@@ -5,6 +5,7 @@
 #include "zanbench/hostitem/HostEditing.h"
 #include "zanbench/hostitem/HostInput.h"
 #include "zanbench/hostitem/HostLogger.h"
+#include "zanbench/hostitem/HostMap.h"
 #include "zanbench/hostitem/HostPicture.h"
 #include "zanbench/hostitem/HostReport.h"
 #include "zanbench/hostitem/HostText.h"
@@ -25,10 +26,11 @@ Ref<HostFamily> makeFamily(HostRun& run)
 }
 
 /// Every family, one row each. No two of them have a member of the same name.
-constexpr std::array<FamilyMaker, 9> FamilyMakers = {
+constexpr std::array<FamilyMaker, 10> FamilyMakers = {
     &makeFamily<HostReport>,  &makeFamily<HostTime>,   &makeFamily<HostInput>,
     &makeFamily<HostBoxes>,   &makeFamily<HostText>,   &makeFamily<HostDocument>,
     &makeFamily<HostPicture>, &makeFamily<HostLogger>, &makeFamily<HostEditing>,
+    &makeFamily<HostMap>,
 };
 
 } // namespace
