@@ -1,5 +1,6 @@
 #pragma once
 
+#include "binding/Member.h"
 #include "binding/PropertyBag.h"
 #include "display/SiteChart.h"
 #include "display/Sites.h"

@@ -69,7 +69,7 @@ TEST_F(SiteMapPanel, PlaceAndEveryOtherChildOfTheRecordAreSetByNameTheMapFileInc
     // In the order of the document: the offset behind the file comes too late for it.
     EXPECT_EQ(map()->chart().site(1).label.left, 150 + 1000 - map()->chart().site(1).label.width / 2);
     EXPECT_EQ(map()->chart().site(2).label.top, 50 + 750);
-    EXPECT_EQ(map()->rowOffset(), 90);
+    EXPECT_EQ(values::toSingle(map()->get(Name("RowOffset"))), 90);
 }
 
 TEST_F(SiteMapPanel, MapIsTheLastControlOfTheListAndIsStoredUntilTheNextLoad)
@@ -220,9 +220,9 @@ TEST_F(SiteMapPanel, ScriptReachesTheMapThroughTheWindow)
 TEST_F(SiteMapPanel, WindowsColoursPassTheMapByAndItsFontIsSharedWithIt)
 {
     panel->LoadWindow(QStringLiteral("A"));
-    const auto colour = map()->backColour();
+    const auto colour = map()->backColor();
     panel->setBackColor(values::rgb(1, 2, 3));
-    EXPECT_EQ(map()->backColour(), colour);
+    EXPECT_EQ(map()->backColor(), colour);
     const auto font = values::make<surface::FontObject>();
     panel->setFont(font);
     EXPECT_EQ(map()->font(), font);
