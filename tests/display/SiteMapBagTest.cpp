@@ -96,7 +96,8 @@ TEST_F(SiteMapBag, EveryChangedPropertyComesBackInItsOrder)
     EXPECT_EQ(number("RowOffset"), 200);
     // The bag's font is the bag's own.
     map->font()->setSize({80000});
-    EXPECT_EQ(binding::Marshal<Ref<surface::FontObject>>::from(bag.ReadProperty(Name("Font")))->size().scaled, 200000);
+    EXPECT_EQ(binding::Marshal<Ref<surface::FontObject>>::from(bag.ReadProperty(Name("Font")))->size().scaled,
+              200000);
 }
 
 TEST_F(SiteMapBag, ValuesThatArentOfThePropertyCountAsTheirDefaults)

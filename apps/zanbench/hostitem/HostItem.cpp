@@ -27,10 +27,9 @@ Ref<HostFamily> makeFamily(HostRun& run)
 
 /// Every family, one row each. No two of them have a member of the same name.
 constexpr std::array<FamilyMaker, 10> FamilyMakers = {
-    &makeFamily<HostReport>,  &makeFamily<HostTime>,   &makeFamily<HostInput>,
-    &makeFamily<HostBoxes>,   &makeFamily<HostText>,   &makeFamily<HostDocument>,
-    &makeFamily<HostPicture>, &makeFamily<HostLogger>, &makeFamily<HostEditing>,
-    &makeFamily<HostMap>,
+    &makeFamily<HostReport>,  &makeFamily<HostTime>,     &makeFamily<HostInput>,   &makeFamily<HostBoxes>,
+    &makeFamily<HostText>,    &makeFamily<HostDocument>, &makeFamily<HostPicture>, &makeFamily<HostLogger>,
+    &makeFamily<HostEditing>, &makeFamily<HostMap>,
 };
 
 } // namespace
