@@ -48,7 +48,7 @@ void BenchWindow::announceChange(void (BenchWindow::*signal)())
 const Node& BenchWindow::container()
 {
     if (!m_container)
-        m_container = findOrAppend(m_currentWindow ? m_currentWindow->XML() : Node(), element::Container);
+        m_container = wrappers::findOrAppend(m_currentWindow ? m_currentWindow->XML() : Node(), element::Container);
     return m_container;
 }
 
