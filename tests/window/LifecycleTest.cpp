@@ -418,6 +418,7 @@ TEST_F(Lifecycle, OfTwoFontsAndSiteMapsTheLastOneCountsAndIsTheOneThatIsStored)
     fill("A",
          "<CONTAINER xmlns:p='urn:p'><FONT><NAME>Arial</NAME></FONT><SITEMAP><LEFT>1</LEFT></SITEMAP>"
          "<p:FONT><NAME>Courier New</NAME><SIZE>11</SIZE></p:FONT><SITEMAP><LEFT>2</LEFT></SITEMAP></CONTAINER>");
+    panel->setShowSiteMap(true);
     panel->LoadWindow(QStringLiteral("A"));
     EXPECT_EQ(panel->Font()->name(), u"Courier New");
     panel->Font()->setName(QStringLiteral("Tahoma"));
