@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/NodeImage.h"
+#include "surface/host/LiveControl.h"
 #include "wrappers/BenchControls.h"
 #include "wrappers/ControlType.h"
 
