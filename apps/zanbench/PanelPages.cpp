@@ -125,7 +125,7 @@ PanelPages::Page& PanelPages::load(const QString& key)
     const auto prepare = [this](window::BenchWindow& panel) {
         panel.setForms(&m_forms);
         panel.setHost(m_host);
-        connect(&panel, &surface::Surface::runtimeError, this, &PanelPages::failed);
+        connect(&panel, &window::BenchWindow::runtimeError, this, &PanelPages::failed);
     };
     std::unique_ptr<window::BenchWindow> loaded =
         loadPanel(*m_site, key, m_settings.bag(m_site->scheme().path(), key), prepare);

@@ -11,23 +11,23 @@ namespace zan::host {
 
 namespace {
 
-/// Moving a widget to another parent hides it for a moment, which would be the end of a panel: it hears nothing of it.
-class Unheard
+/// Moving a widget to another parent hides it for a moment, which would be the end of a panel: not of this one.
+class Moving
 {
 public:
-    explicit Unheard(window::BenchWindow& panel)
+    explicit Moving(window::BenchWindow& panel)
         : m_panel(panel)
-        , m_events(panel.events())
+        , m_ends(panel.endsWhenHidden())
     {
-        panel.setEvents(nullptr);
+        panel.setEndsWhenHidden(false);
     }
-    ~Unheard() { m_panel.setEvents(m_events); }
-    Unheard(const Unheard&) = delete;
-    Unheard& operator=(const Unheard&) = delete;
+    ~Moving() { m_panel.setEndsWhenHidden(m_ends); }
+    Moving(const Moving&) = delete;
+    Moving& operator=(const Moving&) = delete;
 
 private:
     window::BenchWindow& m_panel;
-    surface::SurfaceEvents* m_events;
+    bool m_ends;
 };
 
 } // namespace
@@ -71,7 +71,7 @@ double PanelView::shownZoom() const
 
 void PanelView::showPlain()
 {
-    const Unheard unheard(*m_panel);
+    const Moving moving(*m_panel);
     if (m_proxy)
         m_proxy->setWidget(nullptr); // gives the panel back
     delete m_proxy;
@@ -84,7 +84,7 @@ void PanelView::showPlain()
 
 void PanelView::showScaled()
 {
-    const Unheard unheard(*m_panel);
+    const Moving moving(*m_panel);
     m_plain->takeWidget();
     m_isScaled = true;
     m_proxy = m_scaled->scene()->addWidget(m_panel);

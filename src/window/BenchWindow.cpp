@@ -1,30 +1,24 @@
 #include "window/BenchWindow.h"
 
+#include "display/SiteMapControl.h"
 #include "display/frmProgress.h"
-#include "document/Elements.h"
-#include "document/XMLOps.h"
-#include "livedata/Scan.h"
+#include "surface/host/Surface.h"
 #include "values/Failure.h"
 #include "values/Twips.h"
 #include "window/ActionEngine.h"
-#include "window/Background.h"
 #include "window/BenchWindowObject.h"
 #include "window/ControlFactory.h"
 #include "window/ControlTypes.h"
+#include "window/PanelDesign.h"
+#include "window/PanelDocument.h"
 #include "window/PanelEditor.h"
+#include "window/PanelEvents.h"
 #include "window/SiteMapPlacement.h"
-#include "wrappers/ValueText.h"
+
+#include <QMdiSubWindow>
+#include <QStackedLayout>
 
 namespace zan::window {
-
-namespace element = document::element;
-using binding::Variant;
-using surface::FontObject;
-using values::ErrorNumber;
-using values::Name;
-using values::RuntimeError;
-using wrappers::BenchControls;
-using wrappers::iBenchControl;
 
 namespace {
 
@@ -32,10 +26,25 @@ namespace {
 constexpr double DesignWidth = 8505;
 constexpr double DesignHeight = 5895;
 
-void requireStyle(std::int16_t style)
+bool hasPage(const QLayout* layout, const QWidget& page)
 {
-    if (style != 0 && style != 1)
-        values::raise(ErrorNumber::InvalidPropertyValue);
+    if (!layout)
+        return false;
+    if (qobject_cast<const QStackedLayout*>(layout))
+        return layout->indexOf(&page) >= 0;
+    for (int place = 0; place < layout->count(); ++place) {
+        if (hasPage(layout->itemAt(place)->layout(), page))
+            return true;
+    }
+    return false;
+}
+
+/// Whether the widget is a page of a container that hides and shows its pages: a stacked layout or widget, the pages of
+/// a tab widget among them, or an MDI window.
+bool isPage(const QWidget& widget)
+{
+    const QWidget* parent = widget.parentWidget();
+    return parent && (qobject_cast<const QMdiSubWindow*>(parent) || hasPage(parent->layout(), widget));
 }
 
 } // namespace
@@ -45,36 +54,28 @@ BenchWindow::BenchWindow(QWidget* parent)
 {}
 
 BenchWindow::BenchWindow(wrappers::ControlTypes types, QWidget* parent)
-    : Surface(parent)
-    , m_controls(values::make<BenchControls>())
+    : QWidget(parent)
+    , m_surface(new surface::Surface(this))
     , m_object(values::make<BenchWindowObject>(*this))
-    , m_factory(std::make_unique<ControlFactory>(*this, types))
-    , m_background(std::make_unique<Background>(*this))
-    , m_liveData(std::make_unique<livedata::Scan>(types))
-    , m_siteMap(
-          std::make_unique<SiteMapPlacement>(*this, [this](const QString& scheme) { Q_EMIT LoadScheme(scheme); }))
-    , m_editor(std::make_unique<PanelEditor>(*this))
-    , m_actions(std::make_unique<ActionEngine>(*this))
     , m_ownForms(std::make_unique<surface::DesktopForms>())
     , m_forms(m_ownForms.get())
+    , m_document(std::make_unique<PanelDocument>(*this, *m_surface, types))
+    , m_design(std::make_unique<PanelDesign>(*this, *m_surface))
+    , m_editor(std::make_unique<PanelEditor>(*this, *m_surface, *m_document))
+    , m_events(std::make_unique<PanelEvents>(*this, *m_surface))
+    , m_actions(std::make_unique<ActionEngine>(*this))
 {
-    document::XMLOps::OpenXML();
-    m_container = document::XMLOps::CreateElement(element::Container);
-    m_controls->setWindow(this);
-    m_controls->setLiveData(m_liveData.get());
-    m_controls->setParentHandle(hWnd());
-    setEvents(this);
+    setFocusProxy(m_surface);
     m_editor->history().changed = [this] { Q_EMIT EditsChanged(); };
+    QObject::connect(m_surface, &surface::Surface::runtimeError, this, &BenchWindow::runtimeError);
 }
 
+/// The last words of a script's objects are spoken while the parts go: they reach no panel and click nothing.
 BenchWindow::~BenchWindow()
 {
-    setEvents(nullptr);
-    if (m_controls) {
-        m_controls->setWindow(nullptr);
-        m_controls->setLiveData(nullptr);
-    }
-    document::XMLOps::CloseXML();
+    m_surface->setEvents(nullptr);
+    m_object->forget();
+    m_document->end();
 }
 
 Ref<BenchWindowObject> BenchWindow::object() const
@@ -82,209 +83,272 @@ Ref<BenchWindowObject> BenchWindow::object() const
     return m_object;
 }
 
-BenchControls& BenchWindow::controlsOrRaise() const
+std::int32_t BenchWindow::hWnd() const
 {
-    if (!m_controls)
-        values::raise(ErrorNumber::ObjectNotSet);
-    return *m_controls;
+    return m_surface->hWnd();
 }
 
-void BenchWindow::writeAttribute(Name name, const Variant& value)
-{
-    document::XMLOps::SetAttribute(container(), name, wrappers::storedText(value), false);
-}
+// Design values ------------------------------------------------------------------------------------------------
 
-template <class Apply>
-void BenchWindow::forFollowers(Apply apply)
+Colour BenchWindow::BackColor() const
 {
-    const Ref<BenchControls> list = m_controls;
-    for (std::int32_t place = 1; list && place <= list->Count(); ++place) {
-        // A control that refuses keeps its own look.
-        values::attempt([&] {
-            const Ref<iBenchControl> control = list->Control(Variant(place));
-            if (control->UseWindowSettings())
-                apply(*control);
-        });
-    }
+    return m_surface->backColor();
 }
-
-// Look ---------------------------------------------------------------------------------------------------------
 
 void BenchWindow::setBackColor(Colour colour)
 {
-    Surface::setBackColor(colour);
-    writeAttribute(element::BackColor, Variant(colour.code));
-    forFollowers([colour](iBenchControl& control) { control.setBackColour(colour); });
-    Q_EMIT PropertyChanged(QStringLiteral("BackColor"));
+    m_design->setBackColor(colour);
+}
+
+Colour BenchWindow::ForeColor() const
+{
+    return m_surface->foreColor();
 }
 
 void BenchWindow::setForeColor(Colour colour)
 {
-    Surface::setForeColor(colour);
-    writeAttribute(element::ForeColor, Variant(colour.code));
-    forFollowers([colour](iBenchControl& control) { control.setForeColour(colour); });
-    Q_EMIT PropertyChanged(QStringLiteral("ForeColor"));
+    m_design->setForeColor(colour);
 }
 
-void BenchWindow::setEnabled(bool enabled)
+Ref<surface::FontObject> BenchWindow::Font() const
 {
-    Surface::setEnabled(enabled);
-    Q_EMIT PropertyChanged(QStringLiteral("Enabled"));
+    return m_surface->surfaceFont();
 }
 
-void BenchWindow::setFont(const Ref<FontObject>& font)
+void BenchWindow::setFont(const Ref<surface::FontObject>& font)
 {
-    const Ref<FontObject> shared = font;
-    if (!shared)
-        return; // the panel keeps the one it has
-    setSurfaceFont(shared);
-    forFollowers([&shared](iBenchControl& control) { control.setFont(shared); });
-    Q_EMIT PropertyChanged(QStringLiteral("Font"));
+    m_design->setFont(font);
+}
+
+std::int16_t BenchWindow::BackStyle() const
+{
+    return m_surface->backStyle();
 }
 
 void BenchWindow::setBackStyle(std::int16_t style)
 {
-    requireStyle(style);
-    Surface::setBackStyle(style);
-    writeAttribute(element::BackStyle, Variant(style));
-    Q_EMIT PropertyChanged(QStringLiteral("BackStyle"));
+    m_design->setBackStyle(style);
+}
+
+std::int16_t BenchWindow::BorderStyle() const
+{
+    return m_surface->borderStyle();
 }
 
 void BenchWindow::setBorderStyle(std::int16_t style)
 {
-    requireStyle(style);
-    Surface::setBorderStyle(style);
-    writeAttribute(element::BorderStyle, Variant(style));
-    Q_EMIT PropertyChanged(QStringLiteral("BorderStyle"));
+    m_design->setBorderStyle(style);
 }
 
-// Grid, locks and site map -------------------------------------------------------------------------------------
+float BenchWindow::GridSize() const
+{
+    return m_design->gridSize();
+}
 
 void BenchWindow::setGridSize(float size)
 {
-    m_gridSize = size; // any value, zero and negative ones included
-    writeAttribute(element::GridSize, Variant(size));
-    Q_EMIT PropertyChanged(QStringLiteral("GridSize"));
+    m_design->setGridSize(size);
+}
+
+bool BenchWindow::SnapToGrid() const
+{
+    return m_design->snapToGrid();
 }
 
 void BenchWindow::setSnapToGrid(bool snap)
 {
-    m_snapToGrid = snap;
-    writeAttribute(element::SnapToGrid, Variant(snap));
-    Q_EMIT PropertyChanged(QStringLiteral("SnapToGrid"));
+    m_design->setSnapToGrid(snap);
 }
 
 bool BenchWindow::LockPositions() const
 {
-    return controlsOrRaise().LockPositions();
+    return m_document->controls()->LockPositions();
 }
 
 void BenchWindow::setLockPositions(bool lock)
 {
-    controlsOrRaise().setLockPositions(lock);
-    m_editor->ShowMarker(!lock);
-    Q_EMIT PropertyChanged(QStringLiteral("LockPositions"));
+    m_design->setLockPositions(lock);
 }
-
-void BenchWindow::setLockMenu(bool lock)
-{
-    m_lockMenu = lock;
-    Q_EMIT PropertyChanged(QStringLiteral("LockMenu"));
-}
-
-void BenchWindow::setShowSiteMap(bool show)
-{
-    m_siteMap->setVisible(show);
-    m_showSiteMap = show;
-    Q_EMIT PropertyChanged(QStringLiteral("ShowSiteMap"));
-}
-
-Ref<display::SiteMapControl> BenchWindow::SiteMap() const
-{
-    return m_siteMap->control();
-}
-
-bool BenchWindow::HideProtectedControls() const
-{
-    return controlsOrRaise().HideProtectedControls();
-}
-
-void BenchWindow::setHideProtectedControls(bool hide)
-{
-    controlsOrRaise().setHideProtectedControls(hide);
-}
-
-// Background ---------------------------------------------------------------------------------------------------
 
 bool BenchWindow::Stretch() const
 {
-    return m_background->stretch();
+    return m_design->stretch();
 }
 
 void BenchWindow::setStretch(bool stretch)
 {
-    m_background->setStretch(stretch);
-    writeAttribute(element::Stretch, Variant(stretch));
-    Q_EMIT PropertyChanged(QStringLiteral("Stretch"));
+    m_design->setStretch(stretch);
+}
+
+bool BenchWindow::ShowSiteMap() const
+{
+    return m_design->showSiteMap();
+}
+
+void BenchWindow::setShowSiteMap(bool show)
+{
+    m_design->setShowSiteMap(show);
+}
+
+Ref<display::SiteMapControl> BenchWindow::SiteMap() const
+{
+    return m_document->siteMap().control();
+}
+
+bool BenchWindow::LockMenu() const
+{
+    return m_design->lockMenu();
+}
+
+void BenchWindow::setLockMenu(bool lock)
+{
+    m_design->setLockMenu(lock);
 }
 
 QString BenchWindow::PictureFile() const
 {
-    return m_background->pictureFile();
+    return m_design->pictureFile();
 }
 
 void BenchWindow::setPictureFile(const QString& file)
 {
-    m_background->setPictureFile(file);
-    writeAttribute(element::PictureFile, Variant(file));
-    Q_EMIT PropertyChanged(QStringLiteral("PictureFile"));
+    m_design->setPictureFile(file);
 }
 
 Ref<surface::Picture> BenchWindow::Picture() const
 {
-    return m_background->picture();
+    return m_design->picture();
 }
 
 void BenchWindow::setPicture(const Ref<surface::Picture>& picture)
 {
-    m_background->setPicture(picture);
-    Q_EMIT PropertyChanged(QStringLiteral("Picture"));
+    m_design->setPicture(picture);
 }
 
-QSize BenchWindow::sizeHint() const
+void BenchWindow::setEnabled(bool enabled)
 {
-    QRect whole;
-    for (const Ref<surface::LiveControl>& control : controls()) {
-        if (control->visible())
-            whole |= control->bounds();
-    }
-    QSize size(whole.right() + 1, whole.bottom() + 1);
-    if (const Ref<surface::Picture>& background = picture(); background && !Stretch())
-        size = size.expandedTo(background->image().deviceIndependentSize().toSize());
-    if (size.isEmpty())
-        size = {values::twipsToPixels(DesignWidth), values::twipsToPixels(DesignHeight)};
-    return size.boundedTo({QWIDGETSIZE_MAX, QWIDGETSIZE_MAX});
+    m_design->setEnabled(enabled);
+}
+
+void BenchWindow::InitProperties()
+{
+    m_design->init();
+}
+
+void BenchWindow::ReadProperties(const PropertyBag& bag)
+{
+    m_design->read(bag);
+}
+
+void BenchWindow::WriteProperties(PropertyBag& bag) const
+{
+    m_design->write(bag);
+}
+
+// The window document ------------------------------------------------------------------------------------------
+
+Ref<wrappers::BenchControls> BenchWindow::Controls() const
+{
+    return m_document->controlsOrNothing();
+}
+
+bool BenchWindow::HideProtectedControls() const
+{
+    return m_document->controls()->HideProtectedControls();
+}
+
+void BenchWindow::setHideProtectedControls(bool hide)
+{
+    m_document->controls()->setHideProtectedControls(hide);
+}
+
+Ref<site::SchemeWindow> BenchWindow::CurrentWindow() const
+{
+    return m_document->currentWindow();
+}
+
+void BenchWindow::LoadWindow(const QString& key)
+{
+    m_document->load(key);
+}
+
+void BenchWindow::Clear()
+{
+    m_document->clear();
+}
+
+void BenchWindow::UpdateDocument()
+{
+    m_document->update();
+}
+
+void BenchWindow::SaveWindow()
+{
+    m_document->save();
+}
+
+void BenchWindow::Refresh()
+{
+    m_document->controls()->ScanControls();
+}
+
+wrappers::ControlTypes BenchWindow::controlTypes() const
+{
+    return m_document->controlTypes();
+}
+
+const std::vector<NewControlMenuItem>& BenchWindow::newControlMenu() const
+{
+    return m_document->factory().newControlMenu();
+}
+
+// Edits --------------------------------------------------------------------------------------------------------
+
+void BenchWindow::Undo()
+{
+    m_editor->history().undo();
+}
+
+void BenchWindow::Redo()
+{
+    m_editor->history().redo();
+}
+
+bool BenchWindow::CanUndo() const
+{
+    return m_editor->history().canUndo();
+}
+
+bool BenchWindow::CanRedo() const
+{
+    return m_editor->history().canRedo();
+}
+
+QString BenchWindow::UndoText() const
+{
+    return m_editor->history().undoText();
+}
+
+QString BenchWindow::RedoText() const
+{
+    return m_editor->history().redoText();
+}
+
+std::int32_t BenchWindow::EditCount() const
+{
+    return m_editor->history().count();
 }
 
 // Logger and host ----------------------------------------------------------------------------------------------
 
+Ref<site::Logger> BenchWindow::Logger() const
+{
+    return m_events->logger();
+}
+
 void BenchWindow::setLogger(const Ref<site::Logger>& logger)
 {
-    const QPointer<BenchWindow> alive(this);
-    const Ref<site::Logger> wanted = logger;
-    if (m_link)
-        QObject::disconnect(m_link.get(), nullptr, this, nullptr);
-    m_link = nullptr;
-    m_logger = wanted;
-    const Ref<site::Link> link = values::given(wanted)->Link();
-    if (!alive || m_logger != wanted || m_link)
-        return; // asked for its link, the logger has had another one set
-    m_link = link;
-    // The panel hears of a new state before its controls do.
-    if (m_link)
-        QObject::connect(m_link.get(), &site::Link::StateChange, this,
-                         [this](int state) { followLink(site::LinkState(state)); });
-    controlsOrRaise().attachTo(wanted, link);
+    m_events->setLogger(logger);
 }
 
 void BenchWindow::setForms(surface::HostForms* forms)
@@ -292,9 +356,18 @@ void BenchWindow::setForms(surface::HostForms* forms)
     m_forms = forms ? forms : m_ownForms.get();
 }
 
-const std::vector<NewControlMenuItem>& BenchWindow::newControlMenu() const
+void BenchWindow::reportError(const values::RuntimeError& error)
 {
-    return m_factory->newControlMenu();
+    Q_EMIT runtimeError(error.number(), error.description());
+}
+
+void BenchWindow::edit(const std::function<void(PanelEditor&)>& command)
+{
+    const auto report = [this, alive = QPointer<BenchWindow>(this)](const values::RuntimeError& error) {
+        if (alive)
+            reportError(error);
+    };
+    values::atBoundary([&] { command(*m_editor); }, report);
 }
 
 void BenchWindow::ShowProgress()
@@ -302,7 +375,7 @@ void BenchWindow::ShowProgress()
     if (!progressWindow())
         m_progress = new display::frmProgress(this, *m_forms);
     m_progress->clear();
-    m_progress->setLogger(m_logger);
+    m_progress->setLogger(Logger());
     m_progress->show();
 }
 
@@ -311,40 +384,50 @@ QPointer<display::frmProgress> BenchWindow::progressWindow() const
     return m_progress && m_progress->isLoaded() ? m_progress : nullptr;
 }
 
-void BenchWindow::Refresh()
+// The widget ---------------------------------------------------------------------------------------------------
+
+QSize BenchWindow::sizeHint() const
 {
-    const Ref<BenchControls> list(&controlsOrRaise());
-    list->ScanControls();
+    QRect whole;
+    for (const Ref<surface::LiveControl>& control : m_surface->controls()) {
+        if (control->visible())
+            whole |= control->bounds();
+    }
+    QSize size(whole.right() + 1, whole.bottom() + 1);
+    if (const Ref<surface::Picture>& background = m_surface->picture(); background && !Stretch())
+        size = size.expandedTo(background->image().deviceIndependentSize().toSize());
+    if (size.isEmpty())
+        size = {values::twipsToPixels(DesignWidth), values::twipsToPixels(DesignHeight)};
+    return size.boundedTo({QWIDGETSIZE_MAX, QWIDGETSIZE_MAX});
 }
 
-wrappers::ControlTypes BenchWindow::controlTypes() const
+void BenchWindow::flush()
 {
-    return m_factory->types();
+    m_surface->flush();
 }
 
-Ref<iBenchControl> BenchWindow::createControl(const QString& type)
+void BenchWindow::resizeEvent(QResizeEvent* event)
 {
-    return m_factory->CreateControl(type, LockPositions());
+    QWidget::resizeEvent(event);
+    m_surface->resize(size());
 }
 
-Ref<site::SchemeWindows> BenchWindow::schemeWindows()
+void BenchWindow::showEvent(QShowEvent* event)
 {
-    return values::given(values::given(m_logger)->Scheme())->Windows();
+    QWidget::showEvent(event);
+    // A panel that has ended has no controls any more: the host is told that this cannot work.
+    values::atBoundary([this] { m_document->controls()->setParentHandle(m_surface->hWnd()); },
+                       [this](const values::RuntimeError& error) { reportError(error); });
 }
 
-void BenchWindow::discardControl(const Ref<binding::Object>& control)
+void BenchWindow::hideEvent(QHideEvent* event)
 {
-    m_factory->discard(control);
-}
-
-void BenchWindow::restoreControl(const wrappers::PlacedControl& placed)
-{
-    m_factory->restore(placed);
-}
-
-void BenchWindow::reportError(const RuntimeError& error)
-{
-    Q_EMIT runtimeError(error.number(), error.description());
+    QWidget::hideEvent(event);
+    // Minimised, hidden with a parent, or a page of a container that shows another one now: the panel lives on.
+    if (!isHidden() || !m_endsWhenHidden || isPage(*this))
+        return;
+    m_editor->setCurrentControl(nullptr);
+    m_document->end();
 }
 
 } // namespace zan::window

@@ -3,9 +3,13 @@
 #include "binding/PropertyBag.h"
 #include "site/Logger.h"
 #include "surface/forms/HostForms.h"
-#include "surface/host/Surface.h"
-#include "window/EditSteps.h"
+#include "surface/host/Picture.h"
+#include "surface/text/FontObject.h"
+#include "values/Colour.h"
 #include "wrappers/BenchControls.h"
+
+#include <QPointer>
+#include <QWidget>
 
 #include <functional>
 #include <memory>
@@ -15,14 +19,18 @@ class SiteMapControl;
 class frmProgress;
 } // namespace zan::display
 
+namespace zan::surface {
+class Surface;
+}
+
 namespace zan::window {
 
 class ActionEngine;
-class Background;
 class BenchWindowObject;
-class ControlFactory;
+class PanelDesign;
+class PanelDocument;
 class PanelEditor;
-class SiteMapPlacement;
+class PanelEvents;
 struct NewControlMenuItem;
 
 using binding::PropertyBag;
@@ -39,15 +47,13 @@ using values::Ref;
 /// instead. A container that shows one of its pages at a time (stacked, tabbed, an MDI window) may hide the panel as
 /// often as it likes; for any other that does, see setEndsWhenHidden. Run-time errors that nobody further down can take
 /// arrive at the signal runtimeError.
-class BenchWindow : public surface::Surface,
-                    public EditedPanel,
-                    private wrappers::PanelWindow,
-                    private surface::SurfaceEvents
+///
+/// This class is the face of it. Behind it stand a surface with the controls, and one part each for the design values,
+/// the window document, what arrives from the user and the link, the rules of editing and the actions.
+class BenchWindow : public QWidget
 {
     Q_OBJECT
 public:
-    static constexpr float DefaultGridSize = 200;
-
     explicit BenchWindow(QWidget* parent = nullptr);
     /// A panel that knows these types of control, whose rows must outlive it.
     BenchWindow(wrappers::ControlTypes types, QWidget* parent = nullptr);
@@ -55,36 +61,40 @@ public:
 
     /// The panel as scripts and documents see it. Lives on when the panel goes; every access raises 91 then.
     Ref<BenchWindowObject> object() const;
+    /// Small number that names the panel's surface in the process; never 0.
+    std::int32_t hWnd() const;
+    /// What the controls lie on, to be looked at. It fills the panel and goes with it.
+    const surface::Surface& surface() const { return *m_surface; }
 
     // Design values. Each write of a property that the bag knows is reported by PropertyChanged, and those that
     // belong to the window document are written to the container node.
-    Colour BackColor() const { return backColor(); }
+    Colour BackColor() const;
     void setBackColor(Colour colour);
-    Colour ForeColor() const { return foreColor(); }
+    Colour ForeColor() const;
     void setForeColor(Colour colour);
     bool Enabled() const { return isEnabled(); }
     void setEnabled(bool enabled);
-    Ref<surface::FontObject> Font() const { return surfaceFont(); }
+    Ref<surface::FontObject> Font() const;
     /// Every control that follows the window gets the same font object.
     void setFont(const Ref<surface::FontObject>& font);
-    std::int16_t BackStyle() const { return backStyle(); }
+    std::int16_t BackStyle() const;
     void setBackStyle(std::int16_t style);
-    std::int16_t BorderStyle() const { return borderStyle(); }
+    std::int16_t BorderStyle() const;
     void setBorderStyle(std::int16_t style);
-    float GridSize() const { return m_gridSize; } ///< twips per grid step
+    float GridSize() const; ///< twips per grid step
     void setGridSize(float size);
-    bool SnapToGrid() const { return m_snapToGrid; }
+    bool SnapToGrid() const;
     void setSnapToGrid(bool snap);
     bool LockPositions() const;
     void setLockPositions(bool lock);
     bool Stretch() const;
     void setStretch(bool stretch);
-    bool ShowSiteMap() const { return m_showSiteMap; }
+    bool ShowSiteMap() const;
     /// Shows or hides the map at once; its place and its file are read when a window is loaded.
     void setShowSiteMap(bool show);
     /// The panel's site map, shown or not.
     Ref<display::SiteMapControl> SiteMap() const;
-    bool LockMenu() const { return m_lockMenu; }
+    bool LockMenu() const;
     void setLockMenu(bool lock);
     QString PictureFile() const;
     void setPictureFile(const QString& file);
@@ -94,11 +104,11 @@ public:
     bool HideProtectedControls() const;
     void setHideProtectedControls(bool hide);
     /// Empty after the panel was hidden.
-    Ref<wrappers::BenchControls> Controls() const { return m_controls; }
-    Ref<site::Logger> Logger() const { return m_logger; }
+    Ref<wrappers::BenchControls> Controls() const;
+    Ref<site::Logger> Logger() const;
     /// Subscribes to the logger and its link. Raises 91 for no logger.
     void setLogger(const Ref<site::Logger>& logger);
-    Ref<site::SchemeWindow> CurrentWindow() const { return m_currentWindow; }
+    Ref<site::SchemeWindow> CurrentWindow() const;
 
     /// Refreshes every control from its channel; a failure ends the pass and reaches the caller.
     void Refresh();
@@ -118,8 +128,12 @@ public:
     void ShowProgress();
     /// The progress window while it is open; null once it has been closed, by whomever.
     QPointer<display::frmProgress> progressWindow() const;
-    ActionEngine& actions() const { return *m_actions; }
+    // The parts, for each other.
+    PanelDesign& design() const { return *m_design; }
+    PanelDocument& document() const { return *m_document; }
+    PanelEvents& events() const { return *m_events; }
     PanelEditor& editor() const { return *m_editor; }
+    ActionEngine& actions() const { return *m_actions; }
     /// Takes the user's last edit back; nothing when there is none. Every edit made by hand is a step: a move, a
     /// resize, a new, pasted or deleted control, a change of the stacking.
     void Undo();
@@ -144,11 +158,13 @@ public:
     /// themselves and that the panel does not know; the panel ends with its widget then.
     bool endsWhenHidden() const { return m_endsWhenHidden; }
     void setEndsWhenHidden(bool ends) { m_endsWhenHidden = ends; }
+    /// Shows what has changed now instead of at the end of this turn of the event loop.
+    void flush();
     /// The smallest size that shows every visible control whole, and the background at its own size.
     QSize sizeHint() const override;
 
     /// The types of control that the panel can make.
-    wrappers::ControlTypes controlTypes() const override;
+    wrappers::ControlTypes controlTypes() const;
     const std::vector<NewControlMenuItem>& newControlMenu() const;
     /// What scripts of the panel may ask of the program around it, as `Window.Host`; nothing until a host gives one.
     Ref<binding::Object> Host() const { return m_host; }
@@ -158,6 +174,8 @@ public:
     surface::HostForms& forms() const { return *m_forms; }
 
 Q_SIGNALS:
+    /// A handler or an event of the logger raised a run-time error; nobody further down can take it.
+    void runtimeError(int number, const QString& description);
     /// A property of the bag was written.
     void PropertyChanged(const QString& name);
     void Click();
@@ -177,66 +195,25 @@ Q_SIGNALS:
     /// That call has ended, whether it failed or not: the panel shows CurrentWindow.
     void WindowEntered();
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
 private:
-    // wrappers::PanelWindow
-    Ref<wrappers::iBenchControl> createControl(const QString& type) override;
-    Ref<site::SchemeWindows> schemeWindows() override;
-    void discardControl(const Ref<binding::Object>& control) override;
-    void restoreControl(const wrappers::PlacedControl& placed) override;
-    Ref<wrappers::BenchControls> editedControls() override { return m_controls; }
-    void reportError(const values::RuntimeError& error) override;
-    // surface::SurfaceEvents
-    void clicked(surface::LiveControl* control) override;
-    void doubleClicked(surface::LiveControl* control) override;
-    bool mouseDown(surface::LiveControl* control, const surface::MouseInput& input) override;
-    void mouseMove(surface::LiveControl* control, const surface::MouseInput& input) override;
-    void mouseUp(surface::LiveControl* control, const surface::MouseInput& input) override;
-    void resizeBegins(surface::LiveControl& control) override;
-    void resizeEnded(surface::LiveControl& control) override;
-    void gotFocus(surface::LiveControl* control) override;
-    void keyDown(surface::LiveControl* control, int keyCode, int shift) override;
-    void keyPress(surface::LiveControl* control, int keyAscii) override;
-    void keyUp(surface::LiveControl* control, int keyCode, int shift) override;
-    void resized() override;
-    void shown() override;
-    void hidden() override;
+    void reportError(const values::RuntimeError& error);
 
-    void writeAttribute(values::Name name, const binding::Variant& value);
-    template <class Apply>
-    void forFollowers(Apply apply);
-    wrappers::BenchControls& controlsOrRaise() const;
-    void announceChange(void (BenchWindow::*signal)());
-    const document::Node& container();
-    Ref<site::SchemeWindow> storedWindow(const QString& key);
-    Ref<site::SchemeWindow> unsavedWindow();
-    document::Node applyContainer();
-    void storeFont(const document::Node& parent, binding::Object& font);
-    void followLink(site::LinkState state);
-    void captionConnectButton(const Ref<surface::LiveControl>& button, site::LinkState state);
-    Ref<wrappers::iBenchControl> wrapperOf(const surface::LiveControl& control) const;
-    void clickedControl(surface::LiveControl& control);
-
-    Ref<site::Logger> m_logger;
-    Ref<site::Link> m_link;
-    Ref<wrappers::BenchControls> m_controls;
-    Ref<site::SchemeWindow> m_currentWindow;
-    document::Node m_container; // null while the current window's has not been needed yet
-    std::uint32_t m_loads = 0;  // how often another window has become the one that is edited
+    surface::Surface* m_surface;
     Ref<BenchWindowObject> m_object;
-    std::unique_ptr<ControlFactory> m_factory;
-    std::unique_ptr<Background> m_background;
-    std::unique_ptr<wrappers::LiveData> m_liveData;
-    std::unique_ptr<SiteMapPlacement> m_siteMap;
-    std::unique_ptr<PanelEditor> m_editor;
-    std::unique_ptr<ActionEngine> m_actions;
-    QPointer<display::frmProgress> m_progress;
     std::unique_ptr<surface::HostForms> m_ownForms;
     surface::HostForms* m_forms;
     Ref<binding::Object> m_host;
-    float m_gridSize = DefaultGridSize;
-    bool m_snapToGrid = true;
-    bool m_showSiteMap = true;
-    bool m_lockMenu = false;
+    std::unique_ptr<PanelDocument> m_document;
+    std::unique_ptr<PanelDesign> m_design;
+    std::unique_ptr<PanelEditor> m_editor;
+    std::unique_ptr<PanelEvents> m_events;
+    std::unique_ptr<ActionEngine> m_actions;
+    QPointer<display::frmProgress> m_progress;
     bool m_endsWhenHidden = true;
 };
 

@@ -16,6 +16,8 @@ public:
     {}
     /// Raises 91 when the panel has gone.
     BenchWindow& window() const;
+    /// The panel is about to go.
+    void forget() noexcept { m_window = nullptr; }
     const binding::MemberTable& members() const override;
 
 private:

@@ -45,17 +45,13 @@ TwipsRectangle rectangleOf(const LiveControl& control)
 
 } // namespace
 
-PanelEditor::PanelEditor(BenchWindow& panel)
+PanelEditor::PanelEditor(BenchWindow& panel, Surface& surface, EditedPanel& edited)
     : m_panel(panel)
-    , m_history(panel)
+    , m_surface(surface)
+    , m_history(edited)
 {}
 
 PanelEditor::~PanelEditor() = default;
-
-Surface& PanelEditor::panelSurface() const
-{
-    return m_panel;
-}
 
 /// Raises 91 when the panel's life has ended.
 Ref<BenchControls> PanelEditor::controls() const
@@ -143,7 +139,7 @@ bool PanelEditor::pressSurface(const MouseInput& input)
 template <class Visit>
 void PanelEditor::forEachShape(Visit visit) const
 {
-    const ControlArray* array = panelSurface().array(ShapeArray);
+    const ControlArray* array = m_surface.array(ShapeArray);
     for (int index = array ? array->lBound() : 1; array && index <= array->uBound(); ++index) {
         LiveControl* shape = array->find(index);
         if (shape && (shape->visible() || isUsed(*shape)) && visit(*shape))
@@ -204,7 +200,7 @@ void PanelEditor::openMenu(const LiveControl* control, const MouseInput& input,
 {
     const QPointF inside = QPointF(double(input.x), double(input.y)) / values::TwipsPerPixel;
     const QPointF place = control ? inside + control->bounds().topLeft() : inside;
-    m_panel.forms().popupMenu(&m_panel, menu, panelSurface().mapToGlobal(place.toPoint()));
+    m_panel.forms().popupMenu(&m_panel, menu, m_surface.mapToGlobal(place.toPoint()));
 }
 
 // Moves --------------------------------------------------------------------------------------------------------
@@ -355,22 +351,22 @@ void PanelEditor::PlaceMarker()
         ShowMarker(false);
         return;
     }
-    if (surface::EditLayer::of(panelSurface()).marker())
+    if (surface::EditLayer::of(m_surface).marker())
         ShowMarker(true);
 }
 
 void PanelEditor::ShowMarker(bool show)
 {
     if (!show || !m_shape) {
-        if (surface::EditLayer* layer = surface::EditLayer::find(panelSurface()))
+        if (surface::EditLayer* layer = surface::EditLayer::find(m_surface))
             layer->setMarker({});
         return;
     }
     const float left = m_shape->left() + m_shape->width() - MarkerSize / 2;
     const float top = m_shape->top() + m_shape->height() - MarkerSize / 2;
     const int side = values::twipsToPixels(double(MarkerSize));
-    surface::EditLayer::of(panelSurface())
-        .setMarker(QRect(values::twipsToPixels(double(left)), values::twipsToPixels(double(top)), side, side));
+    surface::EditLayer::of(m_surface).setMarker(
+        QRect(values::twipsToPixels(double(left)), values::twipsToPixels(double(top)), side, side));
 }
 
 // Commands -----------------------------------------------------------------------------------------------------

@@ -29,7 +29,7 @@ using values::Ref;
 class PanelEditor
 {
 public:
-    explicit PanelEditor(BenchWindow& panel);
+    PanelEditor(BenchWindow& panel, surface::Surface& surface, EditedPanel& edited);
     ~PanelEditor();
 
     EditHistory& history() noexcept { return m_history; }
@@ -87,12 +87,12 @@ private:
     bool isUsed(const surface::LiveControl& shape) const;
     template <class Visit>
     void forEachShape(Visit visit) const;
-    surface::Surface& panelSurface() const;
 
     /// The wrapper for a step of the history; nothing when there is none.
     Ref<wrappers::iBenchControl> editedWrapper(const surface::LiveControl& control) const;
 
     BenchWindow& m_panel;
+    surface::Surface& m_surface;
     EditHistory m_history;
     std::optional<EditHistory::Command> m_resize;    ///< under way
     std::optional<EditHistory::Command> m_shapeDrag; ///< under way

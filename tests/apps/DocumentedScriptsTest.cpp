@@ -60,7 +60,7 @@ TEST_F(DocumentedScripts, ThoseForPanelsRunBehindAButtonOfTheDemo)
     const auto panel = host::loadPanel(site, "Pumps", std::nullopt, [&](window::BenchWindow& fresh) {
         fresh.setForms(&forms);
         fresh.setHost(program);
-        QObject::connect(&fresh, &surface::Surface::runtimeError, &fresh,
+        QObject::connect(&fresh, &window::BenchWindow::runtimeError, &fresh,
                          [&](int, const QString& text) { errors << text; });
     });
     opened.site->connectLink();

@@ -1,5 +1,7 @@
 #include "WindowFixture.h"
 
+#include "surface/host/Surface.h"
+
 using namespace zan;
 using namespace zan::window;
 using binding::PropertyBag;
@@ -124,7 +126,7 @@ TEST_F(Bag, ReadingRestylesTheTemplatesOfPlainControls)
     bag.WriteProperty(Name("ForeColor"), Variant(1234));
     BenchWindow other;
     other.ReadProperties(bag);
-    EXPECT_EQ(values::toLong(other.array(u"Label")->item(1)->get(Name("ForeColor"))), 1234);
-    EXPECT_NE(values::toLong(other.array(u"Label")->item(1)->get(Name("ForeColor"))),
-              values::toLong(panel->array(u"Label")->item(1)->get(Name("ForeColor"))));
+    EXPECT_EQ(values::toLong(other.surface().array(u"Label")->item(1)->get(Name("ForeColor"))), 1234);
+    EXPECT_NE(values::toLong(other.surface().array(u"Label")->item(1)->get(Name("ForeColor"))),
+              values::toLong(panel->surface().array(u"Label")->item(1)->get(Name("ForeColor"))));
 }

@@ -4,6 +4,7 @@
 
 #include "support/PointerScript.h"
 #include "surface/edit/EditLayer.h"
+#include "surface/host/Surface.h"
 #include "window/PanelEditor.h"
 
 namespace zan::window {
@@ -99,7 +100,8 @@ protected:
             ASSERT_EQ(list->placeOfControl(*held), place);
         }
     }
-    bool hasMarker() { return surface::EditLayer::of(*panel).marker().has_value(); }
+    bool hasMarker() { return layer() && layer()->marker().has_value(); }
+    surface::EditLayer* layer() { return surface::EditLayer::find(panel->surface()); }
 
     std::vector<int> hostPresses;
 };

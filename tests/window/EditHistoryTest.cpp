@@ -166,10 +166,10 @@ TEST_F(History, ADeletedControlHasHandlesAgainAndTakesClicks)
     open({control("VB.CommandButton", 600, 600, 1200, 400), control("VB.CommandButton", 3000, 600, 1200, 400)});
     chooseAt({210, 50}, QStringLiteral("&Delete"));
     settle();
-    EXPECT_FALSE(surface::EditLayer::of(*panel).handleAt({197, 37}).frame);
+    EXPECT_FALSE(layer()->handleAt({197, 37}).frame);
     panel->Undo();
     settle();
-    EXPECT_TRUE(surface::EditLayer::of(*panel).handleAt({197, 37}).frame);
+    EXPECT_TRUE(layer()->handleAt({197, 37}).frame);
     drag({210, 50}, {250, 90});
     EXPECT_EQ(twips(2).topLeft(), QPointF(3600, 1200));
 }
@@ -179,7 +179,7 @@ TEST_F(History, ADeletedControlLeavesNoHandlesBehind)
     open({control("VB.CommandButton", 600, 600, 1200, 400)}); // the template, which is hidden and not unloaded
     chooseAt({60, 50}, QStringLiteral("&Delete"));
     settle();
-    EXPECT_FALSE(surface::EditLayer::of(*panel).handleAt({37, 37}).frame);
+    EXPECT_FALSE(layer()->handleAt({37, 37}).frame);
     EXPECT_NE(panel->grab().toImage().pixelColor(37, 37), QColor(0, 0, 255));
 }
 

@@ -220,7 +220,7 @@ TEST_F(EditMode, TheMarkerStandsOnTheCornerOfTheSelectedShapeAndStays)
     EXPECT_FALSE(hasMarker());
     drag({300, 260}, {340, 300});
     ASSERT_TRUE(hasMarker());
-    const QRect marker = *surface::EditLayer::of(*panel).marker();
+    const QRect marker = *layer()->marker();
     EXPECT_EQ(marker.size(), QSize(7, 7));
     EXPECT_EQ(panel->grab().toImage().pixelColor(marker.center()), QColor(255, 0, 0));
     EXPECT_FALSE(panel->editor().selectedShape()) << "letting go ends the selection";

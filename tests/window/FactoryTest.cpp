@@ -1,5 +1,6 @@
 #include "WindowFixture.h"
 
+#include "surface/host/Surface.h"
 #include "window/ControlFactory.h"
 #include "window/ControlTypes.h"
 
@@ -74,7 +75,7 @@ TEST_F(Factory, AfterAClearTheFirstNewControlIsAFurtherElementAndTheTemplateStay
 {
     add("VB.Label");
     panel->Clear();
-    const Ref<surface::LiveControl> templateElement = panel->array(u"Label")->item(1);
+    const Ref<surface::LiveControl> templateElement = panel->surface().array(u"Label")->item(1);
     EXPECT_FALSE(templateElement->visible());
     add("VB.Label");
     EXPECT_EQ(live(1)->index(), 2);
@@ -213,7 +214,7 @@ TEST_F(Factory, KeptDesignValuesRestyleTheTemplatesOfThePlainControlsAlone)
     bag.WriteProperty(Name("ForeColor"), Variant(values::rgb(1, 2, 3).code));
     panel->ReadProperties(bag);
     for (const wrappers::ControlType& type : controlTypes()) {
-        const surface::ControlArray* array = panel->array(type.arrayName);
+        const surface::ControlArray* array = panel->surface().array(type.arrayName);
         Variant colour;
         if (!array || array->item(1)->tryGet(Name("ForeColor"), colour) != binding::AccessStatus::Ok)
             continue;

@@ -4,6 +4,7 @@
 #include "display/SiteMapControl.h"
 #include "display/SiteMapView.h"
 #include "support/ErrorOf.h"
+#include "surface/host/Surface.h"
 
 #include <QFile>
 #include <QSignalSpy>
@@ -103,7 +104,7 @@ TEST_F(SiteMapPanel, EveryLoadPlacesTheOneMapAnew)
     EXPECT_TRUE(first->visible());
     EXPECT_EQ(storedMaps("A"), 0u);
     EXPECT_EQ(storedMaps("B"), 1u);
-    EXPECT_EQ(panel->array(u"SiteMap1")->count(), 1);
+    EXPECT_EQ(panel->surface().array(u"SiteMap1")->count(), 1);
 }
 
 TEST_F(SiteMapPanel, ASecondMapIsTheSameMapAndClearHidesIt)

@@ -135,9 +135,10 @@ void HeadlessPanel::listenToPanel(window::BenchWindow& panel)
 {
     panel.setForms(&m_forms);
     panel.setHost(m_panelHost);
-    QObject::connect(&panel, &surface::Surface::runtimeError, &m_context, [this](int number, const QString& text) {
-        m_report.fail(QStringLiteral("run-time error %1 in the panel: %2").arg(number).arg(text));
-    });
+    QObject::connect(&panel, &window::BenchWindow::runtimeError, &m_context,
+                     [this](int number, const QString& text) {
+                         m_report.fail(QStringLiteral("run-time error %1 in the panel: %2").arg(number).arg(text));
+                     });
 }
 
 /// What the request asks for, or as much of the contents as the largest picture holds.

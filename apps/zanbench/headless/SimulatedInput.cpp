@@ -1,6 +1,6 @@
 #include "zanbench/headless/SimulatedInput.h"
 
-#include "surface/host/Surface.h"
+#include "window/BenchWindow.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -44,7 +44,7 @@ int keyOf(QChar character)
 
 } // namespace
 
-SimulatedInput::SimulatedInput(surface::Surface& panel)
+SimulatedInput::SimulatedInput(window::BenchWindow& panel)
     : m_panel(&panel)
 {
     panel.flush();

@@ -9,8 +9,8 @@
 #include <deque>
 #include <functional>
 
-namespace zan::surface {
-class Surface;
+namespace zan::window {
+class BenchWindow;
 }
 
 namespace zan::host {
@@ -21,7 +21,7 @@ namespace zan::host {
 class SimulatedInput
 {
 public:
-    explicit SimulatedInput(surface::Surface& panel);
+    explicit SimulatedInput(window::BenchWindow& panel);
 
     /// Presses and releases a button (1 left, 2 right, 4 middle) at a place of the panel in pixels.
     void click(QPoint place, int button = 1);

@@ -1,6 +1,7 @@
 #include "zanbench/hostitem/ControlLookup.h"
 
 #include "binding/Marshal.h"
+#include "surface/host/Surface.h"
 #include "values/Convert.h"
 
 namespace zan::host {
@@ -13,7 +14,7 @@ void check(const Ref<surface::LiveControl>& live, const window::BenchWindow& win
 {
     if (!live || !live->isLoaded())
         values::raise(ErrorNumber::ObjectNotSet);
-    if (live->surface() != &window)
+    if (live->surface() != &window.surface())
         values::raise(ErrorNumber::InvalidCall, QStringLiteral("This control is on another panel."));
 }
 

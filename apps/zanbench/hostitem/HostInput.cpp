@@ -4,6 +4,7 @@
 #include "zanbench/hostitem/ControlLookup.h"
 
 #include "surface/forms/RecordingForms.h"
+#include "surface/host/Surface.h"
 #include "values/Twips.h"
 #include "window/BenchWindow.h"
 
@@ -48,7 +49,7 @@ QPoint HostInput::middleOf(const Variant& control) const
     const QPoint middle = live->bounds().center();
     if (!window.rect().contains(middle))
         hitsNothing(name + QStringLiteral(" lies outside the panel"));
-    const Ref<surface::LiveControl> hit = window.controlAt(middle);
+    const Ref<surface::LiveControl> hit = window.surface().controlAt(middle);
     if (hit.get() != live.get())
         hitsNothing(hit ? QStringLiteral("%1 lies under %2").arg(name, describe(*hit))
                         : QStringLiteral("the middle of %1 takes no presses").arg(name));

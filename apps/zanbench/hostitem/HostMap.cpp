@@ -4,6 +4,7 @@
 #include "zanbench/hostitem/MapSites.h"
 
 #include "display/SiteMapView.h"
+#include "surface/host/Surface.h"
 #include "values/Convert.h"
 #include "window/BenchWindow.h"
 
@@ -61,7 +62,7 @@ QPoint HostMap::middleOf(const Variant& site) const
     const QPoint place = view->viewport()->mapTo(static_cast<QWidget*>(&window), middle);
     if (!view->viewport()->rect().contains(middle) || !window.rect().contains(place))
         hitsNothing(describe(chart, number) + QStringLiteral(" lies outside the panel"));
-    if (const Ref<surface::LiveControl> hit = window.controlAt(place); hit.get() != &control)
+    if (const Ref<surface::LiveControl> hit = window.surface().controlAt(place); hit.get() != &control)
         hitsNothing(QStringLiteral("the site map lies under another control"));
     return place;
 }

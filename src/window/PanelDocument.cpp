@@ -1,14 +1,18 @@
-// The panel and its window document: loading, saving, clearing.
-
-#include "window/BenchWindow.h"
+#include "window/PanelDocument.h"
 
 #include "document/Elements.h"
 #include "document/LoadByName.h"
 #include "document/XMLOps.h"
+#include "livedata/Scan.h"
+#include "surface/host/Surface.h"
 #include "values/Failure.h"
+#include "window/BenchWindow.h"
 #include "window/BenchWindowObject.h"
+#include "window/ControlFactory.h"
 #include "window/ControlTypes.h"
+#include "window/PanelDesign.h"
 #include "window/PanelEditor.h"
+#include "window/PanelEvents.h"
 #include "window/SiteMapPlacement.h"
 #include "window/UnsavedWindow.h"
 #include "wrappers/FontNode.h"
@@ -25,27 +29,109 @@ namespace element = document::element;
 using binding::Variant;
 using document::Node;
 using document::SpecialChild;
+using document::XMLOps::SetAttribute;
 using surface::FontObject;
 using values::ErrorNumber;
+using values::Name;
 
 namespace {
 
 const QString UnsavedWindowKey = QStringLiteral("RTD");
 
+void storeFont(const Node& parent, binding::Object& font)
+{
+    wrappers::storeFontNode(wrappers::findOrAppend(parent, element::Font), font);
+}
+
 } // namespace
 
-/// Whoever hears of it may fail, but not take the call along.
-void BenchWindow::announceChange(void (BenchWindow::*signal)())
+PanelDocument::PanelDocument(BenchWindow& panel, surface::Surface& surface, wrappers::ControlTypes types)
+    : m_panel(panel)
+    , m_surface(surface)
+    , m_factory(std::make_unique<ControlFactory>(surface, types))
+    , m_liveData(std::make_unique<livedata::Scan>(types))
+    , m_controls(values::make<wrappers::BenchControls>())
+    , m_siteMap(std::make_unique<SiteMapPlacement>(
+          surface, [&panel](const QString& scheme) { Q_EMIT panel.LoadScheme(scheme); }))
 {
-    const auto report = [this, alive = QPointer<BenchWindow>(this)](const values::RuntimeError& error) {
+    document::XMLOps::OpenXML();
+    m_container = document::XMLOps::CreateElement(element::Container);
+    m_controls->setWindow(this);
+    m_controls->setLiveData(m_liveData.get());
+    m_controls->setParentHandle(surface.hWnd());
+}
+
+PanelDocument::~PanelDocument()
+{
+    end();
+    document::XMLOps::CloseXML();
+}
+
+void PanelDocument::end()
+{
+    if (!m_controls)
+        return;
+    m_controls->setWindow(nullptr);
+    m_controls->setLiveData(nullptr);
+    m_controls = nullptr;
+}
+
+Ref<wrappers::BenchControls> PanelDocument::controls() const
+{
+    return values::given(m_controls);
+}
+
+// What the collection of controls needs ------------------------------------------------------------------------
+
+wrappers::ControlTypes PanelDocument::controlTypes() const
+{
+    return m_factory->types();
+}
+
+Ref<wrappers::iBenchControl> PanelDocument::createControl(const QString& type)
+{
+    return m_factory->CreateControl(type, controls()->LockPositions());
+}
+
+Ref<site::SchemeWindows> PanelDocument::schemeWindows()
+{
+    return values::given(values::given(m_panel.Logger())->Scheme())->Windows();
+}
+
+void PanelDocument::discardControl(const Ref<binding::Object>& control)
+{
+    m_factory->discard(control);
+}
+
+void PanelDocument::restoreControl(const wrappers::PlacedControl& placed)
+{
+    m_factory->restore(placed);
+}
+
+void PanelDocument::reportError(const values::RuntimeError& error)
+{
+    Q_EMIT m_panel.runtimeError(error.number(), error.description());
+}
+
+// The window that is edited ------------------------------------------------------------------------------------
+
+void PanelDocument::writeAttribute(Name name, const Variant& value)
+{
+    SetAttribute(container(), name, wrappers::storedText(value));
+}
+
+/// Whoever hears of it may fail, but not take the call along.
+void PanelDocument::announceChange(void (BenchWindow::*signal)())
+{
+    const auto report = [this, alive = QPointer<BenchWindow>(&m_panel)](const values::RuntimeError& error) {
         if (alive)
             reportError(error);
     };
-    values::atBoundary([&] { Q_EMIT(this->*signal)(); }, report);
+    values::atBoundary([&] { Q_EMIT(m_panel.*signal)(); }, report);
 }
 
 /// The element of the window that is edited which holds its settings, made where there is none.
-const Node& BenchWindow::container()
+const Node& PanelDocument::container()
 {
     if (!m_container)
         m_container = wrappers::findOrAppend(m_currentWindow ? m_currentWindow->XML() : Node(), element::Container);
@@ -53,7 +139,7 @@ const Node& BenchWindow::container()
 }
 
 /// The window of this key in the scheme, made where there is none.
-Ref<site::SchemeWindow> BenchWindow::storedWindow(const QString& key)
+Ref<site::SchemeWindow> PanelDocument::storedWindow(const QString& key)
 {
     const Ref<site::SchemeWindows> windows = values::given(schemeWindows());
     if (const Ref<site::SchemeWindow> known = windows->Item(Variant(key)))
@@ -65,7 +151,7 @@ Ref<site::SchemeWindow> BenchWindow::storedWindow(const QString& key)
 
 /// A fresh window that belongs to no scheme. A scheme makes one that can hold its channels; without one the panel has
 /// a window of its own.
-Ref<site::SchemeWindow> BenchWindow::unsavedWindow()
+Ref<site::SchemeWindow> PanelDocument::unsavedWindow()
 {
     Ref<site::SchemeWindow> fresh;
     const bool isMade = values::attempt([&] {
@@ -81,14 +167,14 @@ Ref<site::SchemeWindow> BenchWindow::unsavedWindow()
     return fresh;
 }
 
-void BenchWindow::LoadWindow(const QString& key)
+void PanelDocument::load(const QString& key)
 {
-    const QPointer<BenchWindow> alive(this);
+    const QPointer<BenchWindow> alive(&m_panel);
     const QString wanted = key;
     announceChange(&BenchWindow::WindowLeaving);
-    const auto entered = qScopeGuard([panel = QPointer<BenchWindow>(this)] {
+    const auto entered = qScopeGuard([panel = QPointer<BenchWindow>(&m_panel)] {
         if (panel)
-            panel->announceChange(&BenchWindow::WindowEntered);
+            panel->document().announceChange(&BenchWindow::WindowEntered);
     });
     if (!alive)
         return;
@@ -97,7 +183,7 @@ void BenchWindow::LoadWindow(const QString& key)
     const auto goesOn = [&] { return alive && m_loads == load; };
 
     // The defaults go through the setters: the container of the window shown before is reset in its document too.
-    InitProperties();
+    m_panel.design().init();
     if (!goesOn())
         return;
     const Ref<site::SchemeWindow> window = storedWindow(wanted);
@@ -111,100 +197,95 @@ void BenchWindow::LoadWindow(const QString& key)
     const Node siteMapNode = applyContainer();
     if (!goesOn())
         return;
-    m_editor->history().clear();
+    m_panel.editor().history().clear();
     SiteMapPlacement::removeStale(tree);
     // The collection empties the tree of the window shown before and builds this one's controls.
-    const Ref<wrappers::BenchControls> list(&controlsOrRaise());
+    const Ref<wrappers::BenchControls> list = controls();
     list->setXMLNode(tree);
-    if (goesOn() && m_showSiteMap)
+    if (goesOn() && m_panel.ShowSiteMap())
         list->Add(SiteMapType.toString(), QString());
-    if (goesOn() && m_showSiteMap)
+    if (goesOn() && m_panel.ShowSiteMap())
         m_siteMap->apply(siteMapNode);
     if (goesOn())
-        Refresh();
+        list->ScanControls();
     // A link that is up already shows at once.
-    if (const Ref<site::Link> link = goesOn() ? m_link : nullptr) {
+    if (const Ref<site::Link> link = goesOn() ? m_panel.events().link() : nullptr) {
         const site::LinkState state = link->State();
         if (goesOn())
-            followLink(state);
+            m_panel.events().followLink(state);
     }
     if (alive)
-        updateGeometry();
+        m_panel.updateGeometry();
 }
 
 /// Sets the panel's properties from its container. Gives the element of the site map, or null.
-Node BenchWindow::applyContainer()
+Node PanelDocument::applyContainer()
 {
     std::array special{SpecialChild{element::Font, {}}, SpecialChild{element::SiteMap, {}}};
-    const Ref<FontObject> font = surfaceFont();
-    document::loadByName(m_container, *m_object, special);
+    const Ref<FontObject> font = m_surface.surfaceFont();
+    document::loadByName(m_container, *m_panel.object(), special);
     const auto& [fontNode, siteMap] = special;
     if (fontNode.node)
         wrappers::applyFontNode(fontNode.node, *font);
     return siteMap.node;
 }
 
-void BenchWindow::UpdateDocument()
+void PanelDocument::update()
 {
     if (!m_currentWindow)
         return;
-    controlsOrRaise().updateAllNodes();
+    controls()->updateAllNodes();
     const Node settings = container();
-    storeFont(settings, *surfaceFont());
+    storeFont(settings, *m_surface.surfaceFont());
     m_siteMap->store(settings);
 }
 
-void BenchWindow::SaveWindow()
+void PanelDocument::save()
 {
     if (!m_currentWindow)
         return;
-    const Ref<site::Logger> logger = m_logger;
+    const Ref<site::Logger> logger = m_panel.Logger();
     const Node settings = container();
     const bool wasMarked = document::XMLOps::IsMarkedChanged(settings);
-    UpdateDocument();
+    update();
     // A save that fails is silent, and no change by itself: the document says of changes what it said before.
     const bool isSaved = values::attempt([&] { values::given(values::given(logger)->Scheme())->Save(); });
     if (!isSaved && !wasMarked)
         document::XMLOps::UnmarkChanged(settings);
 }
 
-void BenchWindow::storeFont(const Node& parent, binding::Object& font)
+void PanelDocument::clear()
 {
-    wrappers::storeFontNode(wrappers::findOrAppend(parent, element::Font), font);
-}
-
-void BenchWindow::Clear()
-{
-    const QPointer<BenchWindow> alive(this);
+    const QPointer<BenchWindow> alive(&m_panel);
     announceChange(&BenchWindow::WindowLeaving);
-    const auto entered = qScopeGuard([panel = QPointer<BenchWindow>(this)] {
+    const auto entered = qScopeGuard([panel = QPointer<BenchWindow>(&m_panel)] {
         if (panel)
-            panel->announceChange(&BenchWindow::WindowEntered);
+            panel->document().announceChange(&BenchWindow::WindowEntered);
     });
     if (!alive)
         return;
-    const Ref<wrappers::BenchControls> list(&controlsOrRaise());
+    const Ref<wrappers::BenchControls> list = controls();
     const std::uint32_t load = ++m_loads;
     const auto goesOn = [&] { return alive && m_loads == load; };
 
     const Ref<site::SchemeWindow> fresh = unsavedWindow();
     if (!goesOn())
         return;
-    m_editor->history().clear();
-    m_editor->setCurrentControl(nullptr);
+    m_panel.editor().history().clear();
+    m_panel.editor().setCurrentControl(nullptr);
     list->Clear();
     if (!goesOn())
         return;
-    cls();
+    m_surface.cls();
     // The defaults go to the window shown before once more, so that the tree left behind holds them.
-    InitProperties();
+    m_panel.design().init();
     if (!goesOn())
         return;
     // From here on the fresh window is the one that is edited.
     m_currentWindow = fresh;
     m_container = Node();
     list->setXMLNode(fresh->XML());
-    updateGeometry();
+    m_panel.updateGeometry();
 }
 
 } // namespace zan::window

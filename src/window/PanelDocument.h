@@ -1,0 +1,83 @@
+#pragma once
+
+#include "document/Node.h"
+#include "site/Scheme.h"
+#include "window/EditSteps.h"
+#include "wrappers/BenchControls.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace zan::surface {
+class Surface;
+}
+
+namespace zan::window {
+
+class BenchWindow;
+class ControlFactory;
+class SiteMapPlacement;
+
+using values::Ref;
+
+/// A panel and its window document: which window of the scheme is edited, its controls, and the ways between them.
+///
+/// Logger, scheme and whoever is told of a property may come back to the panel, or end it, in the middle of a load:
+/// what they have loaded stands then, and the load that was under way ends quietly.
+class PanelDocument : public EditedPanel, private wrappers::PanelWindow
+{
+public:
+    PanelDocument(BenchWindow& panel, surface::Surface& surface, wrappers::ControlTypes types);
+    ~PanelDocument() override;
+    PanelDocument(const PanelDocument&) = delete;
+    PanelDocument& operator=(const PanelDocument&) = delete;
+
+    /// Shows the window of this key, made where the scheme has none.
+    void load(const QString& key);
+    /// Empties the panel; a fresh window of no scheme is the one that is edited from then on.
+    void clear();
+    /// Stores in the document what the panel shows.
+    void update();
+    /// The same, and has the scheme save. A save that fails is silent.
+    void save();
+
+    const Ref<site::SchemeWindow>& currentWindow() const noexcept { return m_currentWindow; }
+    /// Empty once the panel has ended.
+    const Ref<wrappers::BenchControls>& controlsOrNothing() const noexcept { return m_controls; }
+    /// Raises 91 once the panel has ended.
+    Ref<wrappers::BenchControls> controls() const;
+    /// Writes a setting of the window to its container.
+    void writeAttribute(values::Name name, const binding::Variant& value);
+    /// The panel has ended: lets the controls go.
+    void end();
+
+    Ref<wrappers::BenchControls> editedControls() override { return m_controls; }
+    SiteMapPlacement& siteMap() const noexcept { return *m_siteMap; }
+    ControlFactory& factory() const noexcept { return *m_factory; }
+    wrappers::ControlTypes controlTypes() const override;
+
+private:
+    Ref<wrappers::iBenchControl> createControl(const QString& type) override;
+    Ref<site::SchemeWindows> schemeWindows() override;
+    void discardControl(const Ref<binding::Object>& control) override;
+    void restoreControl(const wrappers::PlacedControl& placed) override;
+    void reportError(const values::RuntimeError& error) override;
+
+    void announceChange(void (BenchWindow::*signal)());
+    const document::Node& container();
+    Ref<site::SchemeWindow> storedWindow(const QString& key);
+    Ref<site::SchemeWindow> unsavedWindow();
+    document::Node applyContainer();
+
+    BenchWindow& m_panel;
+    surface::Surface& m_surface;
+    std::unique_ptr<ControlFactory> m_factory;
+    std::unique_ptr<wrappers::LiveData> m_liveData;
+    Ref<wrappers::BenchControls> m_controls;
+    Ref<site::SchemeWindow> m_currentWindow;
+    document::Node m_container; // null while the current window's has not been needed yet
+    std::unique_ptr<SiteMapPlacement> m_siteMap;
+    std::uint32_t m_loads = 0; // how often another window has become the one that is edited
+};
+
+} // namespace zan::window
