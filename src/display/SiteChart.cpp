@@ -49,7 +49,6 @@ SiteChart::SiteChart()
 void SiteChart::changed() noexcept
 {
     ++m_revision;
-    m_linesKnown = false;
 }
 
 void SiteChart::shrink()
@@ -175,9 +174,23 @@ void SiteChart::dress(int index, const FontObject& font, bool selected, Colour s
     changed();
 }
 
+const std::vector<SiteChart::Place>& SiteChart::places() const
+{
+    if (m_placesOf == m_revision)
+        return m_places;
+    m_places.clear();
+    m_places.reserve(m_sites.size());
+    for (const Site& site : m_sites) {
+        const QRect label = site.label.pixels();
+        m_places.push_back({label, site.box == site.label ? label : site.box.pixels()});
+    }
+    m_placesOf = m_revision;
+    return m_places;
+}
+
 const std::vector<QRect>& SiteChart::lines() const
 {
-    if (m_linesKnown)
+    if (m_linesOf == m_revision)
         return m_linePixels;
     m_linePixels.clear();
     // The lines to all later children of a site begin at one point and run one way: the longest covers the others.
@@ -192,7 +205,7 @@ const std::vector<QRect>& SiteChart::lines() const
         if (!level.isEmpty())
             m_linePixels.push_back(level);
     }
-    m_linesKnown = true;
+    m_linesOf = m_revision;
     return m_linePixels;
 }
 
@@ -201,8 +214,8 @@ QRect SiteChart::extent() const
     QRect all;
     if (!m_isShown)
         return all;
-    for (const Site& site : m_sites)
-        all |= site.label.pixels() | site.box.pixels();
+    for (const Place& place : places())
+        all |= place.label | place.box;
     for (const QRect& line : lines())
         all |= line;
     return all;
@@ -211,7 +224,8 @@ QRect SiteChart::extent() const
 int SiteChart::siteAt(QPoint place) const
 {
     for (int index = shownCount(); index > 0; --index) {
-        if (site(index).label.pixels().contains(place) || site(index).box.pixels().contains(place))
+        const Place& known = places()[std::size_t(index) - 1];
+        if (known.label.contains(place) || known.box.contains(place))
             return index;
     }
     return 0;

@@ -114,6 +114,14 @@ public:
 
     /// The look that the shown lines have been made with.
     const LineLook& lineLook() const noexcept { return m_lines; }
+    /// Where a site lies, in pixels.
+    struct Place
+    {
+        QRect label;
+        QRect box;
+    };
+    /// The places of all sites in their order. Reckoned once for each change: a wheel step looks at all of them.
+    const std::vector<Place>& places() const;
     /// The lines in pixels, those that lie on each other in one.
     const std::vector<QRect>& lines() const;
     /// What all that is shown covers, in pixels.
@@ -145,7 +153,9 @@ private:
     bool m_isShown = false;
     std::uint32_t m_revision = 1;
     mutable std::vector<QRect> m_linePixels;
-    mutable bool m_linesKnown = true;
+    mutable std::vector<Place> m_places;
+    mutable std::uint32_t m_linesOf = 0; // the revision that they belong to
+    mutable std::uint32_t m_placesOf = 0;
 };
 
 std::vector<document::Node> sitesBelow(const document::Node& site);

@@ -119,9 +119,8 @@ void paint(QPainter& painter, const QRect& region, const SiteChart& chart, const
     surface::TextStyle style;
     style.colour = colours.text;
     for (int index = 1; index <= chart.count(); ++index) {
+        const auto& [label, box] = chart.places()[std::size_t(index) - 1];
         const SiteChart::Site& site = chart.site(index);
-        const QRect label = site.label.pixels();
-        const QRect box = site.box.pixels();
         if (box.intersects(region)) {
             painter.fillRect(box & region, brushes.of(site.fill));
             paintBorder(painter, box, region, borderColour, site.borderWidth, outline);
