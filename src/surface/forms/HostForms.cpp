@@ -149,45 +149,17 @@ void DesktopForms::busyEnded()
     delete m_busyBox.data();
 }
 
-namespace {
-
-/// Fills a menu of the toolkit; `chosen` is set to the entry that the user takes.
-void fillMenu(QMenu& shown, const PopupMenu& menu, const MenuItem*& chosen)
-{
-    for (const MenuItem& item : menu.items) {
-        if (item.isSeparator()) {
-            shown.addSeparator();
-            continue;
-        }
-        QAction* action = nullptr;
-        if (item.menu) {
-            QMenu* further = shown.addMenu(item.caption);
-            fillMenu(*further, *item.menu, chosen);
-            action = further->menuAction();
-        } else {
-            action = shown.addAction(item.caption);
-            QObject::connect(action, &QAction::triggered, &shown, [&chosen, &item] { chosen = &item; });
-        }
-        action->setCheckable(item.checkable);
-        action->setChecked(item.checked);
-        action->setEnabled(item.enabled);
-    }
-}
-
-} // namespace
-
 void DesktopForms::popupMenu(QWidget* owner, const std::shared_ptr<PopupMenu>& menu, QPoint place)
 {
-    const std::shared_ptr<PopupMenu> held = menu;
-    const MenuItem* chosen = nullptr;
+    std::function<void()> choice;
     const QPointer<QMenu> shown(new QMenu(owner));
-    shown->setObjectName(held->name);
-    fillMenu(*shown, *held, chosen);
+    shown->setObjectName(menu->name);
+    fillMenu(*shown, menu, [&choice](const MenuItem& item) { choice = item.choose; });
     shown->exec(place);
     if (shown) // it goes with its owner
         shown->deleteLater();
-    if (chosen && chosen->choose)
-        chosen->choose();
+    if (choice)
+        choice();
 }
 
 void DesktopForms::showModal(QDialog& form)

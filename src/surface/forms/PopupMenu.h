@@ -6,6 +6,8 @@
 #include <memory>
 #include <vector>
 
+class QMenu;
+
 namespace zan::surface {
 
 struct PopupMenu;
@@ -30,5 +32,11 @@ struct PopupMenu
     QString name; ///< of the menu as a whole, as mnuCtlRightClick
     std::vector<MenuItem> items;
 };
+
+using ItemChosen = std::function<void(const MenuItem&)>;
+
+/// Adds the entries to a menu of the toolkit, further menus included. `chosen` is called with the entry that the user
+/// takes; what it does is the caller's to start.
+void fillMenu(QMenu& shown, const std::shared_ptr<PopupMenu>& menu, const ItemChosen& chosen);
 
 } // namespace zan::surface
