@@ -11,6 +11,8 @@ namespace zan::trellis {
 
 namespace {
 
+const QString TooLargeForMemory = QStringLiteral("The file is too large for the memory of this machine.");
+
 /// Takes every CHANGED out of the tree for the time of a save and puts it back unless the save has succeeded.
 class WithoutChanged
 {
@@ -59,6 +61,18 @@ OpenResult refuseRoot(const QString& file, const QByteArray& bytes, const QStrin
         line, column);
 }
 
+OpenResult parseScheme(const DiskFile& file, const QByteArray& bytes, const FileStamp& stamp,
+                       const document::ParseLimits& limits)
+{
+    const document::ParseResult parsed = document::parseXml(bytes, limits);
+    if (!parsed)
+        return refused(file.path(), parsed.error.message, parsed.error.line, parsed.error.column);
+    const document::Name root = parsed.document.documentElement().name();
+    if (root != element::Scheme)
+        return refuseRoot(file.path(), bytes, root.text());
+    return {values::make<SchemeFile>(file, parsed.document, stamp), {}};
+}
+
 OpenResult openFile(const QString& path, const document::ParseLimits& limits)
 {
     const DiskFile file(path);
@@ -76,13 +90,7 @@ OpenResult openFile(const QString& path, const document::ParseLimits& limits)
         return refused(
             file.path(),
             QStringLiteral("The file is larger than a scheme may be (%1).").arg(megabytes(limits.bytes)));
-    const document::ParseResult parsed = document::parseXml(content.bytes, limits);
-    if (!parsed)
-        return refused(file.path(), parsed.error.message, parsed.error.line, parsed.error.column);
-    const document::Name root = parsed.document.documentElement().name();
-    if (root != element::Scheme)
-        return refuseRoot(file.path(), content.bytes, root.text());
-    return {values::make<SchemeFile>(file, parsed.document, FileStamp::of(content.bytes)), {}};
+    return parseScheme(file, content.bytes, FileStamp::of(content.bytes), limits);
 }
 
 } // namespace
@@ -106,8 +114,23 @@ OpenResult SchemeFile::open(const QString& path, const document::ParseLimits& li
     try {
         return openFile(path, limits);
     } catch (const std::bad_alloc&) {
-        return refused(path, QStringLiteral("The file is too large for the memory of this machine."));
+        return refused(path, TooLargeForMemory);
     }
+}
+
+OpenResult SchemeFile::fromText(const QString& path, const QByteArray& text, const FileStamp& base) noexcept
+{
+    try {
+        return parseScheme(DiskFile(path), text, base, {});
+    } catch (const std::bad_alloc&) {
+        return refused(path, TooLargeForMemory);
+    }
+}
+
+QByteArray SchemeFile::text() const
+{
+    const WithoutChanged saving(m_document.documentElement());
+    return document::toXml(m_document);
 }
 
 Ref<SchemeFile> SchemeFile::create(const QString& path, const QString& name)

@@ -32,6 +32,11 @@ public:
     /// is there by then counts as somebody else's.
     static Ref<SchemeFile> create(const QString& path, const QString& name = {});
 
+    /// A scheme out of a text that was kept apart from its file: edits that were never saved. `base` is what the file
+    /// held when they were made, so that a save sees whether somebody has changed it since.
+    [[nodiscard]] static OpenResult fromText(const QString& path, const QByteArray& text,
+                                             const FileStamp& base) noexcept;
+
     QString Name() const override;
     void setName(const QString& name) override;
     Ref<site::SchemeWindows> Windows() override { return m_windows; }
@@ -53,6 +58,11 @@ public:
     /// True when the file holds something else than when it was read or saved. A missing file counts as
     /// unchanged.
     bool isChangedOnDisk() const;
+
+    /// What the file held when it was read or saved.
+    const FileStamp& stamp() const noexcept { return m_stamp; }
+    /// What Save() would write now.
+    QByteArray text() const;
 
     /// Full path of the file.
     const QString& path() const noexcept { return m_file.path(); }
