@@ -46,6 +46,22 @@ HostDialogs::Conflict MessageDialogs::askConflict(const QString& text)
     return box.clickedButton() == saveAs ? Conflict::SaveAs : Conflict::Cancel;
 }
 
+HostDialogs::Edits MessageDialogs::askEdits(const QString& text, const QString& detail)
+{
+    QMessageBox box(QMessageBox::Question, Title, text, QMessageBox::NoButton, m_parent);
+    box.setTextFormat(Qt::PlainText);
+    box.setInformativeText(detail);
+    QPushButton* restore = box.addButton(QStringLiteral("&Restore"), QMessageBox::AcceptRole);
+    const QPushButton* discard = box.addButton(QStringLiteral("&Discard"), QMessageBox::DestructiveRole);
+    QPushButton* later = box.addButton(QStringLiteral("&Not now"), QMessageBox::RejectRole);
+    box.setDefaultButton(restore);
+    box.setEscapeButton(later); // what closes the box by itself loses nothing
+    box.exec();
+    if (box.clickedButton() == restore)
+        return Edits::Restore;
+    return box.clickedButton() == discard ? Edits::Discard : Edits::Later;
+}
+
 QString MessageDialogs::chooseScheme(const QString& folder)
 {
     return QFileDialog::getOpenFileName(m_parent, QStringLiteral("Open a scheme"), folder, Filter);

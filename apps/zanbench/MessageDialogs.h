@@ -16,6 +16,7 @@ public:
 
     Unsaved askUnsaved(const QString& name) override;
     Conflict askConflict(const QString& text) override;
+    Edits askEdits(const QString& text, const QString& detail) override;
     QString chooseScheme(const QString& folder) override;
     QString chooseNew(const QString& folder) override;
     QString chooseTarget(const QString& file) override;

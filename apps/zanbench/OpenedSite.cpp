@@ -21,14 +21,17 @@ bool isChannelStore(site::SchemeWindow& window)
 
 OpenedSiteResult OpenedSite::open(const QString& path, const QString& loggerUri)
 {
-    trellis::OpenResult opened = trellis::SchemeFile::open(path);
-    if (!opened)
-        return {nullptr, opened.error.text()};
+    const trellis::OpenResult opened = trellis::SchemeFile::open(path);
+    return opened ? serve(opened.scheme, loggerUri) : OpenedSiteResult{nullptr, opened.error.text()};
+}
+
+OpenedSiteResult OpenedSite::serve(const Ref<trellis::SchemeFile>& scheme, const QString& loggerUri)
+{
     std::unique_ptr<OpenedSite> site(new OpenedSite);
-    site->m_scheme = opened.scheme;
-    const QString uri = loggerUri.isEmpty() ? opened.scheme->loggerUri() : loggerUri;
+    site->m_scheme = scheme;
+    const QString uri = loggerUri.isEmpty() ? scheme->loggerUri() : loggerUri;
     if (!uri.isEmpty()) {
-        halyard::LoggerResult made = halyard::createLogger(uri, opened.scheme);
+        halyard::LoggerResult made = halyard::createLogger(uri, scheme);
         if (made.logger) {
             site->m_logger = made.logger;
             site->m_loggerUri = uri;
@@ -42,7 +45,7 @@ OpenedSiteResult OpenedSite::open(const QString& path, const QString& loggerUri)
     // A panel reaches its scheme through its logger. The one that stands in has no data, least of all made-up ones.
     const QString reason =
         site->m_loggerProblem.isEmpty() ? QStringLiteral("The scheme names no logger.") : site->m_loggerProblem;
-    site->m_logger = halyard::createUnavailableLogger(reason, opened.scheme);
+    site->m_logger = halyard::createUnavailableLogger(reason, scheme);
     return {std::move(site), {}};
 }
 

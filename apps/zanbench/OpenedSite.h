@@ -30,6 +30,9 @@ public:
     /// logger answers every attempt to connect with it.
     static OpenedSiteResult open(const QString& path, const QString& loggerUri);
 
+    /// The same with a scheme that is there already, as restored edits are.
+    static OpenedSiteResult serve(const Ref<trellis::SchemeFile>& scheme, const QString& loggerUri);
+
     trellis::SchemeFile& scheme() const { return *m_scheme; }
     const Ref<site::Logger>& logger() const { return m_logger; }
     /// URI of the logger in use; empty when there is none to connect.

@@ -45,6 +45,11 @@ Settings::Settings(const QString& file)
     : m_settings(file, QSettings::IniFormat)
 {}
 
+QString Settings::editsFolder() const
+{
+    return QFileInfo(m_settings.fileName()).absolutePath() + QStringLiteral("/unsaved");
+}
+
 QByteArray Settings::geometry() const
 {
     return m_settings.value(Geometry).toByteArray();

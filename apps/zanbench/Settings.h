@@ -21,6 +21,9 @@ public:
     /// Settings in a file of their own.
     explicit Settings(const QString& file);
 
+    /// A folder of the user's own for edits that have not been saved and cannot be kept beside their scheme.
+    QString editsFolder() const;
+
     QByteArray geometry() const;
     QByteArray windowState() const;
     void setWindow(const QByteArray& geometry, const QByteArray& state);

@@ -19,8 +19,9 @@ class FakeDialogs : public zan::host::HostDialogs
 public:
     Unsaved unsavedAnswer = Unsaved::Cancel;
     Conflict conflictAnswer = Conflict::Cancel;
+    Edits editsAnswer = Edits::Later;
     QString chosenScheme, chosenTarget, chosenNew;
-    QStringList unsavedQuestions, conflicts, errors;
+    QStringList unsavedQuestions, conflicts, editsQuestions, errors;
 
     Unsaved askUnsaved(const QString& name) override
     {
@@ -31,6 +32,11 @@ public:
     {
         conflicts.append(text);
         return conflictAnswer;
+    }
+    Edits askEdits(const QString& text, const QString& detail) override
+    {
+        editsQuestions.append(text + QLatin1Char('\n') + detail);
+        return editsAnswer;
     }
     QString chooseScheme(const QString&) override { return chosenScheme; }
     QString chooseNew(const QString&) override { return chosenNew; }

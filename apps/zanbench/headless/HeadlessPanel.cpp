@@ -3,8 +3,10 @@
 #include "zanbench/Boundary.h"
 #include "zanbench/CommandLine.h"
 #include "zanbench/Commands.h"
+#include "zanbench/EditKeeper.h"
 #include "zanbench/PanelHost.h"
 #include "zanbench/PanelLoader.h"
+#include "zanbench/Settings.h"
 #include "zanbench/headless/RunReport.h"
 
 #include "halyard/HalyardLogger.h"
@@ -82,6 +84,9 @@ bool HeadlessPanel::openSite(const PanelRequest& request)
         return false;
     }
     m_site = std::move(opened.site);
+    const QString note = editsNote({m_site->scheme().path(), Settings().editsFolder()}, m_site->scheme());
+    if (!note.isEmpty())
+        m_report.note(note);
     QDir::setCurrent(QFileInfo(m_site->scheme().path()).absolutePath());
     listenToLogger();
     if (m_site->loggerProblem().isEmpty())

@@ -1,6 +1,8 @@
 #include "zanbench/Commands.h"
 
+#include "zanbench/EditKeeper.h"
 #include "zanbench/OpenedSite.h"
+#include "zanbench/Settings.h"
 
 #include <QCoreApplication>
 
@@ -17,6 +19,10 @@ ExitCode runWindows(const QStringList& arguments, ProcessArguments process)
         complain(opened.error);
         return Failure;
     }
+    const trellis::SchemeFile& scheme = opened.site->scheme();
+    const QString note = editsNote({scheme.path(), Settings().editsFolder()}, scheme);
+    if (!note.isEmpty())
+        complain(note);
     for (const QString& key : opened.site->panelKeys())
         print(oneLine(key) + QLatin1Char('\n'));
     return Success;
