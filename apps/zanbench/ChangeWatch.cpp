@@ -1,9 +1,12 @@
 #include "zanbench/ChangeWatch.h"
 
+#include "values/Convert.h"
+
 #include <QCryptographicHash>
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace zan::host {
 
@@ -14,6 +17,10 @@ const values::Name Control("CONTROL");
 const values::Name AutoSize("AUTOSIZE");
 const values::Name Type("TYPE");
 const values::Name BindTo("BINDTO");
+const values::Name Alignment("ALIGNMENT");
+const values::Name Left("LEFT");
+const values::Name Width("WIDTH");
+const QLatin1String LabelType("VB.Label");
 
 struct Default
 {
@@ -41,16 +48,32 @@ struct PanelsOwn
     bool ofAutoSized = false; // only of controls that take the size of their text
 };
 
+/// The place that a control keeps whatever its text is: a label that takes the size of its text grows to the left when
+/// its text stands to the right, and to both sides when it is centred. Nothing for other controls.
+std::optional<double> anchorOf(const document::Node& control)
+{
+    if (control.name() != Control || control.child(Type).text() != LabelType || !control.child(BindTo) ||
+        !control.child(AutoSize))
+        return std::nullopt;
+    const double alignment = values::val(control.child(Alignment).text());
+    if (alignment != 1 && alignment != 2)
+        return std::nullopt;
+    const double left = values::val(control.child(Left).text()), width = values::val(control.child(Width).text());
+    return left + (alignment == 1 ? width : width / 2);
+}
+
 /// Whether the element is the panel's own affair.
 bool isPanelsOwn(const document::Node& element)
 {
-    static const QLatin1String bar("ZanBenchWindow.ValueBar"), label("VB.Label");
+    if (element.name() == Left && anchorOf(element.parent()))
+        return true;
+    static const QLatin1String bar("ZanBenchWindow.ValueBar"), label(LabelType);
     static const std::array rows = {
         PanelsOwn{values::Name("IGNORESCAN"), {}},
         PanelsOwn{values::Name("SHOWGRABHANDLES"), {}},
         PanelsOwn{values::Name("VISIBLE"), {}}, // a load shows every control
         PanelsOwn{values::Name("TOOLTIPTEXT"), bar, true},
-        PanelsOwn{values::Name("WIDTH"), label, true, true},
+        PanelsOwn{Width, label, true, true},
         PanelsOwn{values::Name("HEIGHT"), label, true, true},
     };
     const values::Name name = element.name();
@@ -78,6 +101,8 @@ bool addSubstance(const document::Node& element, QCryptographicHash& hash)
             hash.addData(name.text().toUtf8() + '=' + text.toUtf8() + '\0');
     } else {
         hash.addData(name.text().toUtf8() + '<');
+        if (const std::optional<double> anchor = anchorOf(element))
+            hash.addData(QByteArray::number(std::round(*anchor), 'f', 0));
         for (document::Node child = element.firstChildElement(); child; child = child.nextSiblingElement())
             any = addSubstance(child, hash) || any;
         hash.addData(QByteArrayLiteral(">"));

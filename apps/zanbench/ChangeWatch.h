@@ -19,6 +19,15 @@ public:
     /// Whether the tree differs in substance from what it was when it settled. Cheap unless CHANGED has been set
     /// since the last call.
     bool isChanged();
+    /// The tree has edits that its file does not hold, or a panel has edits that it has not stored in the tree: counts
+    /// as changed until it is compared.
+    void suspect() { m_changed = true; }
+    /// The tree was never what the file holds: it counts as changed until it settles.
+    void neverSettled()
+    {
+        m_settled.clear();
+        m_changed = true;
+    }
     /// The same, whatever CHANGED says: taking an element away does not set it. Costs a walk through the tree.
     bool compare();
 

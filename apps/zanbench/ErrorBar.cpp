@@ -60,6 +60,11 @@ bool ErrorBar::eventFilter(QObject* watched, QEvent* event)
     return false;
 }
 
+QString ErrorBar::numbered(int number, const QString& description)
+{
+    return QStringLiteral("%1 (run-time error %2)").arg(description).arg(number);
+}
+
 void ErrorBar::showError(const QString& text)
 {
     m_count = text == m_text ? m_count + 1 : 1;

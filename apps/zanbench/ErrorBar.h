@@ -15,6 +15,9 @@ public:
     /// Over this widget, as wide as it is.
     explicit ErrorBar(QWidget* over = nullptr);
 
+    /// A run-time error as the host words it.
+    static QString numbered(int number, const QString& description);
+
     void showError(const QString& text);
     void dismiss();
 

@@ -16,6 +16,14 @@ HostActions::HostActions(QObject* parent)
     saveAs = make(QStringLiteral("saveAs"), QStringLiteral("Save &as..."),
                   QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
     quit = make(QStringLiteral("quit"), QStringLiteral("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q));
+    undo = make(QStringLiteral("undo"), QStringLiteral("&Undo"), QKeySequence::Undo);
+    redo = make(QStringLiteral("redo"), QStringLiteral("&Redo"), QKeySequence::Redo);
+    redo->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
+    copy = make(QStringLiteral("copy"), QStringLiteral("&Copy"), {});
+    paste = make(QStringLiteral("paste"), QStringLiteral("&Paste"), {});
+    remove = make(QStringLiteral("remove"), QStringLiteral("&Delete"), {});
+    for (QAction* action : {undo, redo, copy, paste, remove})
+        action->setEnabled(false);
     connectLink = make(QStringLiteral("connectLink"), QStringLiteral("&Connect"), QKeySequence(Qt::Key_F5));
     connectOnOpening =
         make(QStringLiteral("connectOnOpening"), QStringLiteral("Connect when a scheme is &opened"), {}, true);
@@ -59,10 +67,15 @@ void HostActions::fillMenus(QMenuBar& bar, QAction* showWindowList)
     file->addActions({save, saveAs});
     file->addSeparator();
     file->addAction(quit);
+    m_edit = bar.addMenu(QStringLiteral("&Edit"));
+    m_edit->addActions({undo, redo});
+    m_edit->addSeparator();
+    m_edit->addActions({copy, paste, remove});
+    m_edit->addSeparator();
+    m_edit->addAction(lock);
     QMenu* logger = bar.addMenu(QStringLiteral("&Logger"));
     logger->addActions({connectLink, connectOnOpening});
-    QMenu* panel = bar.addMenu(QStringLiteral("&Panel"));
-    panel->addActions({lock, hideProtected, siteMap});
+    m_window = bar.addMenu(QStringLiteral("&Window"));
     QMenu* view = bar.addMenu(QStringLiteral("&View"));
     view->addAction(back);
     view->addSeparator();
@@ -82,7 +95,7 @@ void HostActions::fillToolBar(QToolBar& bar)
     bar.addSeparator();
     bar.addAction(connectLink);
     bar.addSeparator();
-    bar.addAction(lock);
+    bar.addActions({lock, undo, redo});
 }
 
 void HostActions::setRecentFiles(const QStringList& files)

@@ -21,6 +21,11 @@ public:
     QAction* save;
     QAction* saveAs;
     QAction* quit;
+    QAction* undo; ///< its text says what it would take back
+    QAction* redo;
+    QAction* copy; ///< its text names the control; so do those of the next
+    QAction* paste;
+    QAction* remove;
     QAction* connectLink; ///< its text says what it would do
     QAction* connectOnOpening;
     QAction* lock;
@@ -38,6 +43,9 @@ public:
 
     /// Fills a menu bar. The recent files stand in a menu of their own, filled by setRecentFiles().
     void fillMenus(QMenuBar& bar, QAction* showWindowList);
+    /// The menus whose entries depend on the panel in front; they have been made by fillMenus().
+    QMenu& editMenu() const { return *m_edit; }
+    QMenu& windowMenu() const { return *m_window; }
     void fillToolBar(QToolBar& bar);
     void setRecentFiles(const QStringList& files);
     /// Which commands make sense: with a site open or not, with a logger or not, while the link is in this state.
@@ -52,6 +60,8 @@ private:
     QAction* make(const QString& name, const QString& text, const QKeySequence& shortcut, bool checkable = false);
 
     QMenu* m_recent = nullptr;
+    QMenu* m_edit = nullptr;
+    QMenu* m_window = nullptr;
     bool m_kiosk = false;
 };
 

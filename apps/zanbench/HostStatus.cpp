@@ -37,6 +37,7 @@ HostStatus::HostStatus(Clock clock, QWidget* parent)
     , m_simulated(addField(*this, QStringLiteral("simulated")))
     , m_link(addField(*this, QStringLiteral("linkState")))
     , m_age(addField(*this, QStringLiteral("dataAge")))
+    , m_lock(addField(*this, QStringLiteral("lockState")))
     , m_changed(addField(*this, QStringLiteral("changes")))
 {
     QPalette colours = m_simulated->palette();
@@ -56,6 +57,7 @@ void HostStatus::clearSite()
     setSimulated(false);
     m_link->clear();
     m_age->clear();
+    m_lock->clear();
     m_changed->clear();
 }
 
@@ -93,6 +95,11 @@ void HostStatus::dataArrived()
 {
     m_lastData = m_clock();
     refreshAge();
+}
+
+void HostStatus::setLocked(bool locked)
+{
+    m_lock->setText(locked ? QStringLiteral("Locked") : QStringLiteral("Controls can be moved"));
 }
 
 void HostStatus::setChanged(bool changed)

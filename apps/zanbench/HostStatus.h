@@ -32,6 +32,8 @@ public:
     void setProgress(const QString& text);
     void dataArrived();
     void setChanged(bool changed);
+    /// Whether the controls of the panels stay where they are.
+    void setLocked(bool locked);
     /// Brings the age up to date; runs by itself every half second.
     void refreshAge();
 
@@ -40,6 +42,7 @@ private:
     QLabel* m_simulated;
     QLabel* m_link;
     QLabel* m_age;
+    QLabel* m_lock;
     QLabel* m_changed;
     QTimer m_timer;
     std::optional<std::int64_t> m_lastData;

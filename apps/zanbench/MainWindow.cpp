@@ -20,15 +20,7 @@ namespace {
 
 constexpr QSize EmptySize(900, 600);
 constexpr int ListWidth = 170;
-constexpr QMargins GuessedFrame(4, 32, 4, 4); // until there is a real one
-constexpr int ZoomStep = 25;
 constexpr int FrameSlack = 8; // what styles add around bars and docks
-constexpr int ChangesMilliseconds = 500;
-
-QString numbered(int number, const QString& description)
-{
-    return QStringLiteral("%1 (run-time error %2)").arg(description).arg(number);
-}
 
 } // namespace
 
@@ -45,6 +37,7 @@ MainWindow::MainWindow(Settings& settings, HostDialogs& dialogs, HostStatus::Clo
     , m_dock(new QDockWidget(QStringLiteral("Windows"), this))
     , m_list(new QListWidget(m_dock))
     , m_toolBar(addToolBar(QStringLiteral("Commands")))
+    , m_placement(new WindowPlacement(*this))
 {
     setWindowTitle(ProgramName);
     setContextMenuPolicy(Qt::NoContextMenu); // right clicks belong to the panel
@@ -65,6 +58,8 @@ MainWindow::MainWindow(Settings& settings, HostDialogs& dialogs, HostStatus::Clo
     addActions(m_actions.findChildren<QAction*>()); // shortcuts work where the menus are hidden, too
     m_actions.fillMenus(*menuBar(), m_dock->toggleViewAction());
     m_actions.fillToolBar(*m_toolBar);
+    m_editCommands = new EditCommands(m_actions, *m_pages, this);
+    new WindowMenu(m_actions.windowMenu(), *m_pages, {m_actions.hideProtected, m_actions.siteMap}, this);
     followRecentFiles();
     m_actions.connectOnOpening->setChecked(m_settings.connectsOnOpening());
     m_actions.lock->setChecked(true);
@@ -73,6 +68,7 @@ MainWindow::MainWindow(Settings& settings, HostDialogs& dialogs, HostStatus::Clo
     connectPages();
     connectTrail();
     connectZoom();
+    connectEdits();
     followLink();
 
     resize(EmptySize.boundedTo(screen()->availableSize()));
@@ -101,97 +97,6 @@ MainWindow::~MainWindow()
     delete m_pages; // its panels know the forms, which go before the children of a widget do
 }
 
-void MainWindow::connectActions()
-{
-    connect(m_actions.open, &QAction::triggered, this, [this] {
-        const QString folder = m_site ? QFileInfo(m_site->scheme().path()).path() : QDir::currentPath();
-        if (const QString chosen = m_dialogs.chooseScheme(folder); !chosen.isEmpty())
-            openChosen(chosen);
-    });
-    const auto openRecent = [this](const QString& file) {
-        if (!openChosen(file) && !QFileInfo::exists(file)) {
-            m_settings.removeRecentFile(file);
-            followRecentFiles();
-        }
-    };
-    connect(&m_actions, &HostActions::recentFileChosen, this, openRecent);
-    // The list that the choice was made in is made anew by it.
-    connect(m_start, &StartPage::recentFileChosen, this, openRecent, Qt::QueuedConnection);
-    connect(m_actions.openDemo, &QAction::triggered, this, [this] { openDemo(demoFolder()); });
-    connect(m_actions.newScheme, &QAction::triggered, this, &MainWindow::createScheme);
-    connect(m_actions.save, &QAction::triggered, this, &MainWindow::save);
-    connect(m_actions.saveAs, &QAction::triggered, this, &MainWindow::saveAs);
-    connect(m_actions.quit, &QAction::triggered, this, &QWidget::close);
-    connect(m_actions.connectLink, &QAction::triggered, this, [this] {
-        attempt(QStringLiteral("The logger could not be reached"), [this] { m_site->toggleLink(); });
-    });
-    connect(m_actions.connectOnOpening, &QAction::toggled, this,
-            [this](bool connects) { m_settings.setConnectsOnOpening(connects); });
-    connect(m_actions.lock, &QAction::toggled, this, [this](bool lock) {
-        PanelPages::Manner manner = m_pages->manner();
-        manner.isLocked = lock;
-        setManner(manner);
-    });
-    connect(m_actions.hideProtected, &QAction::toggled, this, [this](bool hide) {
-        PanelPages::Manner manner = m_pages->manner();
-        manner.hidesProtected = hide;
-        setManner(manner);
-    });
-    connect(m_actions.siteMap, &QAction::toggled, this, [this](bool show) {
-        if (window::BenchWindow* panel = currentPanel())
-            attempt(QStringLiteral("The site map could not be changed"),
-                    [panel, show] { panel->setShowSiteMap(show); });
-    });
-    connect(m_actions.previousWindow, &QAction::triggered, this, [this] { step(-1); });
-    connect(m_actions.nextWindow, &QAction::triggered, this, [this] { step(1); });
-    connect(m_actions.fullScreen, &QAction::toggled, this, &MainWindow::setFullScreen);
-    connect(m_actions.about, &QAction::triggered, this, [this] {
-        m_dialogs.showAbout(
-            QStringLiteral("%1\nLive panels for remote data loggers.\n\nFree software under the GNU "
-                           "General Public License, version 3 or later.")
-                .arg(versionText().trimmed()));
-    });
-    connect(m_list, &QListWidget::currentTextChanged, this, [this](const QString& key) {
-        if (!key.isEmpty())
-            showWindow(key);
-    });
-    m_changes.setInterval(ChangesMilliseconds);
-    connect(&m_changes, &QTimer::timeout, this, &MainWindow::followChanges);
-}
-
-void MainWindow::connectZoom()
-{
-    m_pages->setZoom(m_settings.zoom());
-    connect(m_actions.zoomIn, &QAction::triggered, this, [this] {
-        setZoom(std::min(PanelView::Largest, (int(m_pages->shownZoom()) / ZoomStep + 1) * ZoomStep));
-    });
-    connect(m_actions.zoomOut, &QAction::triggered, this, [this] {
-        const int steps = (int(m_pages->shownZoom()) + ZoomStep - 1) / ZoomStep;
-        setZoom(std::max(PanelView::Smallest, (steps - 1) * ZoomStep));
-    });
-    connect(m_actions.zoomNormal, &QAction::triggered, this, [this] { setZoom(100); });
-    connect(m_actions.zoomFit, &QAction::triggered, this, [this] { setZoom(PanelView::Fit); });
-    followZoom();
-}
-
-/// What is chosen in a full screen or a kiosk holds there alone.
-void MainWindow::setZoom(int percent)
-{
-    if (!m_kiosk && !isFullScreen())
-        m_settings.setZoom(percent);
-    m_pages->setZoom(percent);
-    followZoom();
-}
-
-void MainWindow::followZoom()
-{
-    const bool canZoom = m_site && m_pages->manner().isLocked;
-    for (QAction* action : {m_actions.zoomIn, m_actions.zoomOut, m_actions.zoomNormal, m_actions.zoomFit})
-        action->setEnabled(canZoom);
-    m_actions.zoomNormal->setChecked(m_pages->zoom() == 100);
-    m_actions.zoomFit->setChecked(m_pages->zoom() == PanelView::Fit);
-}
-
 void MainWindow::followRecentFiles()
 {
     m_actions.setRecentFiles(m_settings.recentFiles());
@@ -203,11 +108,10 @@ void MainWindow::connectPages()
     connect(m_kioskBar, &KioskBar::windowChosen, this, &MainWindow::showWindow);
     connect(m_pages, &PanelPages::shownChanged, this, &MainWindow::followPage);
     connect(m_pages, &PanelPages::failed, m_errors,
-            [this](int number, const QString& text) { m_errors->showError(numbered(number, text)); });
+            [this](int number, const QString& text) { m_errors->showError(ErrorBar::numbered(number, text)); });
 }
 
-template <class Action>
-bool MainWindow::attempt(const QString& what, Action action)
+bool MainWindow::attempt(const QString& what, const std::function<void()>& action)
 {
     if (!m_site)
         return false;
@@ -215,7 +119,8 @@ bool MainWindow::attempt(const QString& what, Action action)
         action();
         return true;
     } catch (const values::RuntimeError& error) {
-        m_dialogs.showError(QStringLiteral("%1: %2").arg(what, numbered(error.number(), error.description())));
+        m_dialogs.showError(
+            QStringLiteral("%1: %2").arg(what, ErrorBar::numbered(error.number(), error.description())));
     } catch (const std::exception& error) {
         // Memory has run out, or an object of another library fails in its own way.
         m_dialogs.showError(QStringLiteral("%1: %2").arg(what, QString::fromLocal8Bit(error.what())));
@@ -275,30 +180,46 @@ bool MainWindow::openScheme(const OpenOptions& options)
             QStringLiteral("%1 has no window '%2'.").arg(opened.site->displayName(), options.window));
         return false;
     }
+    if (m_keeper)
+        m_keeper->drop(); // what is left now is saved, or not wanted
     closeSite();
     setTrail({});
-    m_site = std::move(opened.site);
-    m_watch = std::make_unique<ChangeWatch>(Ref<trellis::SchemeFile>(&m_site->scheme()));
-    // Panels name their pictures relative to the scheme that they belong to.
-    QDir::setCurrent(QFileInfo(m_site->scheme().path()).path());
-    m_settings.addRecentFile(m_site->scheme().path());
-    followRecentFiles();
+    m_keeper = keeperOf(opened.site->scheme().path());
+    const EditKeeper::Offer offer = offerEdits(*m_keeper, *opened.site);
+    if (offer.restored)
+        opened = OpenedSite::serve(offer.restored, options.logger);
+    QStringList notes = offer.notes;
+    if (!opened.site->loggerProblem().isEmpty())
+        notes.append(opened.site->loggerProblem());
     m_actions.lock->setChecked(!options.unlock);
-    m_pages->open(*m_site, *m_watch, m_panelHost);
-    connectSite();
-    m_centre->setCurrentWidget(m_pages);
-    followZoom();
+    beginSite(std::move(opened), bool(offer.restored));
 
     const QStringList keys = m_site->panelKeys();
     const QString last = m_settings.lastWindow(m_site->scheme().path());
     const QString first = asked ? *asked : keys.contains(last) ? last : keys.value(0);
-    showWindow(first);
+    showWindow(m_site->windowKey(first) ? first : keys.value(0));
     fitToPanel();
-    if (!m_site->loggerProblem().isEmpty())
-        m_errors->showError(m_site->loggerProblem());
+    if (!notes.isEmpty())
+        m_errors->showError(notes.join(QLatin1Char(' ')));
     if (!options.offline && m_settings.connectsOnOpening())
         attempt(QStringLiteral("The logger could not be reached"), [this] { m_site->connectLink(); });
     return true;
+}
+
+void MainWindow::beginSite(OpenedSiteResult opened, bool isRestored)
+{
+    m_site = std::move(opened.site);
+    m_watch = std::make_unique<ChangeWatch>(Ref<trellis::SchemeFile>(&m_site->scheme()));
+    if (isRestored)
+        m_watch->neverSettled();
+    // Panels name their pictures relative to the scheme that they belong to.
+    QDir::setCurrent(QFileInfo(m_site->scheme().path()).path());
+    m_settings.addRecentFile(m_site->scheme().path());
+    followRecentFiles();
+    m_pages->open(*m_site, *m_watch, m_panelHost);
+    connectSite();
+    m_centre->setCurrentWidget(m_pages);
+    followZoom();
 }
 
 void MainWindow::connectSite()
@@ -314,9 +235,10 @@ void MainWindow::connectSite()
                 [this](int address, const QString& message) {
                     m_errors->showError(m_site->writeFailureText(address, message));
                 });
-        connect(
-            halyard, &halyard::HalyardLogger::EventFailed, m_errors,
-            [this](int number, const QString& description) { m_errors->showError(numbered(number, description)); });
+        connect(halyard, &halyard::HalyardLogger::EventFailed, m_errors,
+                [this](int number, const QString& description) {
+                    m_errors->showError(ErrorBar::numbered(number, description));
+                });
     }
     const auto progress = [this](int percentage, const QString& text) {
         m_status->setProgress(percentage < 0 ? text : QStringLiteral("%1 (%2 %)").arg(text).arg(percentage));
@@ -326,6 +248,7 @@ void MainWindow::connectSite()
     for (const auto done : {&site::Logger::ProgramComplete, &site::Logger::UnloadComplete})
         connect(logger.get(), done, m_status, [this] { m_status->setProgress({}); });
     followLink();
+    m_status->setLocked(m_pages->manner().isLocked);
     followChanges();
     m_changes.start();
 }
@@ -383,48 +306,7 @@ void MainWindow::fitToPanel()
     const int width = ListWidth + style()->pixelMetric(QStyle::PM_DockWidgetSeparatorExtent);
     const int height =
         menuBar()->sizeHint().height() + m_toolBar->sizeHint().height() + m_status->sizeHint().height();
-    resize((panel->minimumSize() + QSize(width + FrameSlack, height + FrameSlack))
-               .boundedTo(screen()->availableSize().shrunkBy(GuessedFrame)));
-}
-
-/// The whole window, frame included, lies on the screen, however large its panel, whatever the scale and wherever it
-/// was when it was last closed.
-void MainWindow::keepOnScreen()
-{
-    if (m_kiosk || isFullScreen() || isMaximized() || !isVisible())
-        return;
-    const QRect room = screen()->availableGeometry();
-    const QSize frame = frameGeometry().size() - size();
-    resize(size().boundedTo(room.size() - frame));
-    QRect outer = frameGeometry();
-    outer.setSize(size() + frame);
-    outer.moveRight(std::min(outer.right(), room.right()));
-    outer.moveBottom(std::min(outer.bottom(), room.bottom()));
-    outer.moveLeft(std::max(outer.left(), room.left()));
-    outer.moveTop(std::max(outer.top(), room.top()));
-    if (outer.topLeft() != frameGeometry().topLeft())
-        move(outer.topLeft());
-}
-
-void MainWindow::showEvent(QShowEvent* event)
-{
-    QMainWindow::showEvent(event);
-    QMetaObject::invokeMethod(this, &MainWindow::keepOnScreen, Qt::QueuedConnection);
-}
-
-void MainWindow::changeEvent(QEvent* event)
-{
-    QMainWindow::changeEvent(event);
-    // By the time the window is active for the first time it has its frame.
-    if (event->type() == QEvent::ActivationChange && isActiveWindow() && !std::exchange(m_isPlaced, true))
-        QMetaObject::invokeMethod(this, &MainWindow::keepOnScreen, Qt::QueuedConnection);
-}
-
-void MainWindow::step(int by)
-{
-    const int count = m_list->count();
-    if (count > 0)
-        m_list->setCurrentRow((std::max(0, m_list->currentRow()) + by + count) % count);
+    m_placement->resize(panel->minimumSize() + QSize(width + FrameSlack, height + FrameSlack));
 }
 
 /// Comes before any panel hears of the new state: panels are made after the site is connected to.
@@ -457,113 +339,6 @@ void MainWindow::followLink()
     m_kioskBar->setSimulated(m_site && m_site->isSimulated());
 }
 
-bool MainWindow::hasUnsavedChanges() const
-{
-    return m_watch && m_watch->isChanged();
-}
-
-void MainWindow::followChanges()
-{
-    if (!m_site)
-        return;
-    const bool changed = hasUnsavedChanges();
-    m_status->setChanged(changed);
-    setWindowModified(changed);
-    const QString key = m_pages->currentKey();
-    const QString shown = key.isEmpty() ? QStringLiteral("(no window)") : key;
-    const QString mark = m_site->isSimulated() ? QStringLiteral(" (simulated logger)") : QString();
-    setWindowTitle(QStringLiteral("%1: %2[*]%3 - ZanBench").arg(m_site->displayName(), shown, mark));
-}
-
-void MainWindow::setManner(const PanelPages::Manner& manner)
-{
-    try {
-        m_pages->setManner(manner);
-    } catch (const values::RuntimeError& error) {
-        m_dialogs.showError(numbered(error.number(), error.description()));
-    }
-    followZoom();
-}
-
-/// Every panel brings its window up to date before anything is stored, so that no file holds half of an edit.
-bool MainWindow::bringUpToDate()
-{
-    return attempt(QStringLiteral("The panels could not be stored"), [this] { m_pages->updateDocuments(); });
-}
-
-bool MainWindow::save()
-{
-    if (!m_site || !bringUpToDate())
-        return false;
-    // What nobody has edited is left as it is, in the file, too.
-    const bool needed = m_watch->compare() || !QFileInfo::exists(m_site->scheme().path());
-    const bool saved = !needed || store();
-    if (saved && needed)
-        m_watch->settle();
-    followChanges();
-    return saved;
-}
-
-bool MainWindow::store()
-{
-    try {
-        m_site->scheme().Save();
-        return true;
-    } catch (const values::RuntimeError& error) {
-        if (!m_site->scheme().isChangedOnDisk()) {
-            m_dialogs.showError(QStringLiteral("The scheme was not saved: %1").arg(error.description()));
-            return false;
-        }
-        switch (m_dialogs.askConflict(error.description())) {
-        case HostDialogs::Conflict::Overwrite:
-            return attempt(QStringLiteral("The scheme was not saved"), [this] { m_site->scheme().saveOver(); });
-        case HostDialogs::Conflict::SaveAs:
-            return saveAs();
-        case HostDialogs::Conflict::Cancel:
-            break;
-        }
-    }
-    return false;
-}
-
-bool MainWindow::saveAs()
-{
-    if (!m_site)
-        return false;
-    const QString target = m_dialogs.chooseTarget(m_site->scheme().path());
-    if (target.isEmpty())
-        return false;
-    const bool saved = bringUpToDate() && attempt(QStringLiteral("The scheme was not saved"),
-                                                  [this, &target] { m_site->scheme().saveAs(target); });
-    if (saved) {
-        m_watch->settle();
-        m_settings.addRecentFile(target);
-        followRecentFiles();
-        QDir::setCurrent(QFileInfo(target).path());
-    }
-    followChanges();
-    return saved;
-}
-
-bool MainWindow::confirmLeaving()
-{
-    if (!m_site)
-        return true;
-    // An edit may still stand on the panel alone, and an element that was taken away leaves no mark.
-    bringUpToDate();
-    if (!m_watch->compare())
-        return true;
-    switch (m_dialogs.askUnsaved(m_site->displayName())) {
-    case HostDialogs::Unsaved::Save:
-        return save();
-    case HostDialogs::Unsaved::Discard:
-        return true;
-    case HostDialogs::Unsaved::Cancel:
-        break;
-    }
-    return false;
-}
-
 void MainWindow::storeState()
 {
     if (!m_kiosk && !isFullScreen())
@@ -577,6 +352,7 @@ void MainWindow::closeSite()
     if (!m_site)
         return;
     m_changes.stop();
+    m_edits.stop();
     storeState();
     m_site->logger()->disconnect(this);
     m_site->logger()->Link()->disconnect(this);
@@ -584,7 +360,9 @@ void MainWindow::closeSite()
     m_site->logger()->disconnect(m_errors);
     m_pages->close();
     m_centre->setCurrentWidget(m_start);
+    m_editCommands->follow();
     m_watch.reset();
+    m_keeper.reset();
     m_site.reset();
     m_errors->dismiss();
     {
@@ -598,32 +376,6 @@ void MainWindow::closeSite()
     followZoom();
 }
 
-void MainWindow::setFullScreen(bool full)
-{
-    if (full)
-        m_settings.setWindow(saveGeometry(), saveState());
-    setWindowState(full ? windowState() | Qt::WindowFullScreen : windowState() & ~Qt::WindowFullScreen);
-    m_pages->setZoom(full ? int(PanelView::Fit) : m_settings.zoom());
-    followZoom();
-}
-
-void MainWindow::enterKiosk()
-{
-    m_kiosk = true;
-    menuBar()->hide();
-    m_toolBar->hide();
-    m_dock->hide();
-    m_status->hide();
-    PanelPages::Manner manner = m_pages->manner();
-    manner.isLocked = manner.hasLockedMenus = true;
-    setManner(manner);
-    m_actions.restrictToKiosk();
-    m_kioskBar->setActive(true);
-    m_pages->setZoom(PanelView::Fit);
-    followZoom();
-    setWindowState(windowState() | Qt::WindowFullScreen);
-}
-
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     if (!confirmLeaving()) {
@@ -631,6 +383,9 @@ void MainWindow::closeEvent(QCloseEvent* event)
         return;
     }
     storeState();
+    if (m_keeper)
+        m_keeper->drop();
+    m_edits.stop();
     event->accept();
 }
 

@@ -2,6 +2,8 @@
 
 #include "zanbench/ChangeWatch.h"
 #include "zanbench/CommandLine.h"
+#include "zanbench/EditCommands.h"
+#include "zanbench/EditKeeper.h"
 #include "zanbench/ErrorBar.h"
 #include "zanbench/HostActions.h"
 #include "zanbench/HostDialogs.h"
@@ -14,11 +16,14 @@
 #include "zanbench/SchemeTrail.h"
 #include "zanbench/Settings.h"
 #include "zanbench/StartPage.h"
+#include "zanbench/WindowMenu.h"
+#include "zanbench/WindowPlacement.h"
 
 #include <QDockWidget>
 #include <QListWidget>
 #include <QMainWindow>
 
+#include <functional>
 #include <memory>
 
 namespace zan::window {
@@ -60,14 +65,16 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
-    void showEvent(QShowEvent* event) override;
-    void changeEvent(QEvent* event) override;
 
 private:
     void buildCentre();
     void connectActions();
+    void connectFileActions();
+    void connectPanelActions();
     void connectZoom();
+    void connectEdits();
     void connectSite();
+    void beginSite(OpenedSiteResult opened, bool isRestored);
     bool openChosen(const QString& path);
     bool bringUpToDate();
     bool store();
@@ -80,19 +87,22 @@ private:
     void openOnTrail(const SchemePlace& place, const SchemeTrail& trail);
     void setTrail(const SchemeTrail& trail);
     void fitToPanel();
-    void keepOnScreen();
     void setZoom(int percent);
     void followZoom();
     void followRecentFiles();
     void linkChanged(int state);
     void followLink();
     void followChanges();
+    void lookForChanges();
+    void editMade(const window::BenchWindow& panel);
+    void keepEdits();
+    std::unique_ptr<EditKeeper> keeperOf(const QString& scheme) const;
+    EditKeeper::Offer offerEdits(EditKeeper& keeper, const OpenedSite& saved);
     void step(int by);
     void setFullScreen(bool full);
     void setManner(const PanelPages::Manner& manner);
     /// Runs something that may raise a run-time error; shows the error and gives false when it does.
-    template <class Action>
-    bool attempt(const QString& what, Action action);
+    bool attempt(const QString& what, const std::function<void()>& action);
     bool confirmLeaving();
     void storeState();
     void closeSite();
@@ -102,6 +112,7 @@ private:
     PanelForms m_forms; // outlives the panels
     std::unique_ptr<OpenedSite> m_site;
     std::unique_ptr<ChangeWatch> m_watch; // of the open site
+    std::unique_ptr<EditKeeper> m_keeper; // of the open site
     SchemeTrail m_trail;
     Ref<PanelHost> m_panelHost;
     HostActions m_actions;
@@ -114,9 +125,12 @@ private:
     QDockWidget* m_dock;
     QListWidget* m_list;
     QToolBar* m_toolBar;
+    WindowPlacement* m_placement;
+    EditCommands* m_editCommands = nullptr;
     QTimer m_changes;
+    QTimer m_edits; // runs from an edit until it is kept
+    int m_looks = 0;
     bool m_kiosk = false;
-    bool m_isPlaced = false; // on the screen, with its frame
 };
 
 } // namespace zan::host

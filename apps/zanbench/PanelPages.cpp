@@ -144,6 +144,13 @@ PanelPages::Page& PanelPages::load(const QString& key)
     page.view = view;
     page.panel = panel;
     followZoom();
+    connectPanel(*panel);
+    return page;
+}
+
+void PanelPages::connectPanel(window::BenchWindow& connected)
+{
+    window::BenchWindow* panel = &connected;
     connect(panel, &window::BenchWindow::LoadScheme, this, [this, panel](const QString& scheme) {
         const QString mapFile = panel->SiteMap() ? panel->SiteMap()->mapFile() : QString();
         const auto tell = [this, scheme, mapFile] { Q_EMIT schemeChosen(scheme, mapFile); };
@@ -157,7 +164,23 @@ PanelPages::Page& PanelPages::load(const QString& key)
         if (Page* reached = pageOf(*panel))
             entered(*reached);
     });
-    return page;
+    connect(panel, &window::BenchWindow::EditsChanged, this, [this, panel] { Q_EMIT edited(panel); });
+    // Later: the menu that it was chosen from belongs to a press that the panel has not ended yet.
+    connect(
+        panel, &window::BenchWindow::PropertyChanged, this,
+        [this, alive = QPointer<window::BenchWindow>(panel)](const QString& name) {
+            if (alive && name == QLatin1String("LockPositions"))
+                followLock(*alive);
+        },
+        Qt::QueuedConnection);
+}
+
+/// The lock is one for all panels, whoever turns it.
+void PanelPages::followLock(window::BenchWindow& panel)
+{
+    const Page* page = pageOf(panel);
+    if (page && page->changes == 0 && panel.Controls() && panel.LockPositions() != m_manner.isLocked)
+        Q_EMIT lockAsked(panel.LockPositions());
 }
 
 /// The panel may be running a script, which ends first.
@@ -257,7 +280,7 @@ void PanelPages::setManner(const Manner& manner)
     for (const QPointer<window::BenchWindow>& panel : panels()) {
         if (panel && manner.hasLockedMenus != former.hasLockedMenus)
             panel->setLockMenu(manner.hasLockedMenus);
-        if (panel && manner.isLocked != former.isLocked)
+        if (panel && manner.isLocked != former.isLocked && panel->LockPositions() != manner.isLocked)
             panel->setLockPositions(manner.isLocked);
         if (panel && manner.hidesProtected != former.hidesProtected)
             panel->setHideProtectedControls(manner.hidesProtected);
@@ -281,6 +304,11 @@ double PanelPages::shownZoom() const
 {
     const Page* page = pageOf(currentWidget());
     return page ? page->view->shownZoom() : 100;
+}
+
+bool PanelPages::isLoading() const
+{
+    return std::any_of(m_pages.begin(), m_pages.end(), [](const auto& page) { return page->changes > 0; });
 }
 
 void PanelPages::updateDocuments()

@@ -64,6 +64,8 @@ public:
     int zoom() const { return m_zoom; }
     /// The percentage that the panel in front is drawn at.
     double shownZoom() const;
+    /// Whether a panel is on its way from one window to another: documents are to be left alone then.
+    bool isLoading() const;
     /// Every panel brings its window up to date in the document. Raises what a panel raises.
     void updateDocuments();
     /// Every panel looks at its channels and at the link anew.
@@ -75,6 +77,10 @@ Q_SIGNALS:
     /// A site was chosen on a panel's map: its SCHEME, and the map file that it stands in. Comes when the choice has
     /// ended, so that the panel may go.
     void schemeChosen(const QString& scheme, const QString& mapFile);
+    /// A panel's edits are others than before: one was made, taken back or made again.
+    void edited(window::BenchWindow* panel);
+    /// A panel was locked or unlocked by its own menu or by a script, against the manner of all.
+    void lockAsked(bool lock);
     /// A panel has failed where nobody could take the error.
     void failed(int number, const QString& description);
 
@@ -97,6 +103,8 @@ private:
     void bringToFront(Page& page);
     void followZoom();
     void applyManner(window::BenchWindow& panel) const;
+    void connectPanel(window::BenchWindow& panel);
+    void followLock(window::BenchWindow& panel);
     void leaving(Page& page);
     void entered(Page& page);
     void adopt(Page& page);

@@ -53,3 +53,33 @@ TEST_F(Changes, EditsOfTheSameElementsAreChanges)
     SetAttribute(controls[2], Name("TOOLTIPTEXT"), QStringLiteral("mine"));
     EXPECT_TRUE(watch->isChanged()) << "a bar without a channel has the tip that somebody gave it";
 }
+
+/// A bound label that takes the size of its text, of this alignment, with this place and width.
+static Node boundLabel(const Node& control, const char* alignment, const char* left, const char* width)
+{
+    SetAttribute(control, Name("TYPE"), QStringLiteral("VB.Label"));
+    SetAttribute(control, Name("BINDTO"), QStringLiteral("A|B"));
+    SetAttribute(control, Name("AUTOSIZE"), QStringLiteral("-1"));
+    SetAttribute(control, Name("ALIGNMENT"), QLatin1String(alignment));
+    SetAttribute(control, Name("LEFT"), QLatin1String(left));
+    SetAttribute(control, Name("WIDTH"), QLatin1String(width));
+    return control;
+}
+
+TEST_F(Changes, ALabelThatFollowsItsTextKeepsItsEdgeOrItsMiddle)
+{
+    boundLabel(controls[0], "1", "300", "600");
+    boundLabel(controls[1], "2", "300", "600");
+    boundLabel(controls[2], "0", "300", "600");
+    watch->settle();
+    boundLabel(controls[0], "1", "0", "900"); // no LEFT at all
+    boundLabel(controls[1], "2", "150", "900");
+    boundLabel(controls[2], "0", "300", "900");
+    EXPECT_FALSE(watch->compare()) << "a text has grown";
+    SetAttribute(controls[0], Name("LEFT"), QStringLiteral("15"));
+    EXPECT_TRUE(watch->compare()) << "moved by a user";
+    SetAttribute(controls[0], Name("LEFT"), QStringLiteral("0"));
+    EXPECT_FALSE(watch->compare());
+    SetAttribute(controls[2], Name("LEFT"), QStringLiteral("0"));
+    EXPECT_TRUE(watch->compare()) << "its left edge is what this one keeps";
+}

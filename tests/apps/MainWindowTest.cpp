@@ -396,3 +396,26 @@ TEST_F(MainWindowTest, PanelsLargerThanTheWindowCanBeScrolled)
     // The label ends 6150 twips from the left and 4800 from the top.
     EXPECT_EQ(window.currentPanel()->minimumSize(), QSize(6150 / 15 + 16, 4800 / 15 + 16));
 }
+
+TEST_F(MainWindowTest, AScanThatResizesALabelIsNoUnsavedChange)
+{
+    QByteArray windows;
+    for (const char* alignment : {"0", "1", "2"})
+        windows += QByteArray("<CONTROL><TYPE>VB.Label</TYPE><LEFT>3000</LEFT><TOP>300</TOP><WIDTH>600</WIDTH>"
+                              "<HEIGHT>300</HEIGHT><AUTOSIZE>-1</AUTOSIZE><BINDTO>First|A</BINDTO><ALIGNMENT>") +
+                   alignment + "</ALIGNMENT></CONTROL>";
+    QByteArray text = read("site.scheme");
+    text.replace("<WINDOW><KEY>Second</KEY><CONTAINER/>", "<WINDOW><KEY>Second</KEY><CONTAINER/>" + windows);
+    write("site.scheme", text);
+    MainWindow window(settings, dialogs);
+    host::OpenOptions options = online();
+    options.window = "Second";
+    ASSERT_TRUE(window.openScheme(options));
+    const auto label = window.currentPanel()->Controls()->Control(binding::Variant(std::int32_t(2)));
+    const float left = label->Left();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return label->Left() != left; }, DeadlineMilliseconds))
+        << "42 has two figures";
+    EXPECT_TRUE(window.save());
+    EXPECT_EQ(read("site.scheme"), text) << "nothing to save";
+    EXPECT_FALSE(window.hasUnsavedChanges());
+}
