@@ -1,5 +1,6 @@
 #pragma once
 
+#include "script/compiler/Slot.h"
 #include "script/syntax/Ast.h"
 
 #include <memory>
@@ -161,7 +162,7 @@ struct Procedure
     std::int32_t resultSlot = -1;
     const ClassInfo* owner = nullptr;
     std::vector<Instruction> code;
-    mutable std::vector<values::Variant> constants; ///< never written; the banks have one pointer type
+    mutable std::vector<Slot> constants; ///< never written; the banks have one pointer type
     mutable std::vector<Site> sites;
     std::vector<Mark> marks;
     std::vector<values::Name> names;

@@ -474,11 +474,11 @@ Operand Compiler::constant(const values::Variant& value)
     auto& constants = m_body->procedure->constants;
     if (value.is(values::Kind::Integer)) { // small numbers are shared; others seldom repeat
         for (std::size_t place = 0; place < std::min<std::size_t>(constants.size(), 64); ++place) {
-            if (constants[place].is(values::Kind::Integer) && constants[place].integer() == value.integer())
+            if (constants[place].is(values::Kind::Integer) && constants[place].value().integer() == value.integer())
                 return operand(Bank::Constant, std::uint32_t(place));
         }
     }
-    constants.push_back(value);
+    constants.emplace_back(value);
     return operand(Bank::Constant, std::uint32_t(constants.size() - 1));
 }
 

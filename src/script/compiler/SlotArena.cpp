@@ -36,9 +36,9 @@ void givePages(void* memory, std::size_t bytes) noexcept
 
 } // namespace
 
-// All-zero memory is an Empty Variant: its kind is 0 and nothing is counted.
+// All-zero memory is a slot that holds Empty: its kind is 0 and nothing is counted.
 SlotArena::SlotArena(std::size_t count)
-    : m_slots(static_cast<values::Variant*>(takePages(count * sizeof(values::Variant))))
+    : m_slots(static_cast<Slot*>(takePages(count * sizeof(Slot))))
     , m_count(count)
 {
     static_assert(static_cast<int>(values::Kind::Empty) == 0);
@@ -49,17 +49,13 @@ SlotArena::SlotArena(std::size_t count)
 SlotArena::~SlotArena()
 {
     clear();
-    givePages(m_slots, m_count * sizeof(values::Variant));
+    givePages(m_slots, m_count * sizeof(Slot));
 }
 
 void SlotArena::clear() noexcept
 {
-    for (std::size_t place = 0; place < m_used; ++place) {
-        if (m_slots[place].isCounted())
-            m_slots[place] = values::Variant();
-        else
-            new (&m_slots[place]) values::Variant();
-    }
+    for (std::size_t place = 0; place < m_used; ++place)
+        m_slots[place].clear();
 }
 
 std::unique_ptr<SlotArena> ArenaPool::take(std::size_t count)

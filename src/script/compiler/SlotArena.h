@@ -1,6 +1,6 @@
 #pragma once
 
-#include "values/Variant.h"
+#include "script/compiler/Slot.h"
 
 #include <cstddef>
 #include <memory>
@@ -8,7 +8,7 @@
 
 namespace zan::script {
 
-/// A long row of Variants that never moves, all Empty at first: the machine's stack and the global variables, whose
+/// A long row of slots that never moves, all Empty at first: the machine's stack and the global variables, whose
 /// addresses are passed by reference. Memory is taken page by page as it is used.
 class SlotArena
 {
@@ -18,8 +18,8 @@ public:
     SlotArena(const SlotArena&) = delete;
     SlotArena& operator=(const SlotArena&) = delete;
 
-    values::Variant* begin() const noexcept { return m_slots; }
-    values::Variant* end() const noexcept { return m_slots + m_count; }
+    Slot* begin() const noexcept { return m_slots; }
+    Slot* end() const noexcept { return m_slots + m_count; }
     std::size_t count() const noexcept { return m_count; }
     /// Slots at and above this one were never touched; keeps clearing from walking over unused pages.
     void noteUse(std::size_t count) noexcept { m_used = count > m_used ? count : m_used; }
@@ -28,7 +28,7 @@ public:
     void clear() noexcept;
 
 private:
-    values::Variant* m_slots;
+    Slot* m_slots;
     std::size_t m_count;
     std::size_t m_used = 0;
 };

@@ -45,9 +45,9 @@ public:
     std::uint32_t count() const noexcept { return std::uint32_t(m_symbols.size()); }
     std::uint32_t numberOf(const Symbol& symbol) const noexcept { return m_numbers.at(symbol.name.folded()); }
 
-    values::Variant& value(std::uint32_t number) noexcept { return m_values.begin()[number]; }
-    /// The first value; the values never move.
-    values::Variant* values() noexcept { return m_values.begin(); }
+    values::Variant& value(std::uint32_t number) noexcept { return slots()[number].value(); }
+    /// Where the values lie; they never move, and none of them is the way to another.
+    Slot* slots() noexcept { return m_values.begin(); }
 
 private:
     std::vector<Symbol> m_symbols;

@@ -36,7 +36,7 @@ Instance::Instance(Engine& engine, const ClassInfo& info)
 
 Instance::~Instance()
 {
-    values::bury(std::move(m_fields));
+    buryFields();
 }
 
 const binding::MemberTable& Instance::members() const
@@ -74,9 +74,17 @@ void Instance::sayGoodbye()
 
 void Instance::letGo()
 {
-    // The fields' places stay: code of the object may still be under way.
-    std::vector<Variant> contents(m_fields.size());
-    contents.swap(m_fields);
+    buryFields();
+}
+
+/// Lets go of what the fields hold. Their places stay: code of the object may still be under way.
+void Instance::buryFields() noexcept
+{
+    std::vector<Variant> contents;
+    for (Slot& field : m_fields) {
+        if (field.isCounted())
+            contents.push_back(std::move(field.value()));
+    }
     values::bury(std::move(contents));
 }
 

@@ -22,7 +22,7 @@ public:
     values::Variant invoke(values::Name name, binding::Access access, binding::Arguments arguments) override;
 
     const ClassInfo& info() const noexcept { return *m_info; }
-    values::Variant* fields() noexcept { return m_fields.data(); }
+    Slot* fields() noexcept { return m_fields.data(); }
 
     void sayGoodbye() override;
     void letGo() override;
@@ -34,9 +34,10 @@ public:
 
 private:
     ~Instance() override;
+    void buryFields() noexcept;
 
     const ClassInfo* m_info;
-    std::vector<values::Variant> m_fields;
+    std::vector<Slot> m_fields;
     bool m_terminated = false;
 };
 

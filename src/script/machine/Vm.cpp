@@ -26,36 +26,52 @@ using values::Variant;
 namespace {
 
 /// Stores a plain value; the usual slot holds a plain value before, too.
-template <class T>
-inline void put(Variant& slot, T value)
+template <class Place, class T>
+inline void put(Place& slot, T value)
 {
     if (!slot.isCounted())
-        new (&slot) Variant(value);
+        new (&slot) Place(value);
     else
         slot = Variant(value);
 }
 
-inline bool integral(const Variant& value, std::int32_t& result) noexcept
+inline const Variant& valueOf(const Variant& value) noexcept
 {
-    if (value.kind() == Kind::Integer) {
-        result = value.integer();
-        return true;
-    }
-    result = value.longInteger();
-    return value.kind() == Kind::Long;
+    return value;
+}
+inline const Variant& valueOf(const Slot& slot) noexcept
+{
+    return slot.value();
 }
 
-inline bool numeric(const Variant& value, double& result) noexcept
+/// The kind is looked at first: what is no number need not be a value.
+template <class Place>
+inline bool integral(const Place& place, std::int32_t& result) noexcept
 {
-    switch (value.kind()) {
-    case Kind::Double:
-        result = value.real();
-        return true;
+    switch (place.kind()) {
     case Kind::Integer:
-        result = value.integer();
+        result = valueOf(place).integer();
         return true;
     case Kind::Long:
-        result = value.longInteger();
+        result = valueOf(place).longInteger();
+        return true;
+    default:
+        return false;
+    }
+}
+
+template <class Place>
+inline bool numeric(const Place& place, double& result) noexcept
+{
+    switch (place.kind()) {
+    case Kind::Double:
+        result = valueOf(place).real();
+        return true;
+    case Kind::Integer:
+        result = valueOf(place).integer();
+        return true;
+    case Kind::Long:
+        result = valueOf(place).longInteger();
         return true;
     default:
         return false;
@@ -63,7 +79,8 @@ inline bool numeric(const Variant& value, double& result) noexcept
 }
 
 /// A sum or product of two Integers stays one while it fits, then is a Long, then a Double.
-inline void putWhole(Variant& slot, std::int64_t value, bool narrow)
+template <class Place>
+inline void putWhole(Place& slot, std::int64_t value, bool narrow)
 {
     if (narrow && value == std::int16_t(value))
         put(slot, std::int16_t(value));
@@ -73,7 +90,7 @@ inline void putWhole(Variant& slot, std::int64_t value, bool narrow)
         put(slot, double(value));
 }
 
-inline bool bothIntegers(const Variant& left, const Variant& right) noexcept
+inline bool bothIntegers(const Slot& left, const Slot& right) noexcept
 {
     return left.kind() == Kind::Integer && right.kind() == Kind::Integer;
 }
@@ -96,10 +113,13 @@ inline bool Vm::finish(std::size_t stopDepth)
     const Frame& frame = m_frames.back();
     const Operand result = frame.result;
     Variant value;
-    if (frame.procedure->resultSlot >= 0)
-        value = std::move(frame.base[frame.procedure->resultSlot]);
-    if (value.isReference()) [[unlikely]]
-        value = Variant(read(value));
+    if (frame.procedure->resultSlot >= 0) {
+        Slot& slot = frame.base[frame.procedure->resultSlot];
+        if (slot.isReference()) [[unlikely]]
+            value = read(slot);
+        else
+            value = std::move(slot.value());
+    }
     pop();
     if (m_frames.size() == stopDepth) [[unlikely]] {
         m_result = std::move(value);
@@ -115,7 +135,7 @@ inline bool Vm::finish(std::size_t stopDepth)
 }
 
 /// slot(index) := source
-inline bool Vm::putElement(Variant& slot, const Variant& index, const Variant& source)
+inline bool Vm::putElement(Slot& slot, const Variant& index, const Variant& source)
 {
     Variant& target = follow(slot);
     if (target.isArray() && !source.isObject()) {
@@ -126,7 +146,7 @@ inline bool Vm::putElement(Variant& slot, const Variant& index, const Variant& s
             return false;
         }
     }
-    Variant arguments[2] = {index, source};
+    Slot arguments[2] = {Slot(index), Slot(source)};
     return putIndex(slot, arguments, 1, false);
 }
 
@@ -137,7 +157,7 @@ void Vm::dispatch(std::size_t stopDepth)
         ZAN_SCRIPT_OPERATIONS(ZAN_SCRIPT_OPERATION)
 #undef ZAN_SCRIPT_OPERATION
     };
-    Variant* banks[4] = {};
+    Slot* banks[4] = {};
     const Procedure* procedure = nullptr;
     const Instruction* next = nullptr;
     const Instruction* code = nullptr;
@@ -151,7 +171,7 @@ void Vm::dispatch(std::size_t stopDepth)
         banks[1] = procedure->constants.data();                                                                    \
         banks[3] = running.me ? running.me->fields() : nullptr;                                                    \
     } while (false)
-    banks[2] = m_engine.symbols().values();
+    banks[2] = m_engine.symbols().slots();
     LOAD;
 
 #define R(op) (banks[(op) >> 30][(op)&0x3fffffff])
@@ -179,8 +199,8 @@ void Vm::dispatch(std::size_t stopDepth)
 #define ARITHMETIC(name, sign, general)                                                                            \
     OP(name)                                                                                                       \
     {                                                                                                              \
-        const Variant& left = R(code->b);                                                                          \
-        const Variant& right = R(code->c);                                                                         \
+        const Slot& left = R(code->b);                                                                             \
+        const Slot& right = R(code->c);                                                                            \
         std::int32_t x = 0;                                                                                        \
         std::int32_t y = 0;                                                                                        \
         double p = 0;                                                                                              \
@@ -203,8 +223,8 @@ void Vm::dispatch(std::size_t stopDepth)
 #define UNLESS(name, sign, op)                                                                                     \
     OP(name)                                                                                                       \
     {                                                                                                              \
-        const Variant& left = R(code->a);                                                                          \
-        const Variant& right = R(code->b);                                                                         \
+        const Slot& left = R(code->a);                                                                             \
+        const Slot& right = R(code->b);                                                                            \
         std::int32_t x = 0;                                                                                        \
         std::int32_t y = 0;                                                                                        \
         double p = 0;                                                                                              \
@@ -230,20 +250,21 @@ void Vm::dispatch(std::size_t stopDepth)
 
             OP(Move)
             {
-                Variant& source = R(code->b);
+                Slot& source = R(code->b);
                 if (code->n && !source.isReference())
-                    R(code->a) = std::move(source);
+                    R(code->a) = std::move(source.value());
                 else
                     R(code->a) = read(source);
             }
             NEXT;
             OP(Let)
             {
-                Variant& source = R(code->b);
-                if (source.isObject() || source.isReference()) {
-                    Variant value = plainValue(read(source)); // may run code: the target is looked up after it
+                Slot& slot = R(code->b);
+                if (slot.is(Kind::Object) || slot.isReference()) {
+                    Variant value = plainValue(read(slot)); // may run code: the target is looked up after it
                     follow(R(code->a)) = std::move(value);
                 } else {
+                    Variant& source = slot.value();
                     Variant& target = follow(R(code->a));
                     if (!source.isCounted() && !target.isCounted())
                         new (&target) Variant(source);
@@ -256,12 +277,12 @@ void Vm::dispatch(std::size_t stopDepth)
             NEXT;
             OP(Set)
             {
-                Variant& source = R(code->b);
+                Slot& source = R(code->b);
                 if (!read(source).isObject())
                     values::raise(ErrorNumber::ObjectRequired);
                 Variant& target = follow(R(code->a));
                 if (code->n && !source.isReference())
-                    target = std::move(source);
+                    target = std::move(source.value());
                 else
                     target = read(source);
             }
@@ -273,11 +294,7 @@ void Vm::dispatch(std::size_t stopDepth)
             NEXT;
             OP(MakeReference)
             {
-                Variant& source = R(code->b);
-                if (source.isReference())
-                    R(code->a) = source;
-                else
-                    R(code->a) = Variant::reference(reinterpret_cast<std::uintptr_t>(&source));
+                R(code->a) = wayTo(R(code->b));
             }
             NEXT;
             OP(ElementReference)
@@ -322,9 +339,9 @@ void Vm::dispatch(std::size_t stopDepth)
             NEXT;
             OP(Unary)
             {
-                const Variant& source = R(code->b);
+                const Slot& source = R(code->b);
                 if (static_cast<Operator>(code->n) == Operator::Not && source.is(Kind::Boolean))
-                    put(R(code->a), !source.boolean());
+                    put(R(code->a), !source.value().boolean());
                 else {
                     const Variant& operand = READ(code->b);
                     spendOn(operand);
@@ -350,7 +367,7 @@ void Vm::dispatch(std::size_t stopDepth)
             NEXT;
             OP(Concat)
             {
-                Variant* const pieces = &R(code->b);
+                Slot* const pieces = &R(code->b);
                 Variant result = join(pieces, code->n);
                 clear(pieces, code->n);
                 R(code->a) = std::move(result);
@@ -427,13 +444,13 @@ void Vm::dispatch(std::size_t stopDepth)
             OP(ForNext)
             {
                 Variant& variable = follow(R(code->a));
-                const Variant* const state = &R(code->b);
+                const Slot* const state = &R(code->b);
                 std::int32_t number = 0;
                 std::int32_t limit = 0;
                 bool again = false;
                 // A whole step of one Integer is the loop that nearly every script writes.
                 if (state[1].kind() == Kind::Integer && integral(variable, number) && integral(state[0], limit)) {
-                    const std::int32_t step = state[1].integer();
+                    const std::int32_t step = state[1].value().integer();
                     const std::int64_t sum = std::int64_t(number) + step;
                     putWhole(variable, sum, variable.kind() == Kind::Integer);
                     again = step >= 0 ? sum <= limit : sum >= limit;
@@ -453,7 +470,7 @@ void Vm::dispatch(std::size_t stopDepth)
             NEXT;
             OP(EachNext)
             {
-                if (!nextEach(R(code->b), R(code->a)))
+                if (!nextEach(R(code->b).value(), R(code->a)))
                     JUMP(code->c);
             }
             NEXT;
@@ -478,8 +495,8 @@ void Vm::dispatch(std::size_t stopDepth)
             NEXT;
             OP(CallBuiltin)
             {
-                Variant* const arguments = &R(code->b);
-                Variant result = callBuiltin(code->c, arguments, code->n);
+                Slot* const arguments = &R(code->b);
+                Variant result = callBuiltin(code->c, valuesOf(arguments), code->n);
                 clear(arguments, code->n);
                 R(code->a) = std::move(result);
             }
@@ -505,23 +522,23 @@ void Vm::dispatch(std::size_t stopDepth)
             OP(CallMember)
             {
                 SAVE;
-                Variant* const slot = &R(code->b);
-                const Variant object = std::move(*slot); // must not live on in the temporary
+                Slot* const slot = &R(code->b);
+                const Variant object = std::move(slot->value()); // must not live on in the temporary
                 CALLED(getMember(object, procedure->sites[code->c], slot + 1, code->n, code->a));
             }
             NEXT;
             OP(PutMember)
             {
                 SAVE;
-                Variant value = READ(code->b);
+                Slot value(READ(code->b));
                 CALLED(putMember(READ(code->a), procedure->sites[code->c], &value, 1, code->n != 0));
             }
             NEXT;
             OP(PutMemberIndexed)
             {
                 SAVE;
-                Variant* const slot = &R(code->a);
-                const Variant object = std::move(*slot);
+                Slot* const slot = &R(code->a);
+                const Variant object = std::move(slot->value());
                 CALLED(putMember(object, procedure->sites[code->c], slot + 1, code->n + 1u, code->b != 0));
             }
             NEXT;
@@ -549,7 +566,7 @@ void Vm::dispatch(std::size_t stopDepth)
                     }
                 }
                 SAVE;
-                Variant argument = index;
+                Slot argument(index);
                 CALLED(indexInto(R(code->b), &argument, 1, code->a));
             }
             NEXT;
@@ -625,7 +642,7 @@ void Vm::dispatch(std::size_t stopDepth)
             NEXT;
             OP(DimAgain)
             {
-                if (R(code->a).isArray())
+                if (R(code->a).is(Kind::Array))
                     throw NamedError(ErrorNumber::TypeMismatch, procedure->names[code->c]);
             }
             NEXT;
@@ -643,9 +660,9 @@ void Vm::dispatch(std::size_t stopDepth)
             NEXT;
             OP(ByValue)
             {
-                Variant& slot = R(code->a);
+                Slot& slot = R(code->a);
                 if (slot.isReference())
-                    slot = Variant(read(slot));
+                    slot = read(slot);
             }
             NEXT;
             OP(Return)

@@ -107,18 +107,13 @@ private:
     static constexpr std::size_t CharactersPerPass = 32;
     class Room;
     enum class Purpose : std::uint8_t { Call, LastWords };
-    struct ElementPath
-    {
-        values::Variant* root;
-        std::vector<std::size_t> offsets;
-    };
     /// Variables that text run inside a procedure declared there.
-    using DynamicScope = std::unordered_map<values::Name, std::unique_ptr<values::Variant>>;
+    using DynamicScope = std::unordered_map<values::Name, std::unique_ptr<Slot>>;
     struct Frame
     {
         const Procedure* procedure;
         const Instruction* next;
-        values::Variant* base;
+        Slot* base;
         Instance* me;          ///< retained
         DynamicScope* dynamic; ///< owned; null until needed
         std::size_t paths;     ///< element paths below belong to callers
@@ -134,17 +129,18 @@ private:
     bool isTrue(const values::Variant& value);
     values::Ordering generalCompare(const values::Variant& left, const values::Variant& right, int flags);
     values::Variant generalAdd(const values::Variant& left, const values::Variant& right);
-    values::Variant join(const values::Variant* pieces, std::size_t count);
-    void append(values::Variant& slot, values::Variant* pieces, std::size_t count);
+    values::Variant join(const Slot* pieces, std::size_t count);
+    void append(Slot& slot, Slot* pieces, std::size_t count);
     // VmFrames.cpp
-    values::Variant* top() const noexcept;
-    void push(const Procedure& procedure, values::Variant* base, std::size_t count, Instance* me, Operand result);
+    Slot* top() const noexcept;
+    void push(const Procedure& procedure, Slot* base, std::size_t count, Instance* me, Operand result);
     void pop() noexcept;
     void popRest() noexcept;
     [[noreturn]] void refusePush(const Procedure& procedure, std::size_t count) const;
     bool finish(std::size_t stopDepth);
-    void reserve(const values::Variant* first, std::size_t count) const;
+    void reserve(const Slot* first, std::size_t count) const;
     void deliver(Operand result, values::Variant&& value);
+    void refer(Operand result, Slot&& way);
     void recover(std::size_t stopDepth);
     bool resume(std::size_t stopDepth, int number, const QString& description, const QString& source);
     void noteErrorPosition();
@@ -153,52 +149,46 @@ private:
                             Purpose purpose);
     void hearWaiting() noexcept;
     // VmArrays.cpp
-    values::Variant& follow(values::Variant& slot)
+    values::Variant& follow(Slot& slot) { return slot.isReference() ? followReference(slot, true) : slot.value(); }
+    const values::Variant& read(const Slot& slot)
     {
-        return slot.isReference() ? followReference(slot, true) : slot;
+        return slot.isReference() ? followReference(slot, false) : slot.value();
     }
-    const values::Variant& read(values::Variant& slot)
-    {
-        return slot.isReference() ? followReference(slot, false) : slot;
-    }
-    values::Variant& followReference(const values::Variant& slot, bool forWriting);
-    void plainIndices(values::Variant* indices, std::size_t count);
-    static std::size_t elementPlace(const values::Variant& holder, const values::Variant* indices,
-                                    std::size_t count);
+    values::Variant& followReference(const Slot& slot, bool forWriting);
+    void plainIndices(Slot* indices, std::size_t count);
+    static std::size_t elementPlace(const values::Variant& holder, const Slot* indices, std::size_t count);
     values::Variant plainValue(const values::Variant& value);
-    bool elementReference(const Instruction& code, values::Variant* const* banks);
-    bool indexInto(values::Variant& slot, values::Variant* arguments, std::size_t count, Operand result);
-    bool putElement(values::Variant& slot, const values::Variant& index, const values::Variant& source);
-    bool putIndex(values::Variant& slot, values::Variant* arguments, std::size_t count, bool set);
-    void redim(values::Variant& slot, const values::Variant* bounds, std::size_t count, bool preserve);
-    void erase(values::Variant& slot);
-    values::Array& writable(values::Variant& slot);
+    bool elementReference(const Instruction& code, Slot* const* banks);
+    bool indexInto(Slot& slot, Slot* arguments, std::size_t count, Operand result);
+    bool putElement(Slot& slot, const values::Variant& index, const values::Variant& source);
+    bool putIndex(Slot& slot, Slot* arguments, std::size_t count, bool set);
+    void redim(values::Variant& variable, const Slot* bounds, std::size_t count, bool preserve);
+    void erase(values::Variant& variable);
+    values::Array& writable(values::Variant& variable);
     values::Variant declaredArray(const std::vector<std::int32_t>& upperBounds);
     values::Variant startEach(const values::Variant& collection);
-    bool nextEach(values::Variant& state, values::Variant& slot);
-    bool startFor(values::Variant& slot, values::Variant* state);
-    bool nextFor(values::Variant& slot, const values::Variant* state);
+    bool nextEach(const values::Variant& state, Slot& slot);
+    bool startFor(Slot& slot, Slot* state);
+    bool nextFor(Slot& slot, const Slot* state);
     // VmCalls.cpp: true when a frame was pushed, so that the result comes later
-    bool getMember(const values::Variant& object, Site& site, values::Variant* arguments, std::size_t count,
-                   Operand result, bool parentheses = false);
-    bool putMember(const values::Variant& object, Site& site, values::Variant* arguments, std::size_t count,
-                   bool set);
-    bool callDefault(const values::Variant& value, values::Variant* arguments, std::size_t count, Operand result);
+    bool getMember(const values::Variant& object, Site& site, Slot* arguments, std::size_t count, Operand result,
+                   bool parentheses = false);
+    bool putMember(const values::Variant& object, Site& site, Slot* arguments, std::size_t count, bool set);
+    bool callDefault(const values::Variant& value, Slot* arguments, std::size_t count, Operand result);
     values::Variant callBuiltin(std::uint32_t number, const values::Variant* arguments, std::size_t count);
-    bool callInstance(Instance& object, const ClassMember* member, values::Variant* arguments, std::size_t count,
+    bool callInstance(Instance& object, const ClassMember* member, Slot* arguments, std::size_t count,
                       Operand result, bool parentheses = false);
-    bool putInstance(Instance& object, const ClassMember* member, values::Variant* arguments, std::size_t count,
-                     bool set);
+    bool putInstance(Instance& object, const ClassMember* member, Slot* arguments, std::size_t count, bool set);
     bool isInsideClass(const ClassInfo& info) const noexcept;
-    values::Variant* onStack(values::Variant* arguments, std::size_t count);
-    void settle(values::Variant* arguments, std::size_t count);
-    static void clear(values::Variant* slots, std::size_t count) noexcept;
+    Slot* onStack(Slot* arguments, std::size_t count);
+    void settle(Slot* arguments, std::size_t count);
+    static void clear(Slot* slots, std::size_t count) noexcept;
     bool create(values::Name name, Operand result);
     bool runText(const values::Variant& text, RunMode mode, Operand result);
     // VmNames.cpp
     struct Found
     {
-        values::Variant* variable = nullptr;
+        Slot* variable = nullptr;
         const Procedure* procedure = nullptr;
         Instance* me = nullptr;
         const ClassMember* member = nullptr;
@@ -211,24 +201,23 @@ private:
         bool isCallable() const noexcept { return procedure || member || builtin >= 0 || runText || hostItem >= 0; }
     };
     Found find(values::Name name);
-    values::Variant* findVariable(values::Name name);
+    Slot* findVariable(values::Name name);
     bool loadName(values::Name name, Operand result, bool statement);
     bool refName(values::Name name, Operand result);
     bool storeName(values::Name name, const values::Variant& value, bool set);
-    void bindName(values::Variant& slot, values::Name name, bool make);
-    bool callFound(const Found& found, values::Name name, values::Variant* arguments, std::size_t count,
-                   Operand result);
-    bool callName(values::Name name, values::Variant* arguments, std::size_t count, Operand result);
-    values::Variant& makeVariable(values::Name name);
+    void bindName(Slot& slot, values::Name name, bool make);
+    bool callFound(const Found& found, values::Name name, Slot* arguments, std::size_t count, Operand result);
+    bool callName(values::Name name, Slot* arguments, std::size_t count, Operand result);
+    Slot& makeVariable(values::Name name);
 
     Engine& m_engine;
     Budget& m_budget;
     SlotArena& m_stack;
-    values::Variant* m_stackEnd; ///< the last part of the stack is kept for last words
+    Slot* m_stackEnd; ///< the last part of the stack is kept for last words
     std::vector<Frame> m_frames;
-    std::vector<std::unique_ptr<ElementPath>> m_paths;
-    std::vector<std::shared_ptr<const Unit>> m_units; ///< texts that Eval and Execute are running
-    values::Variant m_result;                         ///< of the last procedure that returned to outside
+    std::vector<std::unique_ptr<const ElementPath>> m_paths; ///< that slots of the frames hold the way to
+    std::vector<std::shared_ptr<const Unit>> m_units;        ///< texts that Eval and Execute are running
+    values::Variant m_result;                                ///< of the last procedure that returned to outside
     std::size_t m_depthLimit = 0;
     int m_credit = 0;                             ///< loop passes and calls until the limits are looked at
     std::vector<values::Ref<Instance>> m_waiting; ///< objects that wait for their last words

@@ -16,8 +16,6 @@ using values::Variant;
 
 namespace {
 
-constexpr std::uintptr_t PathTag = 1; ///< marks the address of an element path; variables are aligned
-
 std::int32_t indexNumber(const Variant& index)
 {
     if (index.isMissing())
@@ -83,21 +81,21 @@ Variant Vm::declaredArray(const std::vector<std::int32_t>& upperBounds)
     return newArray(upperBounds);
 }
 
-/// The array in a slot, made the slot's own copy first when others share it.
-Array& Vm::writable(Variant& slot)
+/// The array in a variable, made the variable's own copy first when others share it.
+Array& Vm::writable(Variant& variable)
 {
-    if (slot.array().references() > 1)
-        chargeBytes(slot.array().elements().size() * sizeof(Variant));
-    return slot.arrayForWriting();
+    if (variable.array().references() > 1)
+        chargeBytes(variable.array().elements().size() * sizeof(Variant));
+    return variable.arrayForWriting();
 }
 
 /// The variable or array element that a slot refers to. An element is looked up at every use, since the array may
 /// change while it is passed around; raises 9 when it is gone.
-Variant& Vm::followReference(const Variant& slot, bool forWriting)
+Variant& Vm::followReference(const Slot& slot, bool forWriting)
 {
-    if ((slot.address() & PathTag) == 0)
-        return *reinterpret_cast<Variant*>(slot.address());
-    const auto& path = *reinterpret_cast<const ElementPath*>(slot.address() & ~PathTag);
+    if (!slot.isElement())
+        return slot.variable();
+    const ElementPath& path = slot.element();
     Variant* value = path.root;
     for (const std::size_t offset : path.offsets) {
         if (!value->isArray() || offset >= value->array().elements().size())
@@ -110,16 +108,16 @@ Variant& Vm::followReference(const Variant& slot, bool forWriting)
 
 /// Objects among the indices of an array give their default values, which may run code: done before the array is
 /// looked at.
-void Vm::plainIndices(Variant* indices, std::size_t count)
+void Vm::plainIndices(Slot* indices, std::size_t count)
 {
     for (std::size_t place = 0; place < count; ++place) {
-        if (indices[place].isObject())
-            indices[place] = plainValue(indices[place]);
-        spendOn(indices[place]);
+        if (indices[place].is(Kind::Object))
+            indices[place] = plainValue(indices[place].value());
+        spendOn(indices[place].value());
     }
 }
 
-std::size_t Vm::elementPlace(const Variant& holder, const Variant* indices, std::size_t count)
+std::size_t Vm::elementPlace(const Variant& holder, const Slot* indices, std::size_t count)
 {
     if (!holder.isArray())
         values::raise(ErrorNumber::TypeMismatch);
@@ -132,7 +130,7 @@ std::size_t Vm::elementPlace(const Variant& holder, const Variant* indices, std:
         numbers = many.data();
     }
     for (std::size_t place = 0; place < count; ++place)
-        numbers[place] = indexNumber(indices[place]);
+        numbers[place] = indexNumber(indices[place].value());
     return holder.array().offset({numbers, count});
 }
 
@@ -152,31 +150,27 @@ Variant Vm::plainValue(const Variant& value)
     return result;
 }
 
-bool Vm::elementReference(const Instruction& code, Variant* const* banks)
+bool Vm::elementReference(const Instruction& code, Slot* const* banks)
 {
-    Variant& slot = banks[code.b >> 30][placeOf(code.b)];
-    Variant* const indices = &banks[code.c >> 30][placeOf(code.c)];
+    Slot& slot = banks[code.b >> 30][placeOf(code.b)];
+    Slot* const indices = &banks[code.c >> 30][placeOf(code.c)];
     if (!read(slot).isArray())
         return indexInto(slot, indices, code.n, code.a);
     plainIndices(indices, code.n);
     auto path = std::make_unique<ElementPath>();
-    path->root = &slot;
-    if (slot.isReference()) {
-        if (slot.address() & PathTag)
-            *path = *reinterpret_cast<const ElementPath*>(slot.address() & ~PathTag);
-        else
-            path->root = reinterpret_cast<Variant*>(slot.address());
-    }
+    if (slot.isElement())
+        *path = slot.element();
+    else
+        path->root = slot.isReference() ? &slot.variable() : &slot.value();
     path->offsets.push_back(elementPlace(read(slot), indices, code.n));
     clear(indices, code.n);
-    const auto address = reinterpret_cast<std::uintptr_t>(path.get()) | PathTag;
+    refer(code.a, Slot::to(*path));
     m_paths.push_back(std::move(path));
-    deliver(code.a, Variant::reference(address));
     return false;
 }
 
 /// slot(arguments): an element, or the default member of an object.
-bool Vm::indexInto(Variant& slot, Variant* arguments, std::size_t count, Operand result)
+bool Vm::indexInto(Slot& slot, Slot* arguments, std::size_t count, Operand result)
 {
     if (read(slot).isArray()) {
         plainIndices(arguments, count);
@@ -192,9 +186,9 @@ bool Vm::indexInto(Variant& slot, Variant* arguments, std::size_t count, Operand
     return callDefault(read(slot), arguments, count, result);
 }
 
-bool Vm::putIndex(Variant& slot, Variant* arguments, std::size_t count, bool set)
+bool Vm::putIndex(Slot& slot, Slot* arguments, std::size_t count, bool set)
 {
-    Variant& value = arguments[count];
+    const Variant& value = arguments[count].value();
     if (set && !value.isObject())
         values::raise(ErrorNumber::ObjectRequired);
     if (read(slot).isArray()) {
@@ -213,13 +207,13 @@ bool Vm::putIndex(Variant& slot, Variant* arguments, std::size_t count, bool set
     return putMember(object, site, arguments, count + 1, set);
 }
 
-void Vm::redim(Variant& slot, const Variant* upperBounds, std::size_t count, bool preserve)
+void Vm::redim(Variant& variable, const Slot* upperBounds, std::size_t count, bool preserve)
 {
-    if (slot.isArray() && slot.array().isFixedSize()) // whatever the bounds asked for
+    if (variable.isArray() && variable.array().isFixedSize()) // whatever the bounds asked for
         values::raise(ErrorNumber::ArrayLocked);
     std::vector<Array::Bound> bounds;
     for (std::size_t place = 0; place < count; ++place)
-        bounds.push_back({0, indexNumber(upperBounds[place])});
+        bounds.push_back({0, indexNumber(upperBounds[place].value())});
     std::int64_t total = 1;
     for (const Array::Bound& bound : bounds) {
         if (bound.count() < 0)
@@ -227,31 +221,31 @@ void Vm::redim(Variant& slot, const Variant* upperBounds, std::size_t count, boo
         total = std::min(total * bound.count(), Array::MaximumElements + 1);
     }
     chargeBytes(std::size_t(total) * sizeof(Variant));
-    if (!preserve || !slot.isArray() || slot.array().rank() == 0) {
-        if (!slot.isArray() && !slot.isEmpty() && preserve)
+    if (!preserve || !variable.isArray() || variable.array().rank() == 0) {
+        if (!variable.isArray() && !variable.isEmpty() && preserve)
             values::raise(ErrorNumber::TypeMismatch);
-        slot = Variant(values::make<Array>(std::move(bounds)));
+        variable = Variant(values::make<Array>(std::move(bounds)));
         return;
     }
     // Only the last dimension may change: the elements kept lie together at the front.
-    const std::vector<Array::Bound>& old = slot.array().bounds();
+    const std::vector<Array::Bound>& old = variable.array().bounds();
     bool same = old.size() == bounds.size();
     for (std::size_t place = 0; same && place + 1 < bounds.size(); ++place)
         same = old[place].upper == bounds[place].upper;
     if (!same)
         values::raise(ErrorNumber::SubscriptOutOfRange);
-    slot.arrayForWriting().resizeLast(bounds.back().upper);
+    variable.arrayForWriting().resizeLast(bounds.back().upper);
 }
 
-void Vm::erase(Variant& slot)
+void Vm::erase(Variant& variable)
 {
-    if (!slot.isArray())
+    if (!variable.isArray())
         values::raise(ErrorNumber::TypeMismatch);
-    if (slot.array().isFixedSize()) {
-        chargeBytes(slot.array().elements().size() * sizeof(Variant));
-        slot = Variant(values::make<Array>(slot.array().bounds(), true));
+    if (variable.array().isFixedSize()) {
+        chargeBytes(variable.array().elements().size() * sizeof(Variant));
+        variable = Variant(values::make<Array>(variable.array().bounds(), true));
     } else {
-        slot = Variant(values::make<Array>());
+        variable = Variant(values::make<Array>());
     }
 }
 
@@ -268,7 +262,7 @@ Variant Vm::startEach(const Variant& collection)
     return Variant(values::make<EachState>(std::move(items)));
 }
 
-bool Vm::nextEach(Variant& state, Variant& slot)
+bool Vm::nextEach(const Variant& state, Slot& slot)
 {
     if (!state.isObject() || !state.object())
         return false; // what failed was the collection: its error stands, and the one pass was all
@@ -285,28 +279,30 @@ bool Vm::nextEach(Variant& state, Variant& slot)
 }
 
 /// Start value to the control variable, the bounds made numbers. False when the body must not run at all.
-bool Vm::startFor(Variant& slot, Variant* state)
+bool Vm::startFor(Slot& slot, Slot* state)
 {
     for (int place = 0; place < 3; ++place)
-        spendOn(state[place]);
-    const Variant start = loopNumber(state[2]);
-    state[0] = loopNumber(state[0]);
-    state[1] = loopNumber(state[1]);
-    state[2] = Variant();
+        spendOn(state[place].value());
+    const Variant start = loopNumber(state[2].value());
+    state[0] = loopNumber(state[0].value());
+    state[1] = loopNumber(state[1].value());
+    state[2].clear();
     follow(slot) = start;
-    return !passesLimit(start, state[0], state[1]);
+    return !passesLimit(start, state[0].value(), state[1].value());
 }
 
-bool Vm::nextFor(Variant& slot, const Variant* state)
+bool Vm::nextFor(Slot& slot, const Slot* state)
 {
     const Variant variable = read(slot);
-    if (state[0].isEmpty())
+    const Variant& limit = state[0].value();
+    const Variant& step = state[1].value();
+    if (limit.isEmpty())
         values::raise(ErrorNumber::ForLoopNotInitialized);
     if (variable.isText()) // COMPAT: even one that is a number
         values::raise(ErrorNumber::TypeMismatch);
-    const Variant sum = values::add(variable, state[1]);
+    const Variant sum = values::add(variable, step);
     follow(slot) = sum;
-    return !passesLimit(sum, state[0], state[1]);
+    return !passesLimit(sum, limit, step);
 }
 
 } // namespace zan::script

@@ -12,6 +12,7 @@ namespace zan::script {
 
 using binding::Access;
 using values::ErrorNumber;
+using values::Kind;
 using values::Variant;
 
 namespace {
@@ -34,12 +35,12 @@ T* ownObject(const Variant& value, const Engine& engine) noexcept
 } // namespace
 
 /// Arguments for code outside the engine: values instead of references.
-void Vm::settle(Variant* arguments, std::size_t count)
+void Vm::settle(Slot* arguments, std::size_t count)
 {
     for (std::size_t place = 0; place < count; ++place) {
         if (arguments[place].isReference())
             arguments[place] = Variant(followReference(arguments[place], false));
-        spendOn(arguments[place]);
+        spendOn(arguments[place].value());
     }
 }
 
@@ -49,18 +50,18 @@ bool Vm::isInsideClass(const ClassInfo& info) const noexcept
 }
 
 /// The arguments where a callee can take them over as its first slots.
-Variant* Vm::onStack(Variant* arguments, std::size_t count)
+Slot* Vm::onStack(Slot* arguments, std::size_t count)
 {
     if (arguments >= m_stack.begin() && arguments < m_stack.end())
         return arguments;
-    Variant* const base = top();
+    Slot* const base = top();
     reserve(base, count + 1);
     m_stack.noteUse(std::size_t(base - m_stack.begin()) + count);
     std::copy(arguments, arguments + count, base);
     return base;
 }
 
-bool Vm::getMember(const Variant& target, Site& site, Variant* arguments, std::size_t count, Operand result,
+bool Vm::getMember(const Variant& target, Site& site, Slot* arguments, std::size_t count, Operand result,
                    bool parentheses)
 {
     if (Instance* object = ownObject<Instance>(target, m_engine)) {
@@ -80,7 +81,7 @@ bool Vm::getMember(const Variant& target, Site& site, Variant* arguments, std::s
     const values::Ref<values::AutomationObject> alive = target.objectRef();
     Variant value;
     try {
-        value = static_cast<binding::Object&>(*alive).invoke(site.name, Access::Get, {arguments, count});
+        value = static_cast<binding::Object&>(*alive).invoke(site.name, Access::Get, {valuesOf(arguments), count});
     } catch (const StopError&) {
         throw;
     } catch (const values::RuntimeError& error) {
@@ -96,7 +97,7 @@ bool Vm::getMember(const Variant& target, Site& site, Variant* arguments, std::s
     return false;
 }
 
-bool Vm::callInstance(Instance& object, const ClassMember* member, Variant* arguments, std::size_t count,
+bool Vm::callInstance(Instance& object, const ClassMember* member, Slot* arguments, std::size_t count,
                       Operand result, bool parentheses)
 {
     const bool inside = isInsideClass(object.info());
@@ -104,18 +105,18 @@ bool Vm::callInstance(Instance& object, const ClassMember* member, Variant* argu
     if (member->field >= 0 || member->isConstant) {
         if (!member->fieldIsPublic && !inside)
             refuse();
-        Variant value = member->isConstant ? member->constant : object.fields()[member->field];
+        Slot value = member->isConstant ? Slot(member->constant) : object.fields()[member->field];
         if (count == 0) {
             // COMPAT: a field cannot be read with empty parentheses, though it can be assigned so: they are an index
             // without dimensions where the field is an array.
-            if (parentheses && value.isArray())
+            if (parentheses && value.is(Kind::Array))
                 values::raise(ErrorNumber::SubscriptOutOfRange);
-            if (parentheses && !value.isObject())
+            if (parentheses && !value.is(Kind::Object))
                 values::raise(ErrorNumber::InvalidCall);
-            deliver(result, std::move(value));
+            deliver(result, std::move(value.value()));
             return false;
         }
-        if (!value.isArray() && !value.isObject())
+        if (!value.is(Kind::Array) && !value.is(Kind::Object))
             refuse();
         settle(arguments, count);
         return indexInto(value, arguments, count, result);
@@ -129,7 +130,7 @@ bool Vm::callInstance(Instance& object, const ClassMember* member, Variant* argu
 }
 
 /// Assigns the last argument to a member; the others are its indices.
-bool Vm::putMember(const Variant& target, Site& site, Variant* arguments, std::size_t count, bool set)
+bool Vm::putMember(const Variant& target, Site& site, Slot* arguments, std::size_t count, bool set)
 {
     if (set && !read(arguments[count - 1]).isObject())
         values::raise(ErrorNumber::ObjectRequired);
@@ -149,13 +150,13 @@ bool Vm::putMember(const Variant& target, Site& site, Variant* arguments, std::s
     settle(arguments, count);
     const values::Ref<values::AutomationObject> alive = target.objectRef();
     static_cast<binding::Object&>(*alive).invoke(site.name, set ? Access::PutReference : Access::Put,
-                                                 {arguments, count});
+                                                 {valuesOf(arguments), count});
     clear(arguments, count);
     m_budget.countCall();
     return false;
 }
 
-bool Vm::putInstance(Instance& object, const ClassMember* member, Variant* arguments, std::size_t count, bool set)
+bool Vm::putInstance(Instance& object, const ClassMember* member, Slot* arguments, std::size_t count, bool set)
 {
     const bool inside = isInsideClass(object.info());
     const auto refuse = [member] { throw NamedError(ErrorNumber::NoSuchMember, member->name); };
@@ -164,11 +165,12 @@ bool Vm::putInstance(Instance& object, const ClassMember* member, Variant* argum
             refuse();
         settle(arguments, count);
         if (count == 1) {
-            object.fields()[member->field] = set ? arguments[0] : plainValue(arguments[0]);
+            const Variant& value = arguments[0].value();
+            object.fields()[member->field] = set ? value : plainValue(value);
             return false;
         }
-        Variant& field = object.fields()[member->field];
-        if (!field.isArray() && !field.isObject())
+        Slot& field = object.fields()[member->field];
+        if (!field.is(Kind::Array) && !field.is(Kind::Object))
             refuse();
         return putIndex(field, arguments, count - 1, set);
     }
@@ -182,7 +184,7 @@ bool Vm::putInstance(Instance& object, const ClassMember* member, Variant* argum
 }
 
 /// A value used as a procedure: the default member of an object. Raises 13 for anything else.
-bool Vm::callDefault(const Variant& value, Variant* arguments, std::size_t count, Operand result)
+bool Vm::callDefault(const Variant& value, Slot* arguments, std::size_t count, Operand result)
 {
     if (!value.isObject())
         values::raise(ErrorNumber::TypeMismatch);
@@ -202,7 +204,7 @@ bool Vm::callDefault(const Variant& value, Variant* arguments, std::size_t count
     }
     settle(arguments, count);
     const values::Ref<values::AutomationObject> alive = value.objectRef();
-    Variant made = static_cast<binding::Object&>(*alive).invoke({}, Access::Get, {arguments, count});
+    Variant made = static_cast<binding::Object&>(*alive).invoke({}, Access::Get, {valuesOf(arguments), count});
     clear(arguments, count);
     chargeValue(made);
     m_budget.countCall();
@@ -219,7 +221,7 @@ bool Vm::create(values::Name name, Operand result)
     const Symbol* symbol = m_engine.symbols().find(name);
     if (symbol && symbol->kind == Symbol::Kind::Class) {
         const ClassInfo& info = *symbol->classInfo;
-        std::size_t bytes = sizeof(Instance) + info.fields.size() * sizeof(Variant);
+        std::size_t bytes = sizeof(Instance) + info.fields.size() * sizeof(Slot);
         for (const ClassInfo::Field& field : info.fields)
             bytes += bytesOfArray(field.upperBounds);
         chargeBytes(bytes);
@@ -246,7 +248,7 @@ Variant Vm::invokeInstance(Instance& object, values::Name name, Access access, b
         if (!member->fieldIsPublic)
             values::raise(ErrorNumber::NoSuchMember);
         if (isGet && arguments.empty())
-            return member->isConstant ? member->constant : object.fields()[member->field];
+            return member->isConstant ? member->constant : object.fields()[member->field].value();
         if (!isGet && arguments.size() == 1 && !member->isConstant) {
             object.fields()[member->field] =
                 access == Access::PutReference ? arguments[0] : plainValue(arguments[0]);

@@ -42,13 +42,13 @@ void Vm::clearStack() noexcept
 }
 
 /// First slot above everything that is in use.
-Variant* Vm::top() const noexcept
+Slot* Vm::top() const noexcept
 {
     return m_frames.empty() ? m_stack.begin() : m_frames.back().base + m_frames.back().procedure->frameSize;
 }
 
 /// Raises 28 when the slots do not fit the stack.
-void Vm::reserve(const Variant* first, std::size_t count) const
+void Vm::reserve(const Slot* first, std::size_t count) const
 {
     if (std::size_t(m_stack.end() - first) < count)
         values::raise(ErrorNumber::OutOfStack);
@@ -61,14 +61,10 @@ void Vm::refusePush(const Procedure& procedure, std::size_t count) const
     values::raise(ErrorNumber::OutOfStack);
 }
 
-void Vm::clear(Variant* slots, std::size_t count) noexcept
+void Vm::clear(Slot* slots, std::size_t count) noexcept
 {
-    for (std::size_t slot = 0; slot < count; ++slot) {
-        if (slots[slot].isCounted())
-            slots[slot] = Variant();
-        else
-            new (&slots[slot]) Variant();
-    }
+    for (std::size_t slot = 0; slot < count; ++slot)
+        slots[slot].clear();
 }
 
 /// What few frames have: variables of text run inside them, element paths, texts under way.
@@ -101,6 +97,13 @@ void Vm::deliver(Operand result, Variant&& value)
     case Bank::Constant:
         break;
     }
+}
+
+/// Puts the way to a variable where the running procedure wants it: such an operand is an argument in the making.
+void Vm::refer(Operand result, Slot&& way)
+{
+    Q_ASSERT(bankOf(result) == Bank::Local);
+    m_frames.back().base[placeOf(result)] = std::move(way);
 }
 
 Variant Vm::run(const Procedure& procedure, Instance* me, binding::Arguments arguments)
@@ -155,7 +158,7 @@ private:
     Vm& m_vm;
     Activation m_activation;
     std::size_t m_depthLimit;
-    Variant* m_stackEnd;
+    Slot* m_stackEnd;
 };
 
 Variant Vm::execute(const Procedure& procedure, Instance* me, binding::Arguments arguments, Purpose purpose)
@@ -165,7 +168,7 @@ Variant Vm::execute(const Procedure& procedure, Instance* me, binding::Arguments
         m_errorPositionKnown = false;
     }
     const Room room(*this, purpose);
-    Variant* const base = top();
+    Slot* const base = top();
     reserve(base, arguments.size() + 8);
     m_stack.noteUse(std::size_t(base - m_stack.begin()) + arguments.size());
     std::copy(arguments.begin(), arguments.end(), base);
@@ -282,7 +285,7 @@ bool Vm::resume(std::size_t stopDepth, int number, const QString& description, c
     const Mark* mark = frame.procedure->markAt(std::size_t(frame.next - code.data() - 1));
     const std::size_t kept = mark ? mark->temporaries : frame.procedure->localCount;
     frame.next = code.data() + (mark ? mark->resume : 0);
-    Variant* const base = frame.base;
+    Slot* const base = frame.base;
     m_paths.resize(frame.paths);
     clear(base + kept, frame.procedure->frameSize - kept);
     return true;

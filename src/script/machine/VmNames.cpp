@@ -18,7 +18,7 @@ constexpr int UnsupportedType = 458;
 
 /// A variable that is not global: one declared by text run inside the procedure, one of the procedure that such a
 /// text runs in, or a field of its object.
-Variant* Vm::findVariable(values::Name name)
+Slot* Vm::findVariable(values::Name name)
 {
     const Frame& running = m_frames.back();
     const bool isInside = running.procedure->dynamicScope;
@@ -32,7 +32,7 @@ Variant* Vm::findVariable(values::Name name)
     spend(scope.procedure->locals.size() / 16);
     for (const auto& [local, slot] : scope.procedure->locals) {
         if (local == name.folded())
-            return &follow(scope.base[slot]);
+            return &scope.base[slot];
     }
     if (scope.me) {
         const ClassMember* member = scope.me->info().find(name);
@@ -59,11 +59,11 @@ Vm::Found Vm::find(values::Name name)
     if (const Symbol* symbol = m_engine.symbols().find(name)) {
         switch (symbol->kind) {
         case Symbol::Kind::Variable:
-            found.variable = &m_engine.symbols().value(m_engine.symbols().numberOf(*symbol));
+            found.variable = m_engine.symbols().slots() + m_engine.symbols().numberOf(*symbol);
             return found;
         case Symbol::Kind::Constant:
         case Symbol::Kind::HostItem:
-            found.variable = &m_engine.symbols().value(m_engine.symbols().numberOf(*symbol));
+            found.variable = m_engine.symbols().slots() + m_engine.symbols().numberOf(*symbol);
             found.readOnly = true;
             return found;
         case Symbol::Kind::Procedure:
@@ -85,7 +85,7 @@ Vm::Found Vm::find(values::Name name)
 }
 
 /// Adds a variable to the procedure that the running text belongs to, or to the globals outside procedures.
-Variant& Vm::makeVariable(values::Name name)
+Slot& Vm::makeVariable(values::Name name)
 {
     Frame& running = m_frames.back();
     Frame& scope = running.procedure->dynamicScope ? m_frames[running.scope] : running;
@@ -96,13 +96,13 @@ Variant& Vm::makeVariable(values::Name name)
             symbol.kind = Symbol::Kind::Variable;
             m_engine.noteChange(name);
         }
-        return m_engine.symbols().value(number);
+        return m_engine.symbols().slots()[number];
     }
     if (!scope.dynamic)
         scope.dynamic = new DynamicScope;
-    std::unique_ptr<Variant>& variable = (*scope.dynamic)[name.folded()];
+    std::unique_ptr<Slot>& variable = (*scope.dynamic)[name.folded()];
     if (!variable)
-        variable = std::make_unique<Variant>();
+        variable = std::make_unique<Slot>();
     return *variable;
 }
 
@@ -111,8 +111,8 @@ bool Vm::loadName(values::Name name, Operand result, bool statement)
     const Found found = find(name);
     if (found.variable) {
         if (statement)
-            return callDefault(*found.variable, nullptr, 0, result);
-        deliver(result, Variant(*found.variable));
+            return callDefault(read(*found.variable), nullptr, 0, result);
+        deliver(result, Variant(read(*found.variable)));
         return false;
     }
     if (found.constant) {
@@ -129,7 +129,7 @@ bool Vm::loadName(values::Name name, Operand result, bool statement)
     return false;
 }
 
-bool Vm::callFound(const Found& found, values::Name name, Variant* arguments, std::size_t count, Operand result)
+bool Vm::callFound(const Found& found, values::Name name, Slot* arguments, std::size_t count, Operand result)
 {
     if (--m_credit < 0)
         tick();
@@ -143,7 +143,7 @@ bool Vm::callFound(const Found& found, values::Name name, Variant* arguments, st
         if (count != 1)
             throw NamedError(ErrorNumber::WrongArgumentCount, name);
         settle(arguments, count);
-        const Variant text = std::move(arguments[0]);
+        const Variant text = std::move(arguments[0].value());
         clear(arguments, count);
         return runText(text, *found.runText, result);
     }
@@ -151,14 +151,14 @@ bool Vm::callFound(const Found& found, values::Name name, Variant* arguments, st
         if (result == NoOperand && builtinAt(std::uint32_t(found.builtin)).onlyInExpressions)
             throw NamedError(UnsupportedType, name);
         settle(arguments, count);
-        Variant value = callBuiltin(std::uint32_t(found.builtin), arguments, count);
+        Variant value = callBuiltin(std::uint32_t(found.builtin), valuesOf(arguments), count);
         clear(arguments, count);
         deliver(result, std::move(value));
         return false;
     }
     settle(arguments, count);
     const Variant object = m_engine.symbols().value(std::uint32_t(found.hostItem));
-    Variant value = binding::objectOf(object).invoke(name, binding::Access::Get, {arguments, count});
+    Variant value = binding::objectOf(object).invoke(name, binding::Access::Get, {valuesOf(arguments), count});
     clear(arguments, count);
     chargeValue(value);
     m_budget.countCall();
@@ -169,11 +169,11 @@ bool Vm::callFound(const Found& found, values::Name name, Variant* arguments, st
 bool Vm::refName(values::Name name, Operand result)
 {
     const Found found = find(name);
-    Variant* variable = found.variable;
+    Slot* variable = found.variable;
     if (!variable && (found.isCallable() || found.constant))
         return loadName(name, result, false);
     if (found.readOnly) {
-        deliver(result, Variant(*variable));
+        deliver(result, Variant(variable->value()));
         return false;
     }
     if (!variable) {
@@ -181,10 +181,7 @@ bool Vm::refName(values::Name name, Operand result)
             throw NamedError(UndefinedVariable, name);
         variable = &makeVariable(name);
     }
-    if (variable->isReference())
-        deliver(result, Variant(*variable));
-    else
-        deliver(result, Variant::reference(reinterpret_cast<std::uintptr_t>(variable)));
+    refer(result, wayTo(*variable));
     return false;
 }
 
@@ -195,11 +192,11 @@ bool Vm::storeName(values::Name name, const Variant& value, bool set)
     const Variant stored = set ? value : plainValue(value);
     const Found found = find(name);
     if (found.variable && !found.readOnly) {
-        *found.variable = stored;
+        follow(*found.variable) = stored;
         return false;
     }
     if (found.member) {
-        Variant copy = stored;
+        Slot copy(stored);
         return putInstance(*found.me, found.member, &copy, 1, set);
     }
     if (found.hostItem >= 0) {
@@ -219,18 +216,17 @@ bool Vm::storeName(values::Name name, const Variant& value, bool set)
 
 /// A slot for a name that the procedure assigns without declaring it: refers to the variable of that name where
 /// there is one, and is a variable of its own otherwise.
-void Vm::bindName(Variant& slot, values::Name name, bool make)
+void Vm::bindName(Slot& slot, values::Name name, bool make)
 {
     const Found found = find(name);
-    Variant* variable = found.readOnly ? nullptr : found.variable;
+    Slot* variable = found.readOnly ? nullptr : found.variable;
     if (!variable && make && !found.member)
         variable = &makeVariable(name);
     if (variable)
-        slot = variable->isReference() ? Variant(*variable)
-                                       : Variant::reference(reinterpret_cast<std::uintptr_t>(variable));
+        slot = wayTo(*variable);
 }
 
-bool Vm::callName(values::Name name, Variant* arguments, std::size_t count, Operand result)
+bool Vm::callName(values::Name name, Slot* arguments, std::size_t count, Operand result)
 {
     const Frame& running = m_frames.back();
     if (running.procedure->dynamicScope) { // a function's own name with arguments is a call, not its result
@@ -243,9 +239,9 @@ bool Vm::callName(values::Name name, Variant* arguments, std::size_t count, Oper
     const Found found = find(name);
     if (found.variable) {
         settle(arguments, count);
-        Variant target = *found.variable;
+        Slot target(read(*found.variable));
         if (result == NoOperand)
-            return callDefault(target, arguments, count, result);
+            return callDefault(target.value(), arguments, count, result);
         return indexInto(target, arguments, count, result);
     }
     if (found.isCallable())

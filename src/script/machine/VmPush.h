@@ -10,20 +10,15 @@
 namespace zan::script {
 
 /// Starts a procedure whose arguments lie at the base.
-inline void Vm::push(const Procedure& procedure, values::Variant* base, std::size_t count, Instance* me,
-                     Operand result)
+inline void Vm::push(const Procedure& procedure, Slot* base, std::size_t count, Instance* me, Operand result)
 {
     constexpr std::size_t Spare = 8; // arguments of code of the host lie above the last frame
-    values::Variant* const end = base + procedure.frameSize + Spare;
+    Slot* const end = base + procedure.frameSize + Spare;
     if (count != procedure.parameterCount || m_frames.size() >= m_depthLimit || end > m_stackEnd) [[unlikely]]
         refusePush(procedure, count);
     m_stack.noteUse(std::size_t(end - m_stack.begin()));
-    for (std::size_t slot = count; slot < procedure.localCount; ++slot) {
-        if (base[slot].isCounted())
-            base[slot] = values::Variant();
-        else
-            new (&base[slot]) values::Variant();
-    }
+    for (std::size_t slot = count; slot < procedure.localCount; ++slot)
+        base[slot].clear();
     m_frames.push_back({.procedure = &procedure,
                         .next = procedure.code.data(),
                         .base = base,
@@ -41,7 +36,7 @@ inline void Vm::push(const Procedure& procedure, values::Variant* base, std::siz
 /// Ends the running procedure. Its variables go first, while the frame still keeps their place.
 inline void Vm::pop() noexcept
 {
-    values::Variant* const base = m_frames.back().base;
+    Slot* const base = m_frames.back().base;
     const std::size_t size = m_frames.back().procedure->frameSize;
     for (std::size_t slot = 0; slot < size; ++slot) {
         if (base[slot].isCounted())

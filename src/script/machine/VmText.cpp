@@ -56,14 +56,15 @@ Variant Vm::generalAdd(const Variant& left, const Variant& right)
 }
 
 /// `&` over many pieces at once: Null counts as an empty text, unless all of them are Null.
-Variant Vm::join(const Variant* pieces, std::size_t count)
+Variant Vm::join(const Slot* pieces, std::size_t count)
 {
     std::vector<QString> texts;
     texts.reserve(count);
     bool allNull = true;
     qsizetype size = 0;
     for (std::size_t place = 0; place < count; ++place) {
-        const Variant piece = pieces[place].isObject() ? plainValue(pieces[place]) : pieces[place];
+        const Variant& given = pieces[place].value();
+        const Variant piece = given.isObject() ? plainValue(given) : given;
         allNull = allNull && piece.isNull();
         texts.push_back(pieceText(piece));
         size += texts.back().size();
@@ -79,23 +80,25 @@ Variant Vm::join(const Variant* pieces, std::size_t count)
 }
 
 /// The pieces joined, in the variable that was the first of them; its text grows in place where nobody shares it.
-void Vm::append(Variant& slot, Variant* pieces, std::size_t count)
+void Vm::append(Slot& slot, Slot* pieces, std::size_t count)
 {
     qsizetype added = 0;
     for (std::size_t place = 1; place < count; ++place) {
-        if (!pieces[place].isText() && !pieces[place].isNull())
-            pieces[place] = Variant(pieceText(plainValue(pieces[place])));
-        added += pieces[place].isText() ? pieces[place].text().size() : 0;
+        const Variant& piece = pieces[place].value();
+        if (!piece.isText() && !piece.isNull())
+            pieces[place] = Variant(pieceText(plainValue(piece)));
+        added += piece.isText() ? piece.text().size() : 0;
     }
     Variant& target = follow(slot);
-    if (pieces[0].isText() && target.isText() && &pieces[0].text() == &target.text()) {
+    const Variant& old = pieces[0].value();
+    if (old.isText() && target.isText() && &old.text() == &target.text()) {
         checkLength(target.text().size() + added);
-        pieces[0] = Variant();
+        pieces[0].clear();
         if (QString* text = target.uniqueText()) {
             chargeBytes(std::size_t(added) * sizeof(QChar));
             for (std::size_t place = 1; place < count; ++place) {
-                if (pieces[place].isText())
-                    text->append(pieces[place].text());
+                if (const Variant& piece = pieces[place].value(); piece.isText())
+                    text->append(piece.text());
             }
             clear(pieces, count);
             return;
