@@ -15,10 +15,12 @@ class TextSearch
 public:
     enum class Direction : std::uint8_t { Forward, Backward };
 
-    TextSearch(QString wanted, Qt::CaseSensitivity sensitivity, Direction direction = Direction::Forward);
+    /// The wanted text must outlive the search.
+    TextSearch(QStringView wanted, Qt::CaseSensitivity sensitivity, Direction direction = Direction::Forward);
 
-    const QString& wanted() const noexcept { return m_wanted; }
-    qsizetype size() const noexcept { return m_wanted.size(); }
+    TextSearch(const TextSearch&) = delete;
+    TextSearch& operator=(const TextSearch&) = delete;
+
     /// Forward: the first place at or after this one where the wanted text stands in the text. -1 when it does not,
     /// and always for a wanted text of no characters.
     qsizetype find(QStringView text, qsizetype from = 0);
@@ -27,12 +29,13 @@ public:
 
 private:
     template <class Reader>
-    qsizetype search(const Reader& text, qsizetype size, qsizetype from);
+    qsizetype search(const Reader& text, qsizetype from);
     template <class Reader>
-    qsizetype searchByBorders(const Reader& text, qsizetype size, qsizetype from);
+    qsizetype searchByBorders(const Reader& text, qsizetype from);
     void findBorders();
 
-    QString m_wanted; ///< in the order of reading; folded when case is ignored
+    QString m_prepared;   ///< the wanted text in the order of reading and folded, where that makes a difference
+    QStringView m_wanted; ///< as it is compared
     bool m_ignoresCase;
     std::vector<std::int32_t> m_borders; ///< length of the longest start that ends at each place; made when needed
 };

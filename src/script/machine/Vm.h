@@ -99,12 +99,17 @@ public:
     /// Counts memory that is about to be taken, and the work of filling it. Raises 7 when it would go beyond the host's limit.
     void chargeBytes(std::size_t bytes);
     /// Counts what a value takes that code outside the machine has made.
-    void chargeValue(const values::Variant& value);
+    void chargeValue(const values::Variant& value)
+    {
+        if (value.isCounted())
+            chargeCounted(value);
+    }
 
     static constexpr std::size_t StackSlots = 1 << 19;
 
 private:
     static constexpr std::size_t CharactersPerPass = 32;
+    void chargeCounted(const values::Variant& value);
     class Room;
     enum class Purpose : std::uint8_t { Call, LastWords };
     /// Variables that text run inside a procedure declared there.

@@ -21,12 +21,13 @@ constexpr int UndefinedVariable = 500;
 constexpr int UndefinedClass = 506;
 
 /// The object of this class that a value holds and that belongs to this engine, or null. One of another engine is
-/// an object like any of the host's.
+/// an object like any of the host's. These classes are this library's own, so that each has one type record:
+/// comparing records by name took a sixth of an access to a host's object.
 template <class T>
 T* ownObject(const Variant& value, const Engine& engine) noexcept
 {
     values::AutomationObject* object = value.isObject() ? value.object() : nullptr;
-    if (!object || typeid(*object) != typeid(T))
+    if (!object || &typeid(*object) != &typeid(T))
         return nullptr;
     T* const own = static_cast<T*>(object);
     return own->engine() == &engine ? own : nullptr;

@@ -319,7 +319,7 @@ void Vm::chargeBytes(std::size_t bytes)
     spend(bytes / BytesPerPass);
 }
 
-void Vm::chargeValue(const Variant& value)
+void Vm::chargeCounted(const Variant& value)
 {
     if (value.isText())
         charge(value.text().size());
