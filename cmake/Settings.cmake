@@ -37,8 +37,9 @@ if(ZAN_MOLD)
 endif()
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
-# Errors where they are looked for; an optimiser's false alarm does not keep a user from a program.
-if(CMAKE_BUILD_TYPE STREQUAL "Debug")
+# Errors where they are looked for; an optimiser's false alarm, and one that the sanitizers' own code sets off, does not
+# keep a user from a program.
+if(CMAKE_BUILD_TYPE STREQUAL "Debug" AND NOT ZAN_SANITIZE)
   add_compile_options(-Werror)
 endif()
 add_compile_options(-fno-semantic-interposition -fvisibility-inlines-hidden)
