@@ -84,29 +84,31 @@ private:
         bool pathsUsed = false;
     };
 
-    // Declarations (Compiler.cpp)
-    void declareGlobals();
-    void declareBlockGlobals(const Block& block);
-    void addDeclaration(Declaration::Kind kind, values::Name name, Declaration declaration);
+    // Procedures (Compiler.cpp)
     void compileClass(const ClassNode& node, ClassInfo& info);
-    void declareClass(const ClassNode& node, ClassInfo& info);
     std::unique_ptr<Procedure> newProcedure(const ProcedureNode& node, const ClassInfo* owner);
     void compileProcedure(const ProcedureNode& node, Procedure& procedure, const ClassInfo* owner);
     void compileMain();
+    void finishBody();
+
+    // What a text declares for all (CompilerDeclarations.cpp)
+    void declareGlobals();
+    void declareBlockGlobals(const Block& block);
+    void addDeclaration(Declaration::Kind kind, values::Name name, Declaration declaration);
+    void declareClass(const ClassNode& node, ClassInfo& info);
+
+    // What a name stands for in a procedure (CompilerNames.cpp)
     void collectLocals(const Block& block, std::vector<const Statement*>& arrays);
     void collectAssigned(const Block& block, std::vector<values::Name>& names) const;
     static void collectAssignedName(const Expression* target, std::vector<values::Name>& names);
     void bindAssigned(const Block& block);
     void emitArrays(const std::vector<const Statement*>& arrays);
     std::uint32_t addLocal(values::Name name, bool maybeReference);
-    void finishBody();
-
-    // Names (Compiler.cpp)
     Resolved resolve(values::Name name) const;
     Resolved resolveGlobal(values::Name name) const;
     bool isOwnName(values::Name name) const;
 
-    // Code (Compiler.cpp)
+    // Instructions and their operands (CompilerCode.cpp)
     std::size_t emit(Op op, Operand a = 0, Operand b = 0, Operand c = 0, std::size_t n = 0);
     std::uint32_t here() const noexcept { return std::uint32_t(m_body->procedure->code.size()); }
     void patch(std::size_t instruction, std::uint32_t target);
