@@ -88,7 +88,14 @@ public:
             new (&m_value) values::Variant(std::move(value));
         return *this;
     }
-    Slot& operator=(const values::Variant& value) noexcept { return *this = values::Variant(value); }
+    Slot& operator=(const values::Variant& value) noexcept
+    {
+        if (isCounted())
+            m_value = value;
+        else
+            new (&m_value) values::Variant(value);
+        return *this;
+    }
     void clear() noexcept
     {
         if (isCounted())

@@ -128,12 +128,18 @@ private:
         bool resumeNext;
     };
 
-    // Vm.cpp
+    // VmDispatch.cpp
     void dispatch(std::size_t stopDepth);
+    // VmSteps.h
+    bool finish(std::size_t stopDepth);
+    void let(Slot& target, Slot& source, bool take);
+    void set(Slot& target, Slot& source, bool take);
+    bool putElement(Slot& slot, const values::Variant& index, const values::Variant& source);
     // VmText.cpp
     bool isTrue(const values::Variant& value);
     values::Ordering generalCompare(const values::Variant& left, const values::Variant& right, int flags);
     values::Variant generalAdd(const values::Variant& left, const values::Variant& right);
+    values::Variant concatenate(const values::Variant& left, const values::Variant& right);
     values::Variant join(const Slot* pieces, std::size_t count);
     void append(Slot& slot, Slot* pieces, std::size_t count);
     // VmFrames.cpp
@@ -142,7 +148,6 @@ private:
     void pop() noexcept;
     void popRest() noexcept;
     [[noreturn]] void refusePush(const Procedure& procedure, std::size_t count) const;
-    bool finish(std::size_t stopDepth);
     void reserve(const Slot* first, std::size_t count) const;
     void deliver(Operand result, values::Variant&& value);
     void refer(Operand result, Slot&& way);
@@ -165,7 +170,6 @@ private:
     values::Variant plainValue(const values::Variant& value);
     bool elementReference(const Instruction& code, Slot* const* banks);
     bool indexInto(Slot& slot, Slot* arguments, std::size_t count, Operand result);
-    bool putElement(Slot& slot, const values::Variant& index, const values::Variant& source);
     bool putIndex(Slot& slot, Slot* arguments, std::size_t count, bool set);
     void redim(values::Variant& variable, const Slot* bounds, std::size_t count, bool preserve);
     void erase(values::Variant& variable);

@@ -55,6 +55,18 @@ Variant Vm::generalAdd(const Variant& left, const Variant& right)
     return result;
 }
 
+/// left & right
+Variant Vm::concatenate(const Variant& left, const Variant& right)
+{
+    if (left.isText() && right.isText()) {
+        charge(left.text().size() + right.text().size());
+        return Variant(left.text() + right.text());
+    }
+    Variant result = values::concatenate(left, right);
+    charge(result.isText() ? result.text().size() : 0);
+    return result;
+}
+
 /// `&` over many pieces at once: Null counts as an empty text, unless all of them are Null.
 Variant Vm::join(const Slot* pieces, std::size_t count)
 {

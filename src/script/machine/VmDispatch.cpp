@@ -4,14 +4,15 @@
 #include "script/machine/Engine.h"
 #include "script/machine/ErrObject.h"
 #include "script/machine/Instance.h"
+#include "script/machine/VmNumbers.h"
 #include "script/machine/VmPush.h"
+#include "script/machine/VmSteps.h"
 #include "script/syntax/Operators.h"
 
 #include "values/Arithmetic.h"
 #include "values/Convert.h"
 
-#include <cmath>
-#include <limits>
+#include <functional>
 
 // Threaded code: each operation jumps straight to the next one, which the compilers offer as an extension.
 #pragma GCC diagnostic ignored "-Wpedantic"
@@ -22,133 +23,6 @@ using values::ErrorNumber;
 using values::Kind;
 using values::Ordering;
 using values::Variant;
-
-namespace {
-
-/// Stores a plain value; the usual slot holds a plain value before, too.
-template <class Place, class T>
-inline void put(Place& slot, T value)
-{
-    if (!slot.isCounted())
-        new (&slot) Place(value);
-    else
-        slot = Variant(value);
-}
-
-inline const Variant& valueOf(const Variant& value) noexcept
-{
-    return value;
-}
-inline const Variant& valueOf(const Slot& slot) noexcept
-{
-    return slot.value();
-}
-
-/// The kind is looked at first: what is no number need not be a value.
-template <class Place>
-inline bool integral(const Place& place, std::int32_t& result) noexcept
-{
-    switch (place.kind()) {
-    case Kind::Integer:
-        result = valueOf(place).integer();
-        return true;
-    case Kind::Long:
-        result = valueOf(place).longInteger();
-        return true;
-    default:
-        return false;
-    }
-}
-
-template <class Place>
-inline bool numeric(const Place& place, double& result) noexcept
-{
-    switch (place.kind()) {
-    case Kind::Double:
-        result = valueOf(place).real();
-        return true;
-    case Kind::Integer:
-        result = valueOf(place).integer();
-        return true;
-    case Kind::Long:
-        result = valueOf(place).longInteger();
-        return true;
-    default:
-        return false;
-    }
-}
-
-/// A sum or product of two Integers stays one while it fits, then is a Long, then a Double.
-template <class Place>
-inline void putWhole(Place& slot, std::int64_t value, bool narrow)
-{
-    if (narrow && value == std::int16_t(value))
-        put(slot, std::int16_t(value));
-    else if (value == std::int32_t(value))
-        put(slot, std::int32_t(value));
-    else
-        put(slot, double(value));
-}
-
-inline bool bothIntegers(const Slot& left, const Slot& right) noexcept
-{
-    return left.kind() == Kind::Integer && right.kind() == Kind::Integer;
-}
-
-/// Place of an index in an array of one dimension, or -1 for anything out of the ordinary.
-inline std::int64_t simplePlace(const values::Array& array, const Variant& index) noexcept
-{
-    std::int32_t number = 0;
-    if (array.rank() != 1 || !integral(index, number))
-        return -1;
-    const auto& bound = array.bounds().front();
-    return number >= bound.lower && number <= bound.upper ? std::int64_t(number) - bound.lower : -1;
-}
-
-} // namespace
-
-/// Returns from the running procedure; true when that was the last one above the depth.
-inline bool Vm::finish(std::size_t stopDepth)
-{
-    const Frame& frame = m_frames.back();
-    const Operand result = frame.result;
-    Variant value;
-    if (frame.procedure->resultSlot >= 0) {
-        Slot& slot = frame.base[frame.procedure->resultSlot];
-        if (slot.isReference()) [[unlikely]]
-            value = read(slot);
-        else
-            value = std::move(slot.value());
-    }
-    pop();
-    if (m_frames.size() == stopDepth) [[unlikely]] {
-        m_result = std::move(value);
-        return true;
-    }
-    if (result == NoOperand)
-        return false;
-    if (bankOf(result) == Bank::Local)
-        m_frames.back().base[placeOf(result)] = std::move(value);
-    else
-        deliver(result, std::move(value));
-    return false;
-}
-
-/// slot(index) := source
-inline bool Vm::putElement(Slot& slot, const Variant& index, const Variant& source)
-{
-    Variant& target = follow(slot);
-    if (target.isArray() && !source.isObject()) {
-        const std::int64_t place = simplePlace(target.array(), index);
-        if (place >= 0) {
-            const Variant copy = source; // the array may be the value
-            writable(target).elements()[std::size_t(place)] = copy;
-            return false;
-        }
-    }
-    Slot arguments[2] = {Slot(index), Slot(source)};
-    return putIndex(slot, arguments, 1, false);
-}
 
 void Vm::dispatch(std::size_t stopDepth)
 {
@@ -196,20 +70,10 @@ void Vm::dispatch(std::size_t stopDepth)
 // Before something that may push a frame.
 #define SAVE (m_frames.back().next = next)
 
-#define ARITHMETIC(name, sign, general)                                                                            \
+#define ARITHMETIC(name, step, general)                                                                            \
     OP(name)                                                                                                       \
     {                                                                                                              \
-        const Slot& left = R(code->b);                                                                             \
-        const Slot& right = R(code->c);                                                                            \
-        std::int32_t x = 0;                                                                                        \
-        std::int32_t y = 0;                                                                                        \
-        double p = 0;                                                                                              \
-        double q = 0;                                                                                              \
-        if (integral(left, x) && integral(right, y))                                                               \
-            putWhole(R(code->a), std::int64_t(x) sign y, bothIntegers(left, right));                               \
-        else if (numeric(left, p) && numeric(right, q) && std::isfinite(p = p sign q))                             \
-            put(R(code->a), p);                                                                                    \
-        else {                                                                                                     \
+        if (!calculate(R(code->a), R(code->b), R(code->c), step())) {                                              \
             const Variant& first = READ(code->b);                                                                  \
             const Variant& second = READ(code->c);                                                                 \
             spendOn(first);                                                                                        \
@@ -220,21 +84,11 @@ void Vm::dispatch(std::size_t stopDepth)
     }                                                                                                              \
     NEXT;
 
-#define UNLESS(name, sign, op)                                                                                     \
+#define UNLESS(name, step, op)                                                                                     \
     OP(name)                                                                                                       \
     {                                                                                                              \
-        const Slot& left = R(code->a);                                                                             \
-        const Slot& right = R(code->b);                                                                            \
-        std::int32_t x = 0;                                                                                        \
-        std::int32_t y = 0;                                                                                        \
-        double p = 0;                                                                                              \
-        double q = 0;                                                                                              \
         bool holds = false;                                                                                        \
-        if (integral(left, x) && integral(right, y)) {                                                             \
-            holds = x sign y;                                                                                      \
-        } else if (numeric(left, p) && numeric(right, q)) {                                                        \
-            holds = p sign q;                                                                                      \
-        } else {                                                                                                   \
+        if (!compareNumbers(R(code->a), R(code->b), step(), holds)) {                                              \
             const Variant result = comparisonResult(op, generalCompare(READ(code->a), READ(code->b), code->n));    \
             look();                                                                                                \
             holds = !result.isNull() && result.boolean();                                                          \
@@ -259,32 +113,12 @@ void Vm::dispatch(std::size_t stopDepth)
             NEXT;
             OP(Let)
             {
-                Slot& slot = R(code->b);
-                if (slot.is(Kind::Object) || slot.isReference()) {
-                    Variant value = plainValue(read(slot)); // may run code: the target is looked up after it
-                    follow(R(code->a)) = std::move(value);
-                } else {
-                    Variant& source = slot.value();
-                    Variant& target = follow(R(code->a));
-                    if (!source.isCounted() && !target.isCounted())
-                        new (&target) Variant(source);
-                    else if (code->n)
-                        target = std::move(source);
-                    else
-                        target = source;
-                }
+                let(R(code->a), R(code->b), code->n != 0);
             }
             NEXT;
             OP(Set)
             {
-                Slot& source = R(code->b);
-                if (!read(source).isObject())
-                    values::raise(ErrorNumber::ObjectRequired);
-                Variant& target = follow(R(code->a));
-                if (code->n && !source.isReference())
-                    target = std::move(source.value());
-                else
-                    target = read(source);
+                set(R(code->a), R(code->b), code->n != 0);
             }
             NEXT;
             OP(Clear)
@@ -308,33 +142,21 @@ void Vm::dispatch(std::size_t stopDepth)
                 m_paths.resize(m_frames.back().paths);
             }
             NEXT;
-            ARITHMETIC(Add, +, generalAdd)
-            ARITHMETIC(Subtract, -, values::subtract)
-            ARITHMETIC(Multiply, *, values::multiply)
-            OP(Divide)
+            ARITHMETIC(Add, std::plus<>, generalAdd)
+            ARITHMETIC(Subtract, std::minus<>, values::subtract)
+            ARITHMETIC(Multiply, std::multiplies<>, values::multiply)
+            ARITHMETIC(Divide, Quotient, values::divide)
+            OP(Binary)
             {
-                double p = 0;
-                double q = 0;
-                if (numeric(R(code->b), p) && numeric(R(code->c), q) && q != 0 && std::isfinite(p /= q)) {
-                    put(R(code->a), p);
-                } else {
+                const auto op = static_cast<Operator>(code->n);
+                if (!combineBits(op, R(code->a), R(code->b), R(code->c))) {
                     const Variant& first = READ(code->b);
                     const Variant& second = READ(code->c);
                     spendOn(first);
                     spendOn(second);
-                    R(code->a) = values::divide(first, second);
+                    R(code->a) = applyBinary(op, first, second);
                     look();
                 }
-            }
-            NEXT;
-            OP(Binary)
-            {
-                const Variant& first = READ(code->b);
-                const Variant& second = READ(code->c);
-                spendOn(first);
-                spendOn(second);
-                R(code->a) = applyBinary(static_cast<Operator>(code->n), first, second);
-                look();
             }
             NEXT;
             OP(Unary)
@@ -352,16 +174,7 @@ void Vm::dispatch(std::size_t stopDepth)
             NEXT;
             OP(Concat2)
             {
-                const Variant& left = READ(code->b);
-                const Variant& right = READ(code->c);
-                if (left.isText() && right.isText()) {
-                    charge(left.text().size() + right.text().size());
-                    R(code->a) = Variant(left.text() + right.text());
-                } else {
-                    Variant result = values::concatenate(left, right);
-                    charge(result.isText() ? result.text().size() : 0);
-                    R(code->a) = std::move(result);
-                }
+                R(code->a) = concatenate(READ(code->b), READ(code->c));
                 look();
             }
             NEXT;
@@ -429,12 +242,12 @@ void Vm::dispatch(std::size_t stopDepth)
                     JUMP(code->b);
             }
             NEXT;
-            UNLESS(UnlessEqual, ==, Operator::Equal)
-            UNLESS(UnlessNotEqual, !=, Operator::NotEqual)
-            UNLESS(UnlessLess, <, Operator::Less)
-            UNLESS(UnlessGreater, >, Operator::Greater)
-            UNLESS(UnlessLessEqual, <=, Operator::LessEqual)
-            UNLESS(UnlessGreaterEqual, >=, Operator::GreaterEqual)
+            UNLESS(UnlessEqual, std::equal_to<>, Operator::Equal)
+            UNLESS(UnlessNotEqual, std::not_equal_to<>, Operator::NotEqual)
+            UNLESS(UnlessLess, std::less<>, Operator::Less)
+            UNLESS(UnlessGreater, std::greater<>, Operator::Greater)
+            UNLESS(UnlessLessEqual, std::less_equal<>, Operator::LessEqual)
+            UNLESS(UnlessGreaterEqual, std::greater_equal<>, Operator::GreaterEqual)
             OP(ForStart)
             {
                 if (!startFor(R(code->a), &R(code->b)))
@@ -443,20 +256,10 @@ void Vm::dispatch(std::size_t stopDepth)
             NEXT;
             OP(ForNext)
             {
-                Variant& variable = follow(R(code->a));
                 const Slot* const state = &R(code->b);
-                std::int32_t number = 0;
-                std::int32_t limit = 0;
                 bool again = false;
-                // A whole step of one Integer is the loop that nearly every script writes.
-                if (state[1].kind() == Kind::Integer && integral(variable, number) && integral(state[0], limit)) {
-                    const std::int32_t step = state[1].value().integer();
-                    const std::int64_t sum = std::int64_t(number) + step;
-                    putWhole(variable, sum, variable.kind() == Kind::Integer);
-                    again = step >= 0 ? sum <= limit : sum >= limit;
-                } else {
+                if (!stepWhole(follow(R(code->a)), state, again))
                     again = nextFor(R(code->a), state);
-                }
                 if (again) {
                     PASS;
                     JUMP(code->c);
@@ -561,7 +364,7 @@ void Vm::dispatch(std::size_t stopDepth)
                 if (target.isArray()) {
                     const std::int64_t place = simplePlace(target.array(), index);
                     if (place >= 0) {
-                        R(code->a) = Variant(target.array().elements()[std::size_t(place)]);
+                        R(code->a) = target.array().elements()[std::size_t(place)];
                         NEXT;
                     }
                 }
