@@ -68,9 +68,10 @@ void ControlWidget::mouseUp(surface::LiveControl*, const surface::MouseInput& in
     Q_EMIT MouseUp(input.button, input.shift, inUnit(input.x), inUnit(input.y));
 }
 
-void ControlWidget::keyDown(surface::LiveControl*, int keyCode, int shift)
+bool ControlWidget::keyDown(surface::LiveControl*, int keyCode, int shift)
 {
     Q_EMIT KeyDown(keyCode, shift);
+    return false;
 }
 
 void ControlWidget::keyPress(surface::LiveControl*, int keyAscii)

@@ -54,7 +54,7 @@ private:
     bool mouseDown(surface::LiveControl* control, const surface::MouseInput& input) override;
     void mouseMove(surface::LiveControl* control, const surface::MouseInput& input) override;
     void mouseUp(surface::LiveControl* control, const surface::MouseInput& input) override;
-    void keyDown(surface::LiveControl* control, int keyCode, int shift) override;
+    bool keyDown(surface::LiveControl* control, int keyCode, int shift) override;
     void keyPress(surface::LiveControl* control, int keyAscii) override;
     void keyUp(surface::LiveControl* control, int keyCode, int shift) override;
     float inUnit(float twips) const;

@@ -75,8 +75,9 @@ std::array<QRect, cGrabHandles::HandleCount> cGrabHandles::rectangles(const QRec
 void cGrabHandles::handlePressed(std::size_t index)
 {
     const std::weak_ptr<char> alive = m_life;
-    surface::resizeWindow(m_handled, surface::handleTable[index].edges);
-    if (!alive.expired() && m_show && EndResize)
+    const surface::PointerEnd end = surface::resizeWindow(m_handled, surface::handleTable[index].edges);
+    // Esc has put the target back: there was no resize.
+    if (end != surface::PointerEnd::Cancelled && !alive.expired() && m_show && EndResize)
         EndResize();
 }
 

@@ -14,6 +14,7 @@ EditHistory::Command::Command(EditHistory& history, QString text)
     if (history.m_recording)
         return;
     history.m_recording = true;
+    m_window = history.m_window;
     m_step.emplace();
     m_step->text = std::move(text);
 }
@@ -23,8 +24,11 @@ EditHistory::Command::~Command()
     if (!records())
         return;
     m_history.m_recording = false;
+    const Ref<wrappers::BenchControls> list = m_history.m_panel.editedControls();
+    if (!list || m_window != m_history.m_window)
+        return; // what it has changed belongs to a window that is no longer shown
     try {
-        if (m_step->finish())
+        if (m_step->finish(*list))
             m_history.push(std::move(*m_step));
     } catch (const std::exception&) {
         // A step that cannot be told (a control that refuses to be read) cannot be taken back either.
@@ -70,12 +74,12 @@ void EditHistory::Command::removes(const Ref<wrappers::iBenchControl>& control)
 
 QString EditHistory::undoText() const
 {
-    return canUndo() ? m_steps[m_done - 1].text : QString();
+    return canUndo() ? m_steps[m_done - 1]->text : QString();
 }
 
 QString EditHistory::redoText() const
 {
-    return canRedo() ? m_steps[m_done].text : QString();
+    return canRedo() ? m_steps[m_done]->text : QString();
 }
 
 void EditHistory::push(EditStep step)
@@ -86,43 +90,49 @@ void EditHistory::push(EditStep step)
         m_steps.erase(m_steps.begin(), m_steps.begin() + std::ptrdiff_t(MostSteps / 2));
         m_forgotten += MostSteps / 2;
     }
-    m_steps.push_back(std::move(step));
+    m_steps.push_back(std::make_shared<EditStep>(std::move(step)));
     m_done = m_steps.size();
     tell();
 }
 
 void EditHistory::undo()
 {
-    const Ref<wrappers::BenchControls> list = m_panel.editedControls();
-    if (!canUndo() || m_recording || surface::PointerLoop::isRunning() || !list)
-        return;
-    m_recording = true;
-    const std::weak_ptr<char> life = m_life;
-    const auto end = qScopeGuard([&] {
-        if (!life.expired())
-            m_recording = false;
-    });
-    m_steps[--m_done].undo(*list);
-    tell();
+    if (canUndo())
+        replay(m_done - 1, &EditStep::undo, m_done - 1);
 }
 
 void EditHistory::redo()
 {
+    if (canRedo())
+        replay(m_done, &EditStep::redo, m_done + 1);
+}
+
+/// What a step writes when it is made again or taken back is no new step. One that fails stays where it was: it can be
+/// tried again.
+void EditHistory::replay(std::size_t place, void (EditStep::*run)(wrappers::BenchControls&), std::size_t doneThen)
+{
     const Ref<wrappers::BenchControls> list = m_panel.editedControls();
-    if (!canRedo() || m_recording || surface::PointerLoop::isRunning() || !list)
+    if (m_recording || surface::PointerLoop::isRunning() || !list)
         return;
-    m_recording = true;
+    // Channels are called, which are a host's: they may load another window, or end the panel.
+    const std::shared_ptr<EditStep> step = m_steps[place];
     const std::weak_ptr<char> life = m_life;
+    const std::uint32_t window = m_window;
+    m_recording = true;
     const auto end = qScopeGuard([&] {
         if (!life.expired())
             m_recording = false;
     });
-    m_steps[m_done++].redo(*list);
+    (*step.*run)(*list);
+    if (life.expired() || m_window != window)
+        return;
+    m_done = doneThen;
     tell();
 }
 
 void EditHistory::clear()
 {
+    ++m_window;
     m_steps.clear();
     m_done = 0;
     m_forgotten = 0;

@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -52,6 +53,7 @@ public:
 
         EditHistory& m_history;
         std::weak_ptr<char> m_life; // the history may go while the command runs
+        std::uint32_t m_window = 0; // in which it began
         std::optional<EditStep> m_step;
     };
 
@@ -73,12 +75,14 @@ public:
 
 private:
     void push(EditStep step);
+    void replay(std::size_t place, void (EditStep::*run)(wrappers::BenchControls&), std::size_t doneThen);
     void tell();
 
     EditedPanel& m_panel;
-    std::vector<EditStep> m_steps;
+    std::vector<std::shared_ptr<EditStep>> m_steps;
     std::size_t m_done = 0; ///< steps that are in force; those behind can be redone
     std::size_t m_forgotten = 0;
+    std::uint32_t m_window = 0; ///< how often the steps have begun anew
     bool m_recording = false;
     std::shared_ptr<char> m_life = std::make_shared<char>();
 };

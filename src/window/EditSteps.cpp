@@ -43,6 +43,19 @@ void takeOut(BenchControls& list, PlaceChange& change)
     list.Remove(binding::Variant(place));
 }
 
+/// A list key that a script has given away meanwhile is not worth a lost control: it comes back without one.
+void putBack(BenchControls& list, PlaceChange& change)
+{
+    try {
+        list.putBack(change.placed);
+    } catch (const values::RuntimeError& error) {
+        if (!error.is(values::ErrorNumber::DuplicateKey))
+            throw;
+        change.placed.listKey.clear();
+        list.putBack(change.placed);
+    }
+}
+
 void restack(const StackChange& change, std::int32_t rank)
 {
     if (surface::Surface* surface = change.control->surface())
@@ -62,8 +75,10 @@ bool ControlChange::isChange() const
     return before != after || nodeBefore != nodeAfter;
 }
 
-bool EditStep::finish()
+bool EditStep::finish(const BenchControls& list)
 {
+    // A script may have removed a control while it was being dragged.
+    std::erase_if(controls, [&](const ControlChange& change) { return !isIn(list, *change.control); });
     for (ControlChange& change : controls) {
         change.after = measuresOf(*change.control);
         change.nodeAfter = NodeImage(change.control->XMLNode());
@@ -81,7 +96,7 @@ void EditStep::undo(BenchControls& list)
         if (change->isAdded)
             takeOut(list, *change);
         else
-            list.putBack(change->placed);
+            putBack(list, *change);
     }
     for (const ControlChange& change : controls) {
         if (isIn(list, *change.control))
@@ -95,7 +110,7 @@ void EditStep::redo(BenchControls& list)
 {
     for (PlaceChange& change : places) {
         if (change.isAdded)
-            list.putBack(change.placed);
+            putBack(list, change);
         else
             takeOut(list, change);
     }

@@ -57,8 +57,9 @@ struct EditStep
     std::vector<PlaceChange> places;
     std::vector<StackChange> stacking;
 
-    /// Takes up the state after the command, and drops what has not changed. False when nothing is left.
-    bool finish();
+    /// Takes up the state after the command, and drops what has not changed or is no longer in the list. False when
+    /// nothing is left.
+    bool finish(const wrappers::BenchControls& list);
     void undo(wrappers::BenchControls& list);
     void redo(wrappers::BenchControls& list);
 };

@@ -197,7 +197,7 @@ void PanelDocument::load(const QString& key)
     const Node siteMapNode = applyContainer();
     if (!goesOn())
         return;
-    m_panel.editor().history().clear();
+    m_panel.editor().leaveWindow();
     SiteMapPlacement::removeStale(tree);
     // The collection empties the tree of the window shown before and builds this one's controls.
     const Ref<wrappers::BenchControls> list = controls();
@@ -271,7 +271,7 @@ void PanelDocument::clear()
     const Ref<site::SchemeWindow> fresh = unsavedWindow();
     if (!goesOn())
         return;
-    m_panel.editor().history().clear();
+    m_panel.editor().leaveWindow();
     m_panel.editor().setCurrentControl(nullptr);
     list->Clear();
     if (!goesOn())

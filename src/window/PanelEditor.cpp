@@ -31,6 +31,7 @@ namespace {
 
 constexpr int LeftButton = 1;
 constexpr int RightButton = 2;
+constexpr int EscapeKey = 27;
 constexpr float MarkerSize = 105;
 /// The array whose elements have no window: the surface's own mouse routines serve them.
 constexpr QStringView ShapeArray = u"Shape";
@@ -82,7 +83,8 @@ bool PanelEditor::press(LiveControl* control, const MouseInput& input)
 {
     if (m_panel.LockMenu()) {
         Q_EMIT m_panel.MouseDown(input.button, input.shift, input.x, input.y);
-        return false;
+        // A text box would open a menu of its own, where there is to be none.
+        return control && input.button != LeftButton;
     }
     if (control)
         return pressControl(*control, input);
@@ -112,11 +114,12 @@ bool PanelEditor::pressControl(LiveControl& control, const MouseInput& input)
     }
     const QPointer<BenchWindow> alive(&m_panel);
     EditHistory::Command step(m_history, QStringLiteral("Move"));
-    step.watch(editedWrapper(control));
+    const Ref<iBenchControl> moved = editedWrapper(control);
+    step.watch(moved);
     if (!locked)
         wrapperOf(control)->Drag();
-    // COMPAT: a press alone snaps the control, on a locked panel too.
-    if (alive && live->isLoaded())
+    // COMPAT: a press alone snaps the control, on a locked panel too. After a move it may be another's, or nobody's.
+    if (alive && live->isLoaded() && editedWrapper(*live) == moved)
         PlaceControl(*live);
     return !locked;
 }
@@ -142,7 +145,7 @@ void PanelEditor::forEachShape(Visit visit) const
     const ControlArray* array = m_surface.array(ShapeArray);
     for (int index = array ? array->lBound() : 1; array && index <= array->uBound(); ++index) {
         LiveControl* shape = array->find(index);
-        if (shape && (shape->visible() || isUsed(*shape)) && visit(*shape))
+        if (shape && isThere(*shape) && visit(*shape))
             return;
     }
 }
@@ -154,6 +157,25 @@ bool PanelEditor::isUsed(const LiveControl& shape) const
     } catch (const RuntimeError&) {
         return false; // its tag finds no wrapper
     }
+}
+
+bool PanelEditor::isThere(const LiveControl& shape) const
+{
+    return shape.isLoaded() && (shape.visible() || isUsed(shape));
+}
+
+/// The selected shape has gone, and the marker with it.
+void PanelEditor::dropShape()
+{
+    ShowMarker(false);
+    m_shape = nullptr;
+    m_shapeDrag.reset();
+}
+
+void PanelEditor::leaveWindow()
+{
+    m_history.clear();
+    dropShape();
 }
 
 /// The first shape under the point becomes the selected one; with none the marker is left as it is.
@@ -173,6 +195,7 @@ void PanelEditor::selectShape(float x, float y)
     m_grabX = m_shape->left() - x;
     m_grabY = m_shape->top() - y;
     m_shapeGrab = hitsCorner(rectangleOf(*m_shape), x, y);
+    m_shapeStart = rectangleOf(*m_shape);
     m_shapeDrag.reset();
     m_shapeDrag.emplace(m_history,
                         m_shapeGrab == ShapeGrab::BottomRight ? QStringLiteral("Resize") : QStringLiteral("Move"));
@@ -217,6 +240,10 @@ void PanelEditor::move(LiveControl* control, const MouseInput& input)
     Q_EMIT m_panel.MouseMove(input.button, input.shift, input.x, input.y);
     if (!alive || !m_shape)
         return;
+    if (!isThere(*m_shape)) {
+        dropShape();
+        return;
+    }
     try {
         dragShape(input.x, input.y);
     } catch (const RuntimeError&) {
@@ -239,6 +266,10 @@ void PanelEditor::release()
 {
     if (!m_shape)
         return;
+    if (!isThere(*m_shape)) {
+        dropShape();
+        return;
+    }
     const Ref<LiveControl> shape = m_shape;
     const auto end = qScopeGuard([this] { m_shapeDrag.reset(); });
     try {
@@ -254,6 +285,15 @@ void PanelEditor::focus(LiveControl& control)
     const ControlType* type = m_panel.controlTypes().ofArray(control.name());
     if (type && type->selectsOnFocus && !m_panel.LockPositions())
         m_current = wrapperOf(control);
+}
+
+bool PanelEditor::key(int keyCode)
+{
+    if (keyCode != EscapeKey || !m_shape || !m_shapeDrag)
+        return false;
+    m_shape->move(m_shapeStart.left, m_shapeStart.top, m_shapeStart.width, m_shapeStart.height);
+    dropShape();
+    return true;
 }
 
 void PanelEditor::resizeBegins(const LiveControl& control)
@@ -283,8 +323,9 @@ void PanelEditor::dragAndDrop(LiveControl& source, const MouseInput& input)
     m_grabX = input.x;
     m_grabY = input.y;
     const QPointer<BenchWindow> alive(&m_panel);
+    const Ref<iBenchControl> dragged = editedWrapper(source);
     const std::optional<surface::Drop> drop = surface::dragControl(source);
-    if (!drop || !alive || !source.isLoaded())
+    if (!drop || !alive || !source.isLoaded() || editedWrapper(source) != dragged)
         return;
     const float x = values::pixelsToTwips(drop->place.x());
     const float y = values::pixelsToTwips(drop->place.y());

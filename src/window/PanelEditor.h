@@ -48,9 +48,14 @@ public:
     /// The button went up over the surface.
     void release();
     void focus(surface::LiveControl& control);
+    /// A key by its classic code. True when it was meant for the editor: Esc puts a shape back that is being dragged.
+    bool key(int keyCode);
     /// A handle sizes a control, from its press to its release.
     void resizeBegins(const surface::LiveControl& control);
     void resizeEnded() { m_resize.reset(); }
+    /// Another window is about to be shown: nothing of this one is selected, dragged or taken back any more. The current
+    /// control stays what it is.
+    void leaveWindow();
     /// What a plain click on the surface, a picture, an option button or a text box does to the selection.
     void ClearSelection();
 
@@ -85,6 +90,8 @@ private:
     Ref<wrappers::BenchControls> controls() const;
     Ref<wrappers::iBenchControl> wrapperOf(const surface::LiveControl& control) const;
     bool isUsed(const surface::LiveControl& shape) const;
+    bool isThere(const surface::LiveControl& shape) const;
+    void dropShape();
     template <class Visit>
     void forEachShape(Visit visit) const;
 
@@ -99,6 +106,7 @@ private:
     Ref<wrappers::iBenchControl> m_current;
     Ref<surface::LiveControl> m_shape;
     ShapeGrab m_shapeGrab = ShapeGrab::Move;
+    wrappers::TwipsRectangle m_shapeStart{}; ///< where the shape lay when it was pressed
     float m_grabX = 0; ///< of a drag: the press inside the control; of a shape: its place less the press
     float m_grabY = 0;
     float m_menuX = 0; ///< where the surface was last right-clicked

@@ -187,10 +187,12 @@ void PanelEvents::gotFocus(LiveControl* control)
         m_panel.editor().focus(*control);
 }
 
-void PanelEvents::keyDown(LiveControl* control, int keyCode, int shift)
+bool PanelEvents::keyDown(LiveControl* control, int keyCode, int shift)
 {
+    const QPointer<BenchWindow> alive(&m_panel);
     if (!control)
         Q_EMIT m_panel.KeyDown(keyCode, shift);
+    return alive && m_panel.editor().key(keyCode);
 }
 
 void PanelEvents::keyPress(LiveControl* control, int keyAscii)

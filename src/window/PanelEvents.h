@@ -40,7 +40,7 @@ private:
     void resizeBegins(surface::LiveControl& control) override;
     void resizeEnded(surface::LiveControl& control) override;
     void gotFocus(surface::LiveControl* control) override;
-    void keyDown(surface::LiveControl* control, int keyCode, int shift) override;
+    bool keyDown(surface::LiveControl* control, int keyCode, int shift) override;
     void keyPress(surface::LiveControl* control, int keyAscii) override;
     void keyUp(surface::LiveControl* control, int keyCode, int shift) override;
     void resized() override;

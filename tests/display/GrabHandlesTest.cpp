@@ -70,6 +70,15 @@ TEST_F(GrabHandles, AResizeThatEndsWhereItBeganIsToldAllTheSame)
     EXPECT_EQ(log, QStringList(QStringLiteral("end")));
 }
 
+TEST_F(GrabHandles, AResizeThatEscHasTakenBackHasNoEnd)
+{
+    cGrabHandles handles;
+    init(handles);
+    PointerScript(panel).press({182, 77}).move({202, 97}).key(Qt::Key_Escape).release({202, 97}).play();
+    EXPECT_EQ(button->bounds(), QRect(100, 50, 80, 25));
+    EXPECT_FALSE(log.contains(QStringLiteral("end")));
+}
+
 TEST_F(GrabHandles, AMoveOfTheTargetIsNoResize)
 {
     cGrabHandles handles;

@@ -55,9 +55,10 @@ protected:
         return false;
     }
     void mouseUp(surface::LiveControl* control, const surface::MouseInput&) override { note("up", control); }
-    void keyDown(surface::LiveControl* control, int code, int) override
+    bool keyDown(surface::LiveControl* control, int code, int) override
     {
         note(QByteArray("key ") + QByteArray::number(code), control);
+        return false;
     }
     void note(const QByteArray& what, surface::LiveControl* control)
     {

@@ -47,10 +47,11 @@ struct Reacting : SurfaceEvents
         if (onFocus)
             onFocus(control);
     }
-    void keyDown(LiveControl* control, int, int) override
+    bool keyDown(LiveControl* control, int, int) override
     {
         if (onKey)
             onKey(control);
+        return false;
     }
     void textChanged(LiveControl&) override
     {
@@ -201,6 +202,59 @@ TEST_F(Router, APressThatTheOwnerTakesNeverReachesTheWidget)
     QContextMenuEvent menu(QContextMenuEvent::Mouse, {10, 10}, box->widget()->mapToGlobal(QPoint(10, 10)));
     QCoreApplication::sendEvent(box->widget(), &menu);
     EXPECT_TRUE(surface->findChildren<QMenu*>().isEmpty()) << "the box opens no menu of its own";
+}
+
+TEST_F(Router, AKeyThatTheOwnerTakesIsNotTypedAndMovesNoFocus)
+{
+    const auto first = show<TextBox>(QStringLiteral("Text"), {10, 10, 100, 22});
+    const auto second = showNew<TextBox>(QStringLiteral("Text"), {10, 40, 100, 22});
+    open();
+    first->setFocus();
+    takeKeys = true;
+    QTest::keyClick(first->widget(), Qt::Key_A);
+    QTest::keyClick(first->widget(), Qt::Key_Tab);
+    EXPECT_EQ(first->text(), u"");
+    EXPECT_TRUE(first->widget()->hasFocus());
+    EXPECT_TRUE(takeLog().filter(QStringLiteral("keypress")).isEmpty());
+    takeKeys = false;
+    QTest::keyClick(first->widget(), Qt::Key_A);
+    QTest::keyClick(first->widget(), Qt::Key_Tab);
+    EXPECT_EQ(first->text(), u"a");
+    EXPECT_TRUE(second->widget()->hasFocus());
+}
+
+TEST_F(Router, AKeyThatTheOwnerWantsIsNoShortcutOfTheWindow)
+{
+    const auto box = show<TextBox>(QStringLiteral("Text"), {10, 10, 100, 22});
+    open();
+    for (QWidget* place : {static_cast<QWidget*>(surface.get()), box->widget()}) {
+        place->setFocus();
+        for (const bool wanted : {false, true}) {
+            takeKeys = wanted;
+            QKeyEvent event(QEvent::ShortcutOverride, Qt::Key_F7, Qt::NoModifier);
+            event.ignore();
+            QCoreApplication::sendEvent(place, &event);
+            EXPECT_EQ(event.isAccepted(), wanted);
+        }
+    }
+}
+
+TEST_F(Router, PressesAndMovesThatAWidgetLeavesOverAreReportedOnce)
+{
+    show<CommandButton>(QStringLiteral("CommandButton"), {10, 50, 80, 24});
+    show<CheckBox>(QStringLiteral("cbCheck"), {110, 50, 80, 24});
+    open();
+    logMoves = true;
+    for (const QPoint place : {QPoint(20, 60), QPoint(120, 60)}) {
+        QTest::mouseMove(surface->windowHandle(), place);
+        EXPECT_EQ(takeLog().filter(QStringLiteral("move")).size(), 1);
+        for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {
+            click(place, button);
+            const QStringList log = takeLog();
+            EXPECT_EQ(log.filter(QStringLiteral("down")).size(), 1) << log.join(u'|').toStdString();
+            EXPECT_EQ(log.filter(QStringLiteral("up")).size(), 1);
+        }
+    }
 }
 
 TEST_F(Router, KeysAreReportedOnceWithClassicCodes)

@@ -99,9 +99,10 @@ void SurfaceTest::mouseUp(LiveControl* control, const MouseInput& input)
     log(QStringLiteral("up"), control, QString::number(input.button));
 }
 
-void SurfaceTest::keyDown(LiveControl* control, int keyCode, int shift)
+bool SurfaceTest::keyDown(LiveControl* control, int keyCode, int shift)
 {
     log(QStringLiteral("keydown"), control, QStringLiteral("%1/%2").arg(keyCode).arg(shift));
+    return takeKeys;
 }
 
 void SurfaceTest::keyPress(LiveControl* control, int keyAscii)

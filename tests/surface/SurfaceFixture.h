@@ -59,7 +59,8 @@ protected:
     void mouseMove(LiveControl* control, const MouseInput& input) override;
     void mouseUp(LiveControl* control, const MouseInput& input) override;
     void gotFocus(LiveControl* control) override { log("focus", control); }
-    void keyDown(LiveControl* control, int keyCode, int shift) override;
+    bool keyDown(LiveControl* control, int keyCode, int shift) override;
+    bool wantsKey(int, int) override { return takeKeys; }
     void keyPress(LiveControl* control, int keyAscii) override;
     void keyUp(LiveControl* control, int keyCode, int shift) override;
     void textChanged(LiveControl& control) override { log("text", &control); }
@@ -72,6 +73,7 @@ protected:
     QStringList events;
     MouseInput lastInput;
     bool takePresses = false;
+    bool takeKeys = false;
     bool logMoves = false;
     QList<int> errors;
 

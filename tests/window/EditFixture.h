@@ -26,6 +26,7 @@ inline QString control(const char* type, int left, int top, int width, int heigh
 class EditTest : public WindowTest
 {
 protected:
+    using WindowTest::WindowTest;
     /// Loads a window with these controls and shows the panel, unlocked.
     void open(const QStringList& controls, bool unlocked = true)
     {
@@ -102,6 +103,7 @@ protected:
     }
     bool hasMarker() { return layer() && layer()->marker().has_value(); }
     surface::EditLayer* layer() { return surface::EditLayer::find(panel->surface()); }
+    bool hasHandleAt(QPoint place) { return layer() && layer()->handleAt(place).frame; }
 
     std::vector<int> hostPresses;
 };

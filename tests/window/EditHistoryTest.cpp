@@ -1,7 +1,5 @@
 #include "EditFixture.h"
 
-#include <random>
-
 using namespace zan;
 using namespace zan::window;
 using binding::Variant;
@@ -9,9 +7,6 @@ using values::Name;
 using values::Ref;
 
 namespace {
-
-/// Edits of the random run.
-constexpr int EditCount = 1000;
 
 /// A panel whose tree and live state can be told as text, to be compared before and after.
 class History : public EditTest
@@ -272,54 +267,4 @@ TEST_F(History, ScriptsReachItByName)
     object->get(Name("Undo"));
     EXPECT_EQ(values::toText(object->get(Name("CanUndo"))), u"False");
     EXPECT_EQ(values::toText(object->get(Name("CanRedo"))), u"True");
-}
-
-/// Any edits by mouse and menu, taken back one by one, give the panel of the beginning, and the list, the tags and the
-/// keys agree after each.
-TEST_F(History, RandomEditsCanAllBeTakenBack)
-{
-    open({control("VB.CommandButton", 600, 600, 1200, 400), control("VB.Label", 3000, 600, 1200, 400),
-          control("VB.TextBox", 600, 3000, 1200, 400), control("VB.Shape", 4000, 3000, 2000, 2000),
-          control("ZanBenchWindow.StatusLight", 6000, 600, 1200, 400),
-          control("VB.CheckBox", 6000, 5000, 1200, 400)});
-    panel->UpdateDocument();
-    const QString before = state();
-    std::mt19937 random(20);
-    const auto number = [&](int low, int high) { return std::uniform_int_distribution(low, high)(random); };
-    const auto somewhere = [&] { return QPoint(number(0, 700), number(0, 500)); };
-    static const QStringList types{u"&Label"_qs, u"&Text Box"_qs, u"&Command Button"_qs, u"&Shape"_qs};
-    for (int edit = 0; edit < EditCount; ++edit) {
-        switch (number(0, 7)) {
-        case 0:
-            chooseAt(somewhere(), types[number(0, 3)]);
-            break;
-        case 1:
-            chooseAt(somewhere(), QStringLiteral("&Paste"));
-            break;
-        case 2:
-            chooseAt(somewhere(), QStringLiteral("&Copy"));
-            break;
-        case 3:
-            if (panel->Controls()->Count() > 4)
-                chooseAt(somewhere(), QStringLiteral("&Delete"));
-            break;
-        case 4:
-            chooseAt(somewhere(), QStringLiteral("&Send to Back"));
-            break;
-        default:
-            drag(somewhere(), somewhere());
-        }
-        forms.closeMenu();
-        ASSERT_NO_FATAL_FAILURE(checkInvariants()) << edit;
-        if (number(0, 9) == 0) {
-            panel->Undo();
-            panel->Redo();
-        }
-    }
-    ASSERT_GT(panel->EditCount(), EditCount / 4);
-    while (panel->CanUndo()) {
-        panel->Undo();
-        ASSERT_NO_FATAL_FAILURE(checkInvariants());
-    }
-    EXPECT_EQ(state().toStdString(), before.toStdString());
 }

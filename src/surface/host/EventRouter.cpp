@@ -62,6 +62,8 @@ bool EventRouter::surfaceEvent(QEvent& event)
     case QEvent::KeyRelease:
         // What a control's widget left over comes by here again; it was told already.
         return m_surface.hasFocus() && key({}, static_cast<QKeyEvent&>(event));
+    case QEvent::ShortcutOverride:
+        return m_surface.hasFocus() && overridesShortcut(static_cast<QKeyEvent&>(event));
     case QEvent::ToolTip:
         return toolTip(static_cast<QHelpEvent&>(event));
     case QEvent::FocusIn:
@@ -79,6 +81,9 @@ bool EventRouter::surfaceMouse(QMouseEvent& event)
     const bool begins = event.type() == QEvent::MouseButtonPress || event.type() == QEvent::MouseButtonDblClick;
     Ref<LiveControl> control = m_pressActive && !begins ? m_pressed : m_surface.controlAt(place.toPoint());
     event.accept();
+    // What a control's widget has left over, as a button leaves the right button, comes by here again: it was told.
+    if (control && control->hosting() == LiveControl::Hosting::Widget)
+        return true;
     if (begins) {
         press(control, placeIn(control.get(), place), event);
     } else if (event.type() == QEvent::MouseMove) {
@@ -176,9 +181,24 @@ bool EventRouter::widgetEvent(LiveControl& control, QObject& watched, QEvent& ev
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
         return key(alive, static_cast<QKeyEvent&>(event));
+    case QEvent::ShortcutOverride:
+        return overridesShortcut(static_cast<QKeyEvent&>(event));
     default:
         return false;
     }
+}
+
+bool EventRouter::overridesShortcut(QKeyEvent& event)
+{
+    const bool onKeypad = event.modifiers() & Qt::KeypadModifier;
+    const int code = classicKeyCode(Qt::Key(event.key()), onKeypad);
+    bool wanted = false;
+    if (!m_surface.tell(
+            [&](SurfaceEvents& events) { wanted = events.wantsKey(code, classicShift(event.modifiers())); }))
+        return true;
+    if (wanted)
+        event.accept();
+    return wanted;
 }
 
 bool EventRouter::widgetMouse(LiveControl& control, QWidget& widget, QMouseEvent& event)
@@ -204,7 +224,7 @@ bool EventRouter::widgetMouse(LiveControl& control, QWidget& widget, QMouseEvent
     return release(alive, place, event, !clicksItself) || painted;
 }
 
-/// Step 1: key down or up. Step 2: the character. Step 3: Enter, Esc and the arrows among options. A true result
+/// Step 1: key down or up, which the owner may take. Step 2: the character. Step 3: Enter, Esc and the arrows among options. A true result
 /// keeps the key from the widget.
 bool EventRouter::key(Ref<LiveControl> control, QKeyEvent& event)
 {
@@ -216,7 +236,9 @@ bool EventRouter::key(Ref<LiveControl> control, QKeyEvent& event)
         const bool alive = m_surface.tell([&](SurfaceEvents& events) { events.keyUp(control.get(), code, shift); });
         return !alive || gone();
     }
-    if (!m_surface.tell([&](SurfaceEvents& events) { events.keyDown(control.get(), code, shift); }) || gone())
+    bool taken = false;
+    if (!m_surface.tell([&](SurfaceEvents& events) { taken = events.keyDown(control.get(), code, shift); }) ||
+        taken || gone())
         return true;
     for (const QChar character : event.text()) {
         const int ascii = character.unicode();

@@ -42,6 +42,7 @@ private:
     bool release(Ref<LiveControl> control, QPointF place, QMouseEvent& event, bool clicks);
     bool focus(Ref<LiveControl> control, bool got);
     bool key(Ref<LiveControl> control, QKeyEvent& event);
+    bool overridesShortcut(QKeyEvent& event);
     bool dialogKey(LiveControl* control, const QKeyEvent& event);
     bool moveToChoice(LiveControl& choice, int step);
     bool toolTip(const QHelpEvent& event);

@@ -34,8 +34,11 @@ public:
     virtual void resizeEnded(LiveControl& /*control*/) {}
     virtual void gotFocus(LiveControl* /*control*/) {}
     virtual void lostFocus(LiveControl* /*control*/) {}
-    /// Keys by their classic key codes, `shift` as in MouseInput.
-    virtual void keyDown(LiveControl* /*control*/, int /*keyCode*/, int /*shift*/) {}
+    /// Keys by their classic key codes, `shift` as in MouseInput. True takes the key away from the control: nothing is
+    /// typed, no focus moves.
+    virtual bool keyDown(LiveControl* /*control*/, int /*keyCode*/, int /*shift*/) { return false; }
+    /// Whether a key would be taken, so that it is no shortcut of the window's either. Changes nothing.
+    virtual bool wantsKey(int /*keyCode*/, int /*shift*/) { return false; }
     virtual void keyPress(LiveControl* /*control*/, int /*keyAscii*/) {}
     virtual void keyUp(LiveControl* /*control*/, int /*keyCode*/, int /*shift*/) {}
     /// The text of a text box has changed, by the user or by program.
