@@ -13,6 +13,7 @@
 #include "window/PanelDocument.h"
 #include "window/PanelEditor.h"
 #include "window/PanelEvents.h"
+#include "window/PanelSetup.h"
 #include "window/SiteMapPlacement.h"
 
 #include <QMdiSubWindow>
@@ -62,6 +63,7 @@ BenchWindow::BenchWindow(wrappers::ControlTypes types, QWidget* parent)
     , m_document(std::make_unique<PanelDocument>(*this, *m_surface, types))
     , m_design(std::make_unique<PanelDesign>(*this, *m_surface))
     , m_editor(std::make_unique<PanelEditor>(*this, *m_surface, *m_document))
+    , m_setup(std::make_unique<PanelSetup>(*this))
     , m_events(std::make_unique<PanelEvents>(*this, *m_surface))
     , m_actions(std::make_unique<ActionEngine>(*this))
 {

@@ -31,6 +31,7 @@ class PanelDesign;
 class PanelDocument;
 class PanelEditor;
 class PanelEvents;
+class PanelSetup;
 struct NewControlMenuItem;
 
 using binding::PropertyBag;
@@ -133,6 +134,7 @@ public:
     PanelDocument& document() const { return *m_document; }
     PanelEvents& events() const { return *m_events; }
     PanelEditor& editor() const { return *m_editor; }
+    PanelSetup& setup() const { return *m_setup; }
     ActionEngine& actions() const { return *m_actions; }
     /// Takes the user's last edit back; nothing when there is none. Every edit made by hand is a step: a move, a
     /// resize, a new, pasted or deleted control, a change of the stacking.
@@ -211,6 +213,7 @@ private:
     std::unique_ptr<PanelDocument> m_document;
     std::unique_ptr<PanelDesign> m_design;
     std::unique_ptr<PanelEditor> m_editor;
+    std::unique_ptr<PanelSetup> m_setup;
     std::unique_ptr<PanelEvents> m_events;
     std::unique_ptr<ActionEngine> m_actions;
     QPointer<display::frmProgress> m_progress;

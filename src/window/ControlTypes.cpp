@@ -1,5 +1,6 @@
 #include "window/ControlTypes.h"
 
+#include "dialogs/SetupForms.h"
 #include "display/SiteMapControl.h"
 #include "display/StatusLightControl.h"
 #include "display/ValueBarControl.h"
@@ -113,7 +114,8 @@ constexpr std::array<ControlType, 13> table{{
      .selectsOnHover = true,
      .selectsOnFocus = true,
      .drop = OnDrop::PassesOnToSurface,
-     .live = {.update = by<UpdateCheckBox>, .due = UpdateDue::AtEachScan}},
+     .live = {.update = by<UpdateCheckBox>, .due = UpdateDue::AtEachScan},
+     .setup = &dialogs::frmCheckBox},
     // A shape has no window: the surface's own mouse routines serve it.
     {.key = u"VB.Shape",
      .menuCaption = u"&Shape",

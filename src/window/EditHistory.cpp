@@ -46,6 +46,15 @@ void EditHistory::Command::watch(const Ref<wrappers::iBenchControl>& control)
     m_step->controls.push_back(std::move(change));
 }
 
+void EditHistory::Command::watchSettings(const Ref<wrappers::iBenchControl>& control)
+{
+    if (!records() || !control)
+        return;
+    watch(control);
+    m_step->controls.back().hasSettings = true;
+    m_step->controls.back().looksBefore = LiveImage(*control);
+}
+
 void EditHistory::Command::watchStacking(std::vector<Ref<surface::LiveControl>> controls)
 {
     if (!records())

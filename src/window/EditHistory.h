@@ -41,6 +41,8 @@ public:
 
         /// The control's node, place and size, as they are now, are the state before.
         void watch(const Ref<wrappers::iBenchControl>& control);
+        /// The same, and how it looks and what it is bound to.
+        void watchSettings(const Ref<wrappers::iBenchControl>& control);
         /// The stacking of these controls is the state before.
         void watchStacking(std::vector<Ref<surface::LiveControl>> controls);
         /// The control has been placed in the list by the command.

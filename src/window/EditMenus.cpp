@@ -3,6 +3,7 @@
 #include "window/BenchWindow.h"
 #include "window/ControlFactory.h"
 #include "window/PanelEditor.h"
+#include "window/PanelSetup.h"
 
 #include <QPointer>
 
@@ -59,7 +60,8 @@ std::shared_ptr<PopupMenu> controlRightClickMenu(BenchWindow& panel)
 {
     auto menu = std::make_shared<PopupMenu>();
     menu->name = QStringLiteral("mnuCtlRightClick");
-    menu->items.push_back({.caption = QStringLiteral("&Edit"), .enabled = false}); // no type has a form yet
+    menu->items.push_back(
+        entry(panel, u"&Edit", [&panel](PanelEditor& editor) { panel.setup().edit(editor.currentControl()); }));
     menu->items.push_back(entry(panel, u"&Copy", &PanelEditor::copy));
     menu->items.push_back({});
     menu->items.push_back(entry(panel, u"&Delete", &PanelEditor::remove));

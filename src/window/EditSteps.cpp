@@ -25,8 +25,10 @@ bool isIn(const BenchControls& list, const iBenchControl& control)
 }
 
 void takeBack(const ControlChange& change, const NodeImage& from, const NodeImage& to,
-              const TwipsRectangle& measures)
+              const TwipsRectangle& measures, const LiveImage& looks, const LiveImage& looksFrom)
 {
+    if (change.hasSettings)
+        looks.apply(*change.control, looksFrom);
     const TwipsRectangle now = measuresOf(*change.control);
     const Ref<LiveControl> live = liveOf(*change.control);
     if (live && now != measures)
@@ -72,7 +74,7 @@ TwipsRectangle measuresOf(const iBenchControl& control)
 
 bool ControlChange::isChange() const
 {
-    return before != after || nodeBefore != nodeAfter;
+    return before != after || nodeBefore != nodeAfter || !(looksBefore == looksAfter);
 }
 
 bool EditStep::finish(const BenchControls& list)
@@ -82,6 +84,8 @@ bool EditStep::finish(const BenchControls& list)
     for (ControlChange& change : controls) {
         change.after = measuresOf(*change.control);
         change.nodeAfter = NodeImage(change.control->XMLNode());
+        if (change.hasSettings)
+            change.looksAfter = LiveImage(*change.control);
     }
     for (StackChange& change : stacking)
         change.after = change.control->rank();
@@ -100,7 +104,8 @@ void EditStep::undo(BenchControls& list)
     }
     for (const ControlChange& change : controls) {
         if (isIn(list, *change.control))
-            takeBack(change, change.nodeAfter, change.nodeBefore, change.before);
+            takeBack(change, change.nodeAfter, change.nodeBefore, change.before, change.looksBefore,
+                     change.looksAfter);
     }
     for (const StackChange& change : stacking)
         restack(change, change.before);
@@ -116,7 +121,8 @@ void EditStep::redo(BenchControls& list)
     }
     for (const ControlChange& change : controls) {
         if (isIn(list, *change.control))
-            takeBack(change, change.nodeBefore, change.nodeAfter, change.after);
+            takeBack(change, change.nodeBefore, change.nodeAfter, change.after, change.looksAfter,
+                     change.looksBefore);
     }
     for (const StackChange& change : stacking)
         restack(change, change.after);

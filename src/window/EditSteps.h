@@ -2,6 +2,7 @@
 
 #include "document/NodeImage.h"
 #include "surface/host/LiveControl.h"
+#include "window/LiveImage.h"
 #include "wrappers/BenchControls.h"
 #include "wrappers/ControlType.h"
 
@@ -22,7 +23,7 @@ public:
     virtual Ref<wrappers::BenchControls> editedControls() = 0;
 };
 
-/// A control whose node, place or size a command has changed.
+/// A control whose node, place, size or settings a command has changed.
 struct ControlChange
 {
     Ref<wrappers::iBenchControl> control;
@@ -30,6 +31,9 @@ struct ControlChange
     document::NodeImage nodeAfter;
     wrappers::TwipsRectangle before{};
     wrappers::TwipsRectangle after{};
+    bool hasSettings = false; ///< looks and binding belong to the step too
+    LiveImage looksBefore;
+    LiveImage looksAfter;
 
     bool isChange() const;
 };

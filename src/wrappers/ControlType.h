@@ -11,6 +11,9 @@
 namespace zan::surface {
 class LiveControl;
 }
+namespace zan::dialogs {
+struct FormDescription;
+}
 
 namespace zan::wrappers {
 
@@ -102,6 +105,8 @@ struct ControlType
     OnDrop drop = OnDrop::Nothing;
 
     LiveRoutines live = {};
+
+    const dialogs::FormDescription* setup = nullptr; ///< the form that sets it up; null: it has none
 };
 
 /// The types that a panel knows. The rows belong to whoever made them and outlive every panel.

@@ -21,6 +21,7 @@ class FakeRun : public HostRun
 public:
     window::BenchWindow* panel() const override { return nullptr; }
     surface::RecordingForms& forms() override { return recorded; }
+    void call(const QString&, const values::Ref<binding::Object>&) override {}
     void failHere(const QString& message) override { failures << message; }
     std::int32_t takeRefusedWrites() override { return 3; }
     void wait(int milliseconds) override { waited += milliseconds; }

@@ -26,4 +26,10 @@ void HeadlessForms::showModal(QDialog& form)
     RecordingForms::showModal(form);
 }
 
+void HeadlessForms::showForm(QWidget* owner, surface::ModalForm& form)
+{
+    m_report.note(QStringLiteral("form: %1").arg(oneLine(form.title())));
+    RecordingForms::showForm(owner, form);
+}
+
 } // namespace zan::host

@@ -19,6 +19,7 @@ public:
     std::optional<QString> inputBox(QWidget* owner, const QString& prompt, const QString& title,
                                     const QString& text) override;
     void showModal(QDialog& form) override;
+    void showForm(QWidget* owner, surface::ModalForm& form) override;
 
 private:
     RunReport& m_report;

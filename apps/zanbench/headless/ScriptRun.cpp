@@ -131,6 +131,12 @@ bool ScriptRun::addItems()
            m_control->AddObject(QStringLiteral("Scheme"), logger->Scheme());
 }
 
+void ScriptRun::call(const QString& procedure, const values::Ref<binding::Object>& argument)
+{
+    if (!m_control->Run(procedure, {values::Variant(argument)}) && !m_quitCode)
+        reportError();
+}
+
 void ScriptRun::failHere(const QString& message)
 {
     const script::ScriptPlace here = m_control->currentPlace();

@@ -44,6 +44,7 @@ private:
     // HostRun
     window::BenchWindow* panel() const override { return m_panel.panel(); }
     surface::RecordingForms& forms() override { return m_panel.forms(); }
+    void call(const QString& procedure, const values::Ref<binding::Object>& argument) override;
     void failHere(const QString& message) override;
     std::int32_t takeRefusedWrites() override { return m_report.takeRefusedWrites(); }
     void wait(int milliseconds) override;

@@ -133,18 +133,41 @@ void SimulatedInput::hover(QPoint place)
     mouse(QEvent::MouseMove, place, Qt::NoButton, Qt::NoButton);
 }
 
-void SimulatedInput::type(const QString& text)
+namespace {
+
+/// Types into whatever `target` says, asked for each event; until it says nothing.
+template <class Target>
+void typeWhere(const QString& text, Target target)
 {
     for (const QChar character : text) {
         for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-            QWidget* focused = QApplication::focusWidget();
-            QWidget* target = focused ? focused : m_panel.data();
-            if (!target)
+            QWidget* receiver = target();
+            if (!receiver)
                 return;
             QKeyEvent event(type, keyOf(character), Qt::NoModifier, QString(character));
-            QApplication::sendEvent(target, &event);
+            QApplication::sendEvent(receiver, &event);
         }
     }
+}
+
+} // namespace
+
+void SimulatedInput::type(const QString& text)
+{
+    typeWhere(text, [this] {
+        QWidget* focused = QApplication::focusWidget();
+        return focused ? focused : m_panel.data();
+    });
+}
+
+void SimulatedInput::typeInto(QWidget& window, const QString& text)
+{
+    typeWhere(text, [alive = QPointer<QWidget>(&window)]() -> QWidget* {
+        if (!alive || !alive->isVisible())
+            return nullptr;
+        QWidget* focused = alive->focusWidget();
+        return focused ? focused : alive.data();
+    });
 }
 
 } // namespace zan::host

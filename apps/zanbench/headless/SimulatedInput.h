@@ -31,6 +31,8 @@ public:
     void hover(QPoint place);
     /// Types each character of the text; a line feed is the Enter key, a tab the Tab key.
     void type(const QString& text);
+    /// The same, into whatever has the keyboard of another window, which may go at any key.
+    static void typeInto(QWidget& window, const QString& text);
 
 private:
     /// A press and what follows it. While the press is being handled the panel may follow the pointer in a loop of its

@@ -3,6 +3,7 @@
 #include "zanbench/hostitem/HostBoxes.h"
 #include "zanbench/hostitem/HostDocument.h"
 #include "zanbench/hostitem/HostEditing.h"
+#include "zanbench/hostitem/HostForms.h"
 #include "zanbench/hostitem/HostInput.h"
 #include "zanbench/hostitem/HostLogger.h"
 #include "zanbench/hostitem/HostMap.h"
@@ -26,10 +27,10 @@ Ref<HostFamily> makeFamily(HostRun& run)
 }
 
 /// Every family, one row each. No two of them have a member of the same name.
-constexpr std::array<FamilyMaker, 10> FamilyMakers = {
+constexpr std::array<FamilyMaker, 11> FamilyMakers = {
     &makeFamily<HostReport>,  &makeFamily<HostTime>,     &makeFamily<HostInput>,   &makeFamily<HostBoxes>,
     &makeFamily<HostText>,    &makeFamily<HostDocument>, &makeFamily<HostPicture>, &makeFamily<HostLogger>,
-    &makeFamily<HostEditing>, &makeFamily<HostMap>,
+    &makeFamily<HostEditing>, &makeFamily<HostMap>,      &makeFamily<HostForms>,
 };
 
 } // namespace

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "binding/Object.h"
+
 #include <QString>
 
 #include <cstdint>
@@ -21,6 +23,8 @@ public:
     /// The panel of the run; null for a run without one.
     virtual window::BenchWindow* panel() const = 0;
     virtual surface::RecordingForms& forms() = 0;
+    /// Calls a procedure of the script with an object; what goes wrong in it is a failure of the run.
+    virtual void call(const QString& procedure, const values::Ref<binding::Object>& argument) = 0;
     /// Counts a failure and prints it with the place of the statement that is running.
     virtual void failHere(const QString& message) = 0;
     /// How many writes the logger has refused since the last call. What is taken here does not fail the run.

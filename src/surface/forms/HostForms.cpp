@@ -1,8 +1,15 @@
 #include "surface/forms/HostForms.h"
 
+#include "surface/text/FontTable.h"
+
 #include <QAbstractButton>
+#include <QApplication>
+#include <QColorDialog>
 #include <QCoreApplication>
 #include <QDialog>
+#include <QDir>
+#include <QFileDialog>
+#include <QFontDialog>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMenu>
@@ -165,6 +172,100 @@ void DesktopForms::popupMenu(QWidget* owner, const std::shared_ptr<PopupMenu>& m
 void DesktopForms::showModal(QDialog& form)
 {
     form.exec();
+}
+
+void DesktopForms::showForm(QWidget* owner, ModalForm& form)
+{
+    if (QDialog* dialog = form.dialog(owner))
+        showModal(*dialog);
+}
+
+// Pickers ------------------------------------------------------------------------------------------------------
+
+std::optional<FontChoice> DesktopForms::pickFont(QWidget* owner, const QString& title, const FontChoice& font)
+{
+    QFont shown(FontTable::installedFamily(font.name));
+    shown.setPointSizeF(font.size);
+    shown.setBold(font.bold);
+    shown.setItalic(font.italic);
+    shown.setUnderline(font.underline);
+    // The owner may be deleted while the picker is open and takes it with it: never on the stack.
+    const QPointer<QFontDialog> picker = new QFontDialog(shown, owner);
+    picker->setWindowTitle(title);
+    picker->setOption(QFontDialog::DontUseNativeDialog); // every platform has the same title and the same choices
+    // The picker shows the nearest size and style that the family has; what it shows unasked is nobody's choice.
+    const QFont begun = picker->currentFont();
+    const bool accepted = picker->exec() == QDialog::Accepted;
+    const QFont picked = accepted && picker ? picker->selectedFont() : QFont();
+    delete picker.data();
+    if (!accepted)
+        return std::nullopt;
+    FontChoice choice = font;
+    if (picked.family() != begun.family())
+        choice.name = picked.family();
+    if (picked.pointSizeF() != begun.pointSizeF())
+        choice.size = picked.pointSizeF();
+    if (picked.bold() != begun.bold())
+        choice.bold = picked.bold();
+    if (picked.italic() != begun.italic())
+        choice.italic = picked.italic();
+    if (picked.underline() != begun.underline())
+        choice.underline = picked.underline();
+    return choice;
+}
+
+std::optional<values::Colour> DesktopForms::pickColour(QWidget* owner, const QString& title, values::Colour colour)
+{
+    const QPalette palette = owner ? owner->palette() : QApplication::palette();
+    const QPointer<QColorDialog> picker = new QColorDialog(values::toQColor(colour, palette), owner);
+    picker->setWindowTitle(title);
+    picker->setOption(QColorDialog::DontUseNativeDialog); // the part for custom colours is open in this one
+    const bool accepted = picker->exec() == QDialog::Accepted;
+    const QColor picked = accepted && picker ? picker->selectedColor() : QColor();
+    delete picker.data();
+    return picked.isValid() ? std::optional(values::fromQColor(picked)) : std::nullopt;
+}
+
+namespace {
+
+/// A classic filter text as the toolkit writes it: "Bitmaps (*.BMP)". The toolkit takes the patterns from brackets, so
+/// that a description keeps none of its own.
+QStringList nameFilters(const QString& classic)
+{
+    QStringList filters;
+    const QStringList parts = classic.split(QLatin1Char('|'));
+    for (qsizetype place = 0; place + 1 < parts.size(); place += 2) {
+        const QString description = parts[place].section(QLatin1Char('('), 0, 0).trimmed();
+        QStringList patterns = parts[place + 1].split(QLatin1Char(';'), Qt::SkipEmptyParts);
+        for (QString& pattern : patterns) {
+            if (pattern.startsWith(QLatin1Char('.')))
+                pattern.prepend(QLatin1Char('*')); // an extension alone would find nothing but a file of that name
+            if (pattern == QLatin1String("*.*"))
+                pattern = QStringLiteral("*");
+        }
+        filters << QStringLiteral("%1 (%2)").arg(description, patterns.join(QLatin1Char(' ')));
+    }
+    return filters;
+}
+
+} // namespace
+
+std::optional<QString> DesktopForms::pickFile(QWidget* owner, const FileRequest& request)
+{
+    const QPointer<QFileDialog> picker = new QFileDialog(owner, request.title, request.folder);
+    const QStringList filters = nameFilters(request.filter);
+    picker->setFileMode(QFileDialog::AnyFile); // whether there is such a file is the caller's question
+    picker->setNameFilters(filters);
+    if (request.filterIndex > 0 && request.filterIndex <= filters.size())
+        picker->selectNameFilter(filters[request.filterIndex - 1]);
+    if (!request.file.isEmpty())
+        picker->selectFile(request.file);
+    picker->setDefaultSuffix(request.defaultExtension.section(QLatin1Char('.'), -1));
+    picker->setAcceptMode(QFileDialog::AcceptOpen);
+    const bool accepted = picker->exec() == QDialog::Accepted;
+    const QStringList picked = accepted && picker ? picker->selectedFiles() : QStringList();
+    delete picker.data();
+    return picked.isEmpty() ? std::nullopt : std::optional(QDir::toNativeSeparators(picked.front()));
 }
 
 } // namespace zan::surface

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "surface/forms/ModalForm.h"
+#include "surface/forms/Pickers.h"
 #include "surface/forms/PopupMenu.h"
+#include "values/Colour.h"
 
 #include <QPoint>
 #include <QPointer>
@@ -52,6 +55,13 @@ public:
     virtual void popupMenu(QWidget* owner, const std::shared_ptr<PopupMenu>& menu, QPoint place) = 0;
     /// Shows a form modally and returns when it is hidden. The form's own fields say what came of it.
     virtual void showModal(QDialog& form) = 0;
+    /// Shows a form modally and returns when it is closed.
+    virtual void showForm(QWidget* owner, ModalForm& form) = 0;
+    /// The pickers begin with what they are given; nothing when the user cancels.
+    virtual std::optional<FontChoice> pickFont(QWidget* owner, const QString& title, const FontChoice& font) = 0;
+    virtual std::optional<values::Colour> pickColour(QWidget* owner, const QString& title,
+                                                     values::Colour colour) = 0;
+    virtual std::optional<QString> pickFile(QWidget* owner, const FileRequest& request) = 0;
 };
 
 /// Real windows on the desktop.
@@ -65,6 +75,11 @@ public:
     void busyEnded() override;
     void popupMenu(QWidget* owner, const std::shared_ptr<PopupMenu>& menu, QPoint place) override;
     void showModal(QDialog& form) override;
+    void showForm(QWidget* owner, ModalForm& form) override;
+    /// A font that is not installed keeps its name unless another one is picked.
+    std::optional<FontChoice> pickFont(QWidget* owner, const QString& title, const FontChoice& font) override;
+    std::optional<values::Colour> pickColour(QWidget* owner, const QString& title, values::Colour colour) override;
+    std::optional<QString> pickFile(QWidget* owner, const FileRequest& request) override;
 
 protected:
     /// A message box that is not shown yet, with the text as plain text. It belongs to its owner, whose end is its

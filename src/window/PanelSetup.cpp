@@ -1,0 +1,102 @@
+#include "window/PanelSetup.h"
+
+#include "dialogs/SetupForm.h"
+#include "dialogs/SetupForms.h"
+#include "document/XMLOps.h"
+#include "values/Failure.h"
+#include "window/BenchWindow.h"
+#include "window/PanelEditor.h"
+
+#include <QPointer>
+#include <QScopeGuard>
+
+namespace zan::window {
+
+using dialogs::FormDescription;
+using dialogs::SetupForm;
+using wrappers::ControlType;
+using wrappers::iBenchControl;
+
+namespace {
+
+/// A panel as its forms see it.
+class PanelFormSite : public dialogs::FormSite
+{
+public:
+    explicit PanelFormSite(BenchWindow& panel)
+        : m_panel(&panel)
+    {}
+
+    surface::HostForms* forms() override { return m_panel ? &m_panel->forms() : nullptr; }
+    Ref<site::Logger> logger() override { return m_panel ? m_panel->Logger() : nullptr; }
+
+    void edit(const QString& what, const Ref<iBenchControl>& control, const std::function<void()>& step) override
+    {
+        if (!m_panel)
+            return step();
+        EditHistory& history = m_panel->editor().history();
+        const int before = history.count();
+        const auto mark = qScopeGuard([&] {
+            // What only the live control shows, a font say, is stored with the next save: it must not be forgotten.
+            if (m_panel && history.count() != before && control)
+                document::XMLOps::MarkChanged(control->XMLNode());
+        });
+        EditHistory::Command command(history, what);
+        command.watchSettings(control);
+        step();
+    }
+
+    void reportError(const values::RuntimeError& error) override
+    {
+        if (m_panel)
+            Q_EMIT m_panel->runtimeError(error.number(), error.description());
+    }
+
+private:
+    QPointer<BenchWindow> m_panel;
+};
+
+} // namespace
+
+PanelSetup::~PanelSetup()
+{
+    for (const std::weak_ptr<SetupForm>& open : m_open) {
+        if (const std::shared_ptr<SetupForm> form = open.lock())
+            form->close();
+    }
+}
+
+/// Null while such a form is open.
+std::shared_ptr<SetupForm> PanelSetup::begin(const FormDescription& description)
+{
+    std::erase_if(m_open, [](const std::weak_ptr<SetupForm>& open) {
+        const std::shared_ptr<SetupForm> form = open.lock();
+        return !form || !form->isOpen();
+    });
+    for (const std::weak_ptr<SetupForm>& open : m_open) {
+        if (&open.lock()->description() == &description)
+            return nullptr;
+    }
+    std::shared_ptr<SetupForm> form = SetupForm::make(description, std::make_shared<PanelFormSite>(m_panel));
+    m_open.push_back(form);
+    return form;
+}
+
+void PanelSetup::edit(const Ref<iBenchControl>& control)
+{
+    const Ref<iBenchControl> edited = values::given(control);
+    const ControlType* type = m_panel.controlTypes().find(edited->ControlType());
+    if (!type || !type->setup)
+        return;
+    Ref<site::SchemeWindows> windows;
+    if (type->setup->usesWindows)
+        windows = values::given(values::given(values::given(m_panel.Logger())->Scheme())->Windows());
+    const std::shared_ptr<SetupForm> form = begin(*type->setup);
+    if (!form)
+        return;
+    form->LoadControl(windows, edited, QString::number(m_panel.hWnd()));
+    m_panel.forms().showForm(&m_panel, *form);
+    form->close(); // its window may have gone with its owner
+}
+
+} // namespace zan::window
