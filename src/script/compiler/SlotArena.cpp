@@ -58,6 +58,13 @@ void SlotArena::clear() noexcept
         m_slots[place].clear();
 }
 
+ArenaPool& ArenaPool::ofThread()
+{
+    // Never destroyed: the last engine of a process may go after every other static.
+    static thread_local ArenaPool* pool = new ArenaPool;
+    return *pool;
+}
+
 std::unique_ptr<SlotArena> ArenaPool::take(std::size_t count)
 {
     const auto found = std::find_if(m_arenas.begin(), m_arenas.end(),

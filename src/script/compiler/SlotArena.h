@@ -34,10 +34,12 @@ private:
 };
 
 /// Arenas of engines that have ended, for those to come: a program that starts at every click of a button must not
-/// pay for fresh memory each time.
+/// pay for fresh memory each time, nor must the first click of every panel.
 class ArenaPool
 {
 public:
+    /// The one of this thread, which all its engines share.
+    static ArenaPool& ofThread();
     /// An arena of so many slots, all Empty.
     std::unique_ptr<SlotArena> take(std::size_t count);
     /// Keeps an arena, unless there are enough or it has taken much memory.

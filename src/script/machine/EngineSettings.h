@@ -82,7 +82,7 @@ struct EngineSettings
     /// What CreateObject can make, by folded name.
     std::unordered_map<values::Name, Factory> classes;
     UnitCache cache;
-    ArenaPool arenas;
+    ArenaPool& arenas = ArenaPool::ofThread();
     Budget budget{*this};
 };
 
