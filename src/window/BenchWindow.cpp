@@ -306,6 +306,26 @@ const std::vector<NewControlMenuItem>& BenchWindow::newControlMenu() const
 
 // Edits --------------------------------------------------------------------------------------------------------
 
+bool BenchWindow::AlignmentGuides() const
+{
+    return m_editor->guides().isOn();
+}
+
+void BenchWindow::setAlignmentGuides(bool on)
+{
+    m_editor->guides().setOn(on);
+}
+
+bool BenchWindow::KeyboardEditing() const
+{
+    return m_editor->keys().isOn();
+}
+
+void BenchWindow::setKeyboardEditing(bool on)
+{
+    m_editor->keys().setOn(on);
+}
+
 void BenchWindow::Undo()
 {
     m_editor->history().undo();

@@ -136,6 +136,13 @@ public:
     PanelEditor& editor() const { return *m_editor; }
     PanelSetup& setup() const { return *m_setup; }
     ActionEngine& actions() const { return *m_actions; }
+    /// Whether edges, centres and equal gaps of other controls pull what is dragged, and are drawn as guides. Off by
+    /// default; Alt has the same effect for as long as it is held. What is aligned at the end stays off the grid.
+    bool AlignmentGuides() const;
+    void setAlignmentGuides(bool on);
+    /// Whether an unlocked panel is rearranged by keyboard too: arrows, Del, Ctrl+C, Ctrl+V, Tab. Off by default.
+    bool KeyboardEditing() const;
+    void setKeyboardEditing(bool on);
     /// Takes the user's last edit back; nothing when there is none. Every edit made by hand is a step: a move, a
     /// resize, a new, pasted or deleted control, a change of the stacking.
     void Undo();

@@ -43,6 +43,8 @@ const binding::MemberTable& BenchWindowObject::members() const
                 method<&C::SaveWindow>("SaveWindow"),
                 property<&C::LockMenu, &C::setLockMenu>("LockMenu"),
                 property<&C::HideProtectedControls, &C::setHideProtectedControls>("HideProtectedControls"),
+                property<&C::AlignmentGuides, &C::setAlignmentGuides>("AlignmentGuides"),
+                property<&C::KeyboardEditing, &C::setKeyboardEditing>("KeyboardEditing"),
                 method<&C::Undo>("Undo"),
                 method<&C::Redo>("Redo"),
                 readOnly<&C::CanUndo>("CanUndo"),

@@ -125,13 +125,14 @@ void PanelDesign::setSnapToGrid(bool snap)
 void PanelDesign::setLockPositions(bool lock)
 {
     m_panel.document().controls()->setLockPositions(lock);
-    m_panel.editor().ShowMarker(!lock);
+    m_panel.editor().lockChanged();
     changed("LockPositions");
 }
 
 void PanelDesign::setLockMenu(bool lock)
 {
     m_lockMenu = lock;
+    m_panel.editor().keys().refresh();
     changed("LockMenu");
 }
 

@@ -1,6 +1,7 @@
 #include "window/PanelEditor.h"
 
 #include "surface/edit/EditLayer.h"
+#include "surface/edit/HandleTable.h"
 #include "surface/edit/WindowMoves.h"
 #include "surface/forms/HostForms.h"
 #include "surface/host/Surface.h"
@@ -32,6 +33,7 @@ namespace {
 constexpr int LeftButton = 1;
 constexpr int RightButton = 2;
 constexpr int EscapeKey = 27;
+constexpr int AltHeld = 4;
 constexpr float MarkerSize = 105;
 /// The array whose elements have no window: the surface's own mouse routines serve them.
 constexpr QStringView ShapeArray = u"Shape";
@@ -50,6 +52,8 @@ PanelEditor::PanelEditor(BenchWindow& panel, Surface& surface, EditedPanel& edit
     : m_panel(panel)
     , m_surface(surface)
     , m_history(edited)
+    , m_guides(surface)
+    , m_keys(panel, surface, *this)
 {}
 
 PanelEditor::~PanelEditor() = default;
@@ -77,6 +81,18 @@ Ref<iBenchControl> PanelEditor::editedWrapper(const LiveControl& control) const
     }
 }
 
+void PanelEditor::setCurrentControl(const Ref<iBenchControl>& control)
+{
+    m_current = control;
+    m_keys.refresh();
+}
+
+void PanelEditor::lockChanged()
+{
+    ShowMarker(!m_panel.LockPositions());
+    m_keys.refresh();
+}
+
 // Presses ------------------------------------------------------------------------------------------------------
 
 bool PanelEditor::press(LiveControl* control, const MouseInput& input)
@@ -102,7 +118,7 @@ bool PanelEditor::pressControl(LiveControl& control, const MouseInput& input)
         return false;
     const Ref<LiveControl> live(&control);
     if (input.button != LeftButton) {
-        m_current = wrapperOf(control);
+        setCurrentControl(wrapperOf(control));
         openMenu(&control, input, controlRightClickMenu(m_panel));
         return true;
     }
@@ -116,11 +132,16 @@ bool PanelEditor::pressControl(LiveControl& control, const MouseInput& input)
     EditHistory::Command step(m_history, QStringLiteral("Move"));
     const Ref<iBenchControl> moved = editedWrapper(control);
     step.watch(moved);
-    if (!locked)
+    if (!locked) {
+        m_guides.begin();
         wrapperOf(control)->Drag();
+        if (!alive)
+            return true;
+    }
+    const PanelGuides::Held held = m_guides.end();
     // COMPAT: a press alone snaps the control, on a locked panel too. After a move it may be another's, or nobody's.
-    if (alive && live->isLoaded() && editedWrapper(*live) == moved)
-        PlaceControl(*live);
+    if (live->isLoaded() && editedWrapper(*live) == moved)
+        placeUnlessHeld(*live, held);
     return !locked;
 }
 
@@ -169,6 +190,7 @@ void PanelEditor::dropShape()
 {
     ShowMarker(false);
     m_shape = nullptr;
+    m_guides.end();
     m_shapeDrag.reset();
 }
 
@@ -176,6 +198,7 @@ void PanelEditor::leaveWindow()
 {
     m_history.clear();
     dropShape();
+    m_keys.refresh();
 }
 
 /// The first shape under the point becomes the selected one; with none the marker is left as it is.
@@ -195,6 +218,7 @@ void PanelEditor::selectShape(float x, float y)
     m_grabX = m_shape->left() - x;
     m_grabY = m_shape->top() - y;
     m_shapeGrab = hitsCorner(rectangleOf(*m_shape), x, y);
+    m_guides.begin();
     m_shapeStart = rectangleOf(*m_shape);
     m_shapeDrag.reset();
     m_shapeDrag.emplace(m_history,
@@ -206,12 +230,12 @@ void PanelEditor::openSurfaceMenu(const MouseInput& input)
 {
     m_menuX = input.x;
     m_menuY = input.y;
-    m_current = nullptr;
+    setCurrentControl(nullptr);
     if (controls()->Count() > 0) {
         // The last shape under the point counts, where a left press takes the first.
         forEachShape([&](LiveControl& shape) {
             if (hitsShape(rectangleOf(shape), input.x, input.y))
-                m_current = wrapperOf(shape);
+                setCurrentControl(wrapperOf(shape));
             return false;
         });
     }
@@ -233,7 +257,7 @@ void PanelEditor::move(LiveControl* control, const MouseInput& input)
     if (control) {
         const ControlType* type = m_panel.controlTypes().ofArray(control->name());
         if (type && type->selectsOnHover && !m_panel.LockPositions())
-            m_current = wrapperOf(*control);
+            setCurrentControl(wrapperOf(*control));
         return;
     }
     const QPointer<BenchWindow> alive(&m_panel);
@@ -245,7 +269,7 @@ void PanelEditor::move(LiveControl* control, const MouseInput& input)
         return;
     }
     try {
-        dragShape(input.x, input.y);
+        dragShape(input);
     } catch (const RuntimeError&) {
         // A shape that cannot get a size keeps the one it has.
     }
@@ -253,13 +277,29 @@ void PanelEditor::move(LiveControl* control, const MouseInput& input)
         PlaceMarker();
 }
 
-void PanelEditor::dragShape(float x, float y)
+void PanelEditor::dragShape(const MouseInput& input)
 {
     const Ref<LiveControl> shape = m_shape;
-    if (m_shapeGrab == ShapeGrab::Move)
-        shape->move(x + m_grabX, y + m_grabY);
-    else if (m_shapeGrab == ShapeGrab::BottomRight)
-        shape->move(shape->left(), shape->top(), x - shape->left(), y - shape->top());
+    const bool sizes = m_shapeGrab == ShapeGrab::BottomRight;
+    TwipsRectangle to = rectangleOf(*shape);
+    if (sizes) {
+        to.width = input.x - to.left;
+        to.height = input.y - to.top;
+    } else if (m_shapeGrab == ShapeGrab::Move) {
+        to.left = input.x + m_grabX;
+        to.top = input.y + m_grabY;
+    } else {
+        return;
+    }
+    const auto pixels = [](float twips) { return values::twipsToPixels(double(twips)); };
+    const QRect proposed(pixels(to.left), pixels(to.top), pixels(to.width), pixels(to.height));
+    const QRect best = m_guides.adjusted(*shape, proposed, sizes ? surface::RightEdge | surface::BottomEdge : 0,
+                                         input.shift & AltHeld);
+    to.left += values::pixelsToTwips(best.x() - proposed.x());
+    to.top += values::pixelsToTwips(best.y() - proposed.y());
+    to.width += values::pixelsToTwips(best.width() - proposed.width());
+    to.height += values::pixelsToTwips(best.height() - proposed.height());
+    shape->move(to.left, to.top, to.width, to.height);
 }
 
 void PanelEditor::release()
@@ -273,7 +313,7 @@ void PanelEditor::release()
     const Ref<LiveControl> shape = m_shape;
     const auto end = qScopeGuard([this] { m_shapeDrag.reset(); });
     try {
-        PlaceControl(*shape);
+        placeUnlessHeld(*shape, m_guides.end());
     } catch (const RuntimeError&) {
         return; // a grid that cannot be snapped to leaves the shape selected
     }
@@ -284,13 +324,13 @@ void PanelEditor::focus(LiveControl& control)
 {
     const ControlType* type = m_panel.controlTypes().ofArray(control.name());
     if (type && type->selectsOnFocus && !m_panel.LockPositions())
-        m_current = wrapperOf(control);
+        setCurrentControl(wrapperOf(control));
 }
 
-bool PanelEditor::key(int keyCode)
+bool PanelEditor::key(int keyCode, int shift)
 {
     if (keyCode != EscapeKey || !m_shape || !m_shapeDrag)
-        return false;
+        return m_keys.press(keyCode, shift);
     m_shape->move(m_shapeStart.left, m_shapeStart.top, m_shapeStart.width, m_shapeStart.height);
     dropShape();
     return true;
@@ -301,6 +341,13 @@ void PanelEditor::resizeBegins(const LiveControl& control)
     m_resize.reset();
     m_resize.emplace(m_history, QStringLiteral("Resize"));
     m_resize->watch(editedWrapper(control));
+    m_guides.begin();
+}
+
+void PanelEditor::resizeEnded()
+{
+    m_guides.end();
+    m_resize.reset();
 }
 
 void PanelEditor::ClearSelection()
@@ -319,13 +366,17 @@ void PanelEditor::ClearSelection()
 
 void PanelEditor::dragAndDrop(LiveControl& source, const MouseInput& input)
 {
-    const Ref<LiveControl> held(&source);
+    const Ref<LiveControl> keptAlive(&source);
     m_grabX = input.x;
     m_grabY = input.y;
     const QPointer<BenchWindow> alive(&m_panel);
     const Ref<iBenchControl> dragged = editedWrapper(source);
+    m_guides.begin();
     const std::optional<surface::Drop> drop = surface::dragControl(source);
-    if (!drop || !alive || !source.isLoaded() || editedWrapper(source) != dragged)
+    if (!alive)
+        return;
+    const PanelGuides::Held held = m_guides.end();
+    if (!drop || !source.isLoaded() || editedWrapper(source) != dragged)
         return;
     const float x = values::pixelsToTwips(drop->place.x());
     const float y = values::pixelsToTwips(drop->place.y());
@@ -335,38 +386,38 @@ void PanelEditor::dragAndDrop(LiveControl& source, const MouseInput& input)
     if (target && target.get() != &source)
         step.watch(editedWrapper(*target));
     if (!target) {
-        dropOnSurface(source, x, y);
+        dropOnSurface(source, x, y, held);
         return;
     }
     const ControlType* type = m_panel.controlTypes().ofArray(target->name());
     const OnDrop onDrop = type ? type->drop : OnDrop::Nothing;
     if (onDrop == OnDrop::MovesIt)
-        dropOnControl(source, *target, x, y);
+        dropOnControl(source, *target, x, y, held);
     else if (onDrop == OnDrop::PassesOnToSurface)
-        dropOnSurface(source, x + target->left(), y + target->top());
+        dropOnSurface(source, x + target->left(), y + target->top(), held);
 }
 
 /// COMPAT: what moves is the control that was dropped on. It is the dragged one itself when it is let go over its
 /// own place; otherwise the source stays where it was.
-void PanelEditor::dropOnControl(LiveControl& source, LiveControl& target, float x, float y)
+void PanelEditor::dropOnControl(LiveControl& source, LiveControl& target, float x, float y, PanelGuides::Held held)
 {
     const float left = source.left() + (x - m_grabX);
     const float top = source.top() + (y - m_grabY);
     if (source.tag().isEmpty())
         return;
     const Ref<iBenchControl> wrapper = wrapperOf(source);
-    m_current = wrapper;
-    PlaceControl(target, left, top);
+    setCurrentControl(wrapper);
+    placeUnlessHeld(target, &target == &source ? held : PanelGuides::Held{}, left, top);
     wrapper->UpdateNode();
 }
 
-void PanelEditor::dropOnSurface(LiveControl& source, float x, float y)
+void PanelEditor::dropOnSurface(LiveControl& source, float x, float y, PanelGuides::Held held)
 {
-    PlaceControl(source, x - m_grabX, y - m_grabY);
+    placeUnlessHeld(source, held, x - m_grabX, y - m_grabY);
     if (source.name() == SiteMapArray)
         return;
     const Ref<iBenchControl> wrapper = wrapperOf(source);
-    m_current = wrapper;
+    setCurrentControl(wrapper);
     wrapper->UpdateNode();
 }
 
@@ -381,6 +432,28 @@ void PanelEditor::PlaceControl(LiveControl& control, std::optional<float> left, 
         place = snapped(place, m_panel.GridSize());
     }
     control.move(place.left, place.top, place.width, place.height);
+}
+
+/// Places a control after a drag. In a direction in which it was aligned with others it stays with them: the grid would
+/// take it away again.
+void PanelEditor::placeUnlessHeld(LiveControl& control, PanelGuides::Held held, std::optional<float> left,
+                                  std::optional<float> top)
+{
+    const Ref<LiveControl> live(&control);
+    const TwipsRectangle before = rectangleOf(control);
+    PlaceControl(control, left, top);
+    if (!live->isLoaded() || (!held.x && !held.y))
+        return;
+    TwipsRectangle place = rectangleOf(*live);
+    if (held.x) {
+        place.left = std::max(0.0F, left.value_or(before.left));
+        place.width = before.width;
+    }
+    if (held.y) {
+        place.top = std::max(0.0F, top.value_or(before.top));
+        place.height = before.height;
+    }
+    live->move(place.left, place.top, place.width, place.height);
 }
 
 // The marker ---------------------------------------------------------------------------------------------------

@@ -2,6 +2,8 @@
 
 #include "surface/host/SurfaceEvents.h"
 #include "window/EditHistory.h"
+#include "window/EditKeys.h"
+#include "window/PanelGuides.h"
 #include "window/Placement.h"
 #include "wrappers/BenchControls.h"
 
@@ -37,7 +39,9 @@ public:
 
     /// The control that menus act on; null for none.
     const Ref<wrappers::iBenchControl>& currentControl() const noexcept { return m_current; }
-    void setCurrentControl(const Ref<wrappers::iBenchControl>& control) { m_current = control; }
+    void setCurrentControl(const Ref<wrappers::iBenchControl>& control);
+    PanelGuides& guides() noexcept { return m_guides; }
+    EditKeys& keys() noexcept { return m_keys; }
     /// The shape that is being dragged; null for none.
     const Ref<surface::LiveControl>& selectedShape() const noexcept { return m_shape; }
 
@@ -48,11 +52,12 @@ public:
     /// The button went up over the surface.
     void release();
     void focus(surface::LiveControl& control);
-    /// A key by its classic code. True when it was meant for the editor: Esc puts a shape back that is being dragged.
-    bool key(int keyCode);
+    /// A key by its classic code and shift state. True when it was meant for the editor: Esc puts a shape back that is
+    /// being dragged, and see EditKeys.
+    bool key(int keyCode, int shift);
     /// A handle sizes a control, from its press to its release.
     void resizeBegins(const surface::LiveControl& control);
-    void resizeEnded() { m_resize.reset(); }
+    void resizeEnded();
     /// Another window is about to be shown: nothing of this one is selected, dragged or taken back any more. The current
     /// control stays what it is.
     void leaveWindow();
@@ -64,6 +69,8 @@ public:
     void PlaceControl(surface::LiveControl& control, std::optional<float> left = {}, std::optional<float> top = {});
     /// Shows the marker of the selected shape, or hides it.
     void ShowMarker(bool show);
+    /// Positions, or the menus, have been locked or unlocked.
+    void lockChanged();
 
     // The menus' commands ------------------------------------------------------------------------------------
 
@@ -83,9 +90,12 @@ private:
     void openMenu(const surface::LiveControl* control, const surface::MouseInput& input,
                   const std::shared_ptr<surface::PopupMenu>& menu);
     void dragAndDrop(surface::LiveControl& source, const surface::MouseInput& input);
-    void dropOnControl(surface::LiveControl& source, surface::LiveControl& target, float x, float y);
-    void dropOnSurface(surface::LiveControl& source, float x, float y);
-    void dragShape(float x, float y);
+    void dropOnControl(surface::LiveControl& source, surface::LiveControl& target, float x, float y,
+                       PanelGuides::Held held);
+    void dropOnSurface(surface::LiveControl& source, float x, float y, PanelGuides::Held held);
+    void dragShape(const surface::MouseInput& input);
+    void placeUnlessHeld(surface::LiveControl& control, PanelGuides::Held held, std::optional<float> left = {},
+                         std::optional<float> top = {});
     void PlaceMarker();
     Ref<wrappers::BenchControls> controls() const;
     Ref<wrappers::iBenchControl> wrapperOf(const surface::LiveControl& control) const;
@@ -101,6 +111,8 @@ private:
     BenchWindow& m_panel;
     surface::Surface& m_surface;
     EditHistory m_history;
+    PanelGuides m_guides;
+    EditKeys m_keys;
     std::optional<EditHistory::Command> m_resize;    ///< under way
     std::optional<EditHistory::Command> m_shapeDrag; ///< under way
     Ref<wrappers::iBenchControl> m_current;

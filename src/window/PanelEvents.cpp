@@ -192,7 +192,12 @@ bool PanelEvents::keyDown(LiveControl* control, int keyCode, int shift)
     const QPointer<BenchWindow> alive(&m_panel);
     if (!control)
         Q_EMIT m_panel.KeyDown(keyCode, shift);
-    return alive && m_panel.editor().key(keyCode);
+    return alive && m_panel.editor().key(keyCode, shift);
+}
+
+bool PanelEvents::wantsKey(int keyCode, int shift)
+{
+    return m_panel.editor().keys().wants(keyCode, shift);
 }
 
 void PanelEvents::keyPress(LiveControl* control, int keyAscii)

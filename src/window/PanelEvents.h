@@ -41,6 +41,7 @@ private:
     void resizeEnded(surface::LiveControl& control) override;
     void gotFocus(surface::LiveControl* control) override;
     bool keyDown(surface::LiveControl* control, int keyCode, int shift) override;
+    bool wantsKey(int keyCode, int shift) override;
     void keyPress(surface::LiveControl* control, int keyAscii) override;
     void keyUp(surface::LiveControl* control, int keyCode, int shift) override;
     void resized() override;

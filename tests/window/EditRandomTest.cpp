@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <random>
 #include <set>
 
@@ -73,6 +74,8 @@ protected:
 
     int number(int low, int high) { return std::uniform_int_distribution(low, high)(random); }
     QPoint somewhere() { return {number(0, 700), number(0, 500)}; }
+    /// The nearest place that can be pressed.
+    static QPoint inside(QPoint place) { return {std::clamp(place.x(), 0, 799), std::clamp(place.y(), 0, 599)}; }
     int someControl() { return number(1, panel->Controls()->Count()); }
     void chooseAt(QPoint place, const QString& caption)
     {
@@ -97,14 +100,14 @@ protected:
             break;
         case 3:
             if (count > 4)
-                chooseAt(live(someControl())->bounds().center(), u"&Delete"_qs);
+                chooseAt(inside(live(someControl())->bounds().center()), u"&Delete"_qs);
             break;
         case 4:
-            chooseAt(live(someControl())->bounds().center(), u"&Send to Back"_qs);
+            chooseAt(inside(live(someControl())->bounds().center()), u"&Send to Back"_qs);
             break;
         case 5: {
             const QRect bounds = live(someControl())->bounds();
-            drag(bounds.topLeft() + QPoint(bounds.width() + 2, bounds.height() + 2), somewhere());
+            drag(inside(bounds.topLeft() + QPoint(bounds.width() + 2, bounds.height() + 2)), somewhere());
             break;
         }
         case 6:
@@ -113,7 +116,7 @@ protected:
                 panel->Redo();
             break;
         default:
-            drag(count > 0 ? live(someControl())->bounds().center() : somewhere(), somewhere());
+            drag(inside(live(someControl())->bounds().center()), somewhere());
         }
         forms.closeMenu();
     }

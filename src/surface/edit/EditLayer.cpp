@@ -20,6 +20,10 @@ constexpr int MostRectangles = 128;
 
 constexpr QColor GuideColour(230, 0, 120);
 constexpr QColor MarkerColour(255, 0, 0);
+constexpr QColor FrameColour(255, 128, 0);
+/// Pixels between a framed control and its frame, which is two pixels wide.
+constexpr int FrameGap = 1;
+constexpr int FrameWidth = 2;
 
 } // namespace
 
@@ -213,11 +217,15 @@ void EditLayer::targetChanged(const void* target)
 
 void EditLayer::controlMoved(LiveControl& control, const QRect&)
 {
+    if (&control == m_framed)
+        dirtyFrame();
     targetChanged(&control);
 }
 
 void EditLayer::controlGone(LiveControl& control)
 {
+    if (&control == m_framed)
+        setFramed(nullptr);
     for (Slot& slot : m_slots) {
         if (slot.control != &control)
             continue;
@@ -408,6 +416,12 @@ void EditLayer::paintEvent(QPaintEvent* event)
     std::sort(shown.begin(), shown.end(),
               [this](std::uint32_t a, std::uint32_t b) { return rankOf(m_slots[a]) < rankOf(m_slots[b]); });
     QPainter painter(this);
+    if (m_framed && m_framed->visible()) {
+        QRegion frame(m_frame);
+        frame -= m_frame.adjusted(FrameWidth, FrameWidth, -FrameWidth, -FrameWidth);
+        for (const QRect& side : frame)
+            painter.fillRect(side, FrameColour);
+    }
     for (const std::uint32_t number : shown)
         paintHandles(painter, number, event->region());
     if (m_marker)
@@ -438,6 +452,22 @@ void EditLayer::setGuides(const QList<QLine>& guides)
     for (const QLine& line : m_guides + guides)
         dirty(QRect(line.p1(), line.p2()).normalized().adjusted(-1, -1, 1, 1));
     m_guides = guides;
+}
+
+void EditLayer::setFramed(LiveControl* control)
+{
+    if (control == m_framed)
+        return;
+    m_framed = control;
+    dirtyFrame();
+}
+
+void EditLayer::dirtyFrame()
+{
+    constexpr int Around = FrameGap + FrameWidth;
+    dirty(m_frame);
+    m_frame = m_framed ? m_framed->bounds().adjusted(-Around, -Around, Around, Around) : QRect();
+    dirty(m_frame);
 }
 
 void EditLayer::setMarker(const std::optional<QRect>& marker)

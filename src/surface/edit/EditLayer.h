@@ -65,8 +65,9 @@ public:
     void setShown(HandleFrame& frame, bool shown);
 
     /// What may change a rectangle that a control is about to be moved to: whoever aligns controls. Empty for none.
-    using Adjust =
-        std::function<QRect(LiveControl& control, const QRect& proposed, Qt::KeyboardModifiers modifiers)>;
+    /// `edges` says which of them follow the pointer, 0 for all together.
+    using Adjust = std::function<QRect(LiveControl& control, const QRect& proposed, std::uint8_t edges,
+                                       Qt::KeyboardModifiers modifiers)>;
     void setAdjust(Adjust adjust) { m_adjust = std::move(adjust); }
     const Adjust& adjust() const { return m_adjust; }
 
@@ -77,6 +78,10 @@ public:
     /// The mark on a corner of the selected figure.
     void setMarker(const std::optional<QRect>& marker);
     const std::optional<QRect>& marker() const noexcept { return m_marker; }
+    /// The control that wears a frame, which follows it; null for none.
+    void setFramed(LiveControl* control);
+    const LiveControl* framed() const noexcept { return m_framed; }
+    const QList<QLine>& guides() const noexcept { return m_guides; }
 
     /// The frame and the number of the handle at this place of the widget below; null for none.
     struct Hit
@@ -128,6 +133,7 @@ private:
     QRegion uncoveredPart(std::uint32_t number, const QRect& handle) const;
     void startResize(const Hit& hit);
     void dirty(const QRect& rectangle);
+    void dirtyFrame();
     void renewMask();
     void showSpot(const Hit& hit);
 
@@ -146,6 +152,8 @@ private:
     QPoint m_dragPlace;
     QList<QLine> m_guides;
     std::optional<QRect> m_marker;
+    LiveControl* m_framed = nullptr;
+    QRect m_frame; // as it was painted last
 };
 
 /// The cursor over a handle.

@@ -79,21 +79,28 @@ public:
     LoopCursor& operator=(const LoopCursor&) = delete;
 };
 
-using Placing = std::function<QRect(const QRect& start, QPoint by, Qt::KeyboardModifiers modifiers)>;
+using Placing = std::function<QRect(const QRect& start, QPoint by)>;
 
-PointerEnd follow(Moved& moved, const Placing& placing)
+/// Moves by the pointer, with whoever aligns controls having a say; `edges` follow it, 0 for all together.
+PointerEnd follow(Moved& moved, std::uint8_t edges, const Placing& placing)
 {
     const PointerPress* press = PointerPress::current();
     QWidget* place = moved.exists() ? moved.place() : nullptr;
     if (!press || !place)
         return PointerEnd::Interrupted;
     const QPoint from = press->global();
+    const QPointer<EditLayer> layer(moved.control() ? EditLayer::find(*place) : nullptr);
     const PointerEnd end = PointerLoop::run(*place, [&](QPoint global, Qt::KeyboardModifiers modifiers) {
-        if (moved.exists())
-            moved.put(placing(moved.start(), global - from, modifiers));
+        if (!moved.exists())
+            return;
+        const QRect proposed = placing(moved.start(), global - from);
+        moved.put(layer && layer->adjust() ? layer->adjust()(*moved.control(), proposed, edges, modifiers)
+                                           : proposed);
     });
     if (end == PointerEnd::Cancelled)
         moved.put(moved.start());
+    if (layer)
+        layer->setGuides({});
     return end;
 }
 
@@ -114,14 +121,7 @@ PointerEnd moveWindow(std::int32_t hWnd)
     if (!moved.exists() || !PointerPress::current())
         return PointerEnd::Interrupted;
     const LoopCursor cursor(Qt::SizeAllCursor);
-    const QPointer<EditLayer> layer(moved.control() ? EditLayer::find(*moved.place()) : nullptr);
-    const PointerEnd end = follow(moved, [&](const QRect& start, QPoint by, Qt::KeyboardModifiers modifiers) {
-        const QRect proposed = start.translated(by);
-        return layer && layer->adjust() ? layer->adjust()(*moved.control(), proposed, modifiers) : proposed;
-    });
-    if (layer)
-        layer->setGuides({});
-    return end;
+    return follow(moved, 0, [](const QRect& start, QPoint by) { return start.translated(by); });
 }
 
 PointerEnd resizeWindow(std::int32_t hWnd, std::uint8_t edges)
@@ -130,8 +130,7 @@ PointerEnd resizeWindow(std::int32_t hWnd, std::uint8_t edges)
     if (!moved.exists() || !PointerPress::current())
         return PointerEnd::Interrupted;
     const LoopCursor cursor(cursorOf(edges));
-    return follow(
-        moved, [edges](const QRect& start, QPoint by, Qt::KeyboardModifiers) { return resized(start, edges, by); });
+    return follow(moved, edges, [edges](const QRect& start, QPoint by) { return resized(start, edges, by); });
 }
 
 std::optional<Drop> dragControl(LiveControl& control)
@@ -145,23 +144,30 @@ std::optional<Drop> dragControl(LiveControl& control)
     const QPixmap picture = surface->pictureOf(control);
     const QPointer<EditLayer> layer(&EditLayer::of(*surface));
     QPoint place = surface->mapFromGlobal(press->global());
+    QPoint aligned; // what aligning adds to the pointer's place
     PointerEnd end;
     {
         const LoopCursor cursor(Qt::SizeAllCursor);
-        end = PointerLoop::run(*surface, [&](QPoint global, Qt::KeyboardModifiers) {
-            if (!surface || !layer)
+        end = PointerLoop::run(*surface, [&](QPoint global, Qt::KeyboardModifiers modifiers) {
+            if (!surface || !layer || !source->isLoaded())
                 return;
             place = surface->mapFromGlobal(global);
-            layer->setDragPicture(picture, place - grab);
+            const QRect proposed(place - grab, source->bounds().size());
+            aligned = layer->adjust()
+                          ? layer->adjust()(*source, proposed, 0, modifiers).topLeft() - proposed.topLeft()
+                          : QPoint();
+            layer->setDragPicture(picture, proposed.topLeft() + aligned);
             surface->flush();
         });
     }
-    if (layer)
+    if (layer) {
         layer->setDragPicture({}, {});
+        layer->setGuides({});
+    }
     if (end != PointerEnd::Released || !surface || !source->isLoaded() || !surface->rect().contains(place))
         return std::nullopt;
     const Ref<LiveControl> target = surface->controlAt(place);
-    return Drop{target, target ? place - target->bounds().topLeft() : place};
+    return Drop{target, (target ? place - target->bounds().topLeft() : place) + aligned};
 }
 
 } // namespace zan::surface

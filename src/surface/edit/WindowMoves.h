@@ -23,7 +23,7 @@ PointerEnd resizeWindow(std::int32_t hWnd, std::uint8_t edges);
 struct Drop
 {
     values::Ref<LiveControl> target; ///< null for the surface itself
-    QPointF place;                   ///< pixels inside the target or the surface
+    QPointF place;                   ///< pixels inside the target or the surface, as far as aligning moved it
 };
 
 /// Drags a picture of the control with the pointer until the button goes up. The control itself stays where it is;
