@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ManualClock.h"
+#include "Quiet.h"
 #include "ScriptedDriver.h"
 #include "halyard/HalyardLogger.h"
 #include "halyard/LoggerFactory.h"
@@ -135,13 +136,7 @@ protected:
     }
     std::vector<std::string> takeEvents() { return std::exchange(events, {}); }
     /// Handles everything that is on its way already: a task goes through the driver and its result comes back.
-    void settle()
-    {
-        for (int i = 0; i < 100; ++i) {
-            QCoreApplication::processEvents();
-            std::this_thread::yield();
-        }
-    }
+    void settle() { EXPECT_TRUE(waitForQuiet()); }
 
     std::shared_ptr<ManualClock> clock = std::make_shared<ManualClock>();
     std::shared_ptr<DriverScript> script = std::make_shared<DriverScript>();
