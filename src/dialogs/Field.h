@@ -19,8 +19,8 @@ using values::Ref;
 struct ListRow
 {
     QString text;
-    QString key; ///< the bind string; empty for none
-    QString parent;
+    QString key;    ///< the bind string; empty for none
+    QString parent; ///< the window's key, shown beside the text; of a plain list only what a filter finds too
 };
 
 /// What a field of a form holds at this moment. Only the form changes it, and tells whoever shows it.

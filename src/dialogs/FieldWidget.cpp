@@ -21,6 +21,8 @@ namespace zan::dialogs {
 
 namespace {
 
+constexpr int Padding = 10;
+
 QString shownText(const Field& field)
 {
     const bool isDos = field.font() && field.font()->isDosCharset();
@@ -158,6 +160,7 @@ public:
         , m_button(new QPushButton(parent))
     {
         m_button->setAutoDefault(false); // Enter presses nothing
+        m_button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
         adopt(m_button, false, parent);
         QObject::connect(m_button, &QPushButton::clicked, m_button, [this] { m_form.userClick(m_field); });
     }
@@ -166,6 +169,8 @@ private:
     void show() override
     {
         m_button->setText(shownText(m_field));
+        // Where room is short a button is as wide as its words, whatever width the style likes best.
+        m_button->setMinimumWidth(m_button->fontMetrics().horizontalAdvance(m_button->text()) + 2 * Padding);
         if (isDressed(m_field))
             dress(*m_button, m_field);
     }
@@ -314,6 +319,7 @@ std::unique_ptr<FieldWidget> makeFieldWidget(SetupForm& form, Field& field, QWid
 {
     switch (field.kind()) {
     case FieldKind::Label:
+    case FieldKind::Caption:
         return std::make_unique<LabelWidget>(form, field, parent);
     case FieldKind::Text:
     case FieldKind::Filter:

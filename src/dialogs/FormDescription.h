@@ -19,6 +19,7 @@ class SetupForm;
 
 enum class FieldKind : std::uint8_t {
     Label,         ///< a text that stands for itself
+    Caption,       ///< the label before the field that follows, as a field of its own
     Text,          ///< one line
     MultilineText, ///< several, with both scroll bars
     Button,
@@ -52,12 +53,13 @@ enum class As : std::uint8_t {
     Short,  ///< the same, 16 bits
     Single, ///< a number's text; a 32-bit float
     Double,
-    Flag,   ///< -1 or 0 for checked or not; checked for anything but 0
-    Box,    ///< 0, 1 or 2 as the check box has it
-    Colour, ///< a swatch's
-    Entry,  ///< the text of the entry that is chosen
-    Index,  ///< its number, from 0
-    RowKey, ///< the bind string of the channel's row
+    Flag,      ///< -1 or 0 for checked or not; checked for anything but 0
+    Box,       ///< 0, 1 or 2 as the check box has it
+    OneOrZero, ///< filled like Box, and stored as 1 for checked and 0 for anything else
+    Colour,    ///< a swatch's
+    Entry,     ///< the text of the entry that is chosen
+    Index,     ///< its number, from 0
+    RowKey,    ///< the bind string of the channel's row
 };
 
 /// Where a value is taken from.

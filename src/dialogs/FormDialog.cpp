@@ -70,6 +70,11 @@ void FormDialog::fitSize()
     const FormDescription& description = shown->description();
     const QSize given(values::twipsToPixels(description.width), values::twipsToPixels(description.height));
     ensurePolished();
+    // Every measure that a layout has kept is taken anew.
+    for (QWidget* widget : findChildren<QWidget*>())
+        widget->updateGeometry();
+    for (QLayout* inner : findChildren<QLayout*>())
+        inner->invalidate();
     layout()->invalidate();
     const QSize size = given.expandedTo(layout()->totalMinimumSize());
     if (size != minimumSize() || size != maximumSize())
@@ -79,8 +84,9 @@ void FormDialog::fitSize()
 void FormDialog::changeEvent(QEvent* event)
 {
     QDialog::changeEvent(event);
+    // The fields hear of a new font or style after their window does.
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
-        fitSize();
+        QMetaObject::invokeMethod(this, &FormDialog::fitSize, Qt::QueuedConnection);
 }
 
 void FormDialog::showEvent(QShowEvent* event)

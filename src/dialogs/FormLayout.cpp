@@ -10,6 +10,7 @@
 #include <QTabWidget>
 
 #include <map>
+#include <utility>
 
 namespace zan::dialogs {
 
@@ -34,6 +35,10 @@ public:
 
     void add(FieldWidget& field)
     {
+        if (field.field().kind() == FieldKind::Caption) {
+            m_caption = &field;
+            return;
+        }
         if (field.field().row().beside && m_line)
             return addBeside(field);
         if (field.isTall())
@@ -76,6 +81,16 @@ private:
         if (field.label())
             m_line->insertWidget(end, field.label());
     }
+    /// What stands before a field: its own label, or the caption in front of it, which takes its place.
+    QWidget* takeLabel(FieldWidget& field)
+    {
+        if (!m_caption)
+            return field.label();
+        delete field.label();
+        auto* label = qobject_cast<QLabel*>(std::exchange(m_caption, nullptr)->widget());
+        label->setBuddy(field.widget());
+        return label;
+    }
     /// One field with what stands beside it.
     void addLine(FieldWidget& field)
     {
@@ -84,9 +99,10 @@ private:
         m_line->addWidget(field.widget(), isWide(field) ? 1 : 0);
         if (!isWide(field))
             m_line->addStretch(1);
-        if (field.label())
-            m_grid.addWidget(field.label(), m_next, 0);
-        m_grid.addLayout(m_line, m_next++, field.label() ? 1 : 0, 1, field.label() ? 1 : 2);
+        QWidget* label = takeLabel(field);
+        if (label)
+            m_grid.addWidget(label, m_next, 0);
+        m_grid.addLayout(m_line, m_next++, label ? 1 : 0, 1, label ? 1 : 2);
     }
     /// What takes the room there is: its caption above it, then its filter.
     void addTall(FieldWidget& field)
@@ -104,6 +120,7 @@ private:
     QWidget& m_parent;
     QHBoxLayout* m_line = nullptr;
     FieldWidget* m_filter = nullptr;
+    FieldWidget* m_caption = nullptr;
     int m_next = 0;
     bool m_isFilled = false;
 };

@@ -130,6 +130,8 @@ Variant SetupForm::valueOf(const Field& field) const
         return field.isChecked();
     case As::Box:
         return std::int32_t(field.value());
+    case As::OneOrZero:
+        return std::int32_t(field.isChecked() ? 1 : 0);
     case As::Colour:
         return field.backColour().value_or(values::Colour{}).code;
     case As::Index:

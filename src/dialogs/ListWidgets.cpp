@@ -26,7 +26,7 @@ public:
         , m_rows(new RowsModel(field, m_combo))
     {
         m_combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        m_combo->setMinimumContentsLength(6);
+        m_combo->setMinimumContentsLength(4);
         m_combo->setEditable(field.kind() == FieldKind::ComboBox);
         m_combo->setInsertPolicy(QComboBox::NoInsert);
         m_combo->setModel(m_rows);

@@ -12,8 +12,11 @@ enum Column { LabelColumn, ParentColumn, ColumnCount };
 
 bool contains(const ListRow& row, const QString& text)
 {
-    // The key has the window's in front.
-    return row.text.contains(text, Qt::CaseInsensitive) || row.key.contains(text, Qt::CaseInsensitive);
+    for (const QString& part : {row.text, row.key, row.parent}) {
+        if (part.contains(text, Qt::CaseInsensitive))
+            return true;
+    }
+    return false;
 }
 
 } // namespace

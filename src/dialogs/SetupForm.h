@@ -152,6 +152,7 @@ public:
     }
     /// Rows whose members are those of a channel read and write this one.
     void setShownChannel(const Ref<site::Channel>& channel) { m_shownChannel = channel; }
+    const Ref<site::Channel>& shownChannel() const noexcept { return m_shownChannel; }
     /// Connections that end with the form.
     QObject& context() noexcept { return *m_context; }
 

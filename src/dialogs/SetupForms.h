@@ -5,6 +5,9 @@
 /// The setup forms: one description each, in a file of its name.
 namespace zan::dialogs {
 
+extern const FormDescription frmChannel;
 extern const FormDescription frmCheckBox;
+extern const FormDescription frmCmd;
+extern const FormDescription frmPicture;
 
 } // namespace zan::dialogs
