@@ -115,8 +115,17 @@ TEST_F(EditGuides, EscLeavesNoLines)
 {
     openAll();
     panel->setAlignmentGuides(true);
-    for (const QPoint press : {QPoint(60, 210), QPoint(60, 290), QPoint(80, 400), QPoint(122, 229)}) {
-        script().press(press).move({220, 210}).key(Qt::Key_Escape).release({220, 210}).play();
+    const std::pair<QPoint, QPoint> drags[] = {
+        {{60, 210}, {220, 210}}, {{60, 290}, {220, 290}}, {{80, 400}, {240, 400}}, {{122, 229}, {202, 260}}};
+    for (const auto& [from, to] : drags) {
+        script()
+            .press(from)
+            .move(to)
+            .then([this] { during = layer()->guides(); })
+            .key(Qt::Key_Escape)
+            .release(to)
+            .play();
+        EXPECT_FALSE(during.isEmpty());
         EXPECT_TRUE(layer()->guides().isEmpty());
     }
     EXPECT_EQ(panel->EditCount(), 0);

@@ -268,3 +268,16 @@ TEST_F(History, ScriptsReachItByName)
     EXPECT_EQ(values::toText(object->get(Name("CanUndo"))), u"False");
     EXPECT_EQ(values::toText(object->get(Name("CanRedo"))), u"True");
 }
+
+TEST_F(History, ADeletedControlComesBackWhenAScriptHasGivenItsKeyAway)
+{
+    open({control("VB.Label", 600, 600, 1200, 400), control("VB.Label", 3000, 600, 1200, 400)});
+    const Ref<surface::LiveControl> deleted = live(2);
+    chooseAt({210, 50}, QStringLiteral("&Delete"));
+    panel->Controls()->Add(QStringLiteral("VB.TextBox"), QStringLiteral("@2"));
+    panel->Undo();
+    ASSERT_EQ(panel->Controls()->Count(), 3);
+    EXPECT_EQ(live(2), deleted);
+    EXPECT_TRUE(errors.empty());
+    checkInvariants();
+}

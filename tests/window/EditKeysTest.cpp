@@ -210,3 +210,13 @@ TEST_F(EditKeysOf, TheFrameFollowsItsControlAndGoesWithIt)
     panel->LoadWindow(QStringLiteral("B"));
     EXPECT_FALSE(framed());
 }
+
+TEST_F(EditKeysOf, AFramedControlThatAScriptRemovesTakesItsFrameAlong)
+{
+    open({control("VB.Label", 600, 600, 1200, 400), control("VB.Label", 3000, 600, 1200, 400)});
+    panel->setKeyboardEditing(true);
+    panel->editor().setCurrentControl(wrapper(2));
+    ASSERT_EQ(framed(), live(2).get());
+    panel->Controls()->Remove(binding::Variant(2));
+    EXPECT_FALSE(framed());
+}
