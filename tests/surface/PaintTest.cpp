@@ -435,4 +435,23 @@ TEST_F(Painting, AtScaleTwoEverythingIsDrawnInDeviceResolution)
     EXPECT_TRUE(odd);
 }
 
+TEST_F(Painting, ATextIsDrawnWhateverPenWasLeftBehind)
+{
+    const auto face = FontFace::find({.family = QStringLiteral("DejaVu Sans"), .pixels = 20});
+    TextStyle style;
+    style.colour = Qt::black;
+    for (const double zoom : {0.75, 1.0, 1.5}) {
+        for (const Qt::PenStyle left : {Qt::NoPen, Qt::DotLine}) {
+            QImage image(100, 60, QImage::Format_ARGB32_Premultiplied);
+            image.fill(Qt::white);
+            QPainter painter(&image);
+            painter.scale(zoom, zoom);
+            painter.setPen(QPen(Qt::black, 1, left));
+            TextPainter().draw(painter, {0, 0, 60, 30}, QStringLiteral("ON"), *face, style);
+            painter.end();
+            EXPECT_FALSE(inkIn(image, image.rect(), Qt::white).isEmpty()) << zoom << " after pen " << int(left);
+        }
+    }
+}
+
 } // namespace zan::surface::tests

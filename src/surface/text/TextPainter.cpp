@@ -235,7 +235,8 @@ void TextPainter::drawPlain(QPainter& painter, const QRect& rectangle, FontFace&
 void TextPainter::drawRuns(QPainter& painter, const QRect& rectangle, FontFace& face, const TextStyle& style,
                            int top)
 {
-    if (painter.pen().color() != style.colour)
+    // A pen that draws nothing is black: what was painted before may have left one.
+    if (const QPen& pen = painter.pen(); pen.style() != Qt::SolidLine || pen.color() != style.colour)
         painter.setPen(style.colour);
     for (const Line& line : m_lines) {
         if (top > rectangle.bottom())
