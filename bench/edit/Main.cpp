@@ -109,6 +109,17 @@ struct Panel
     window::BenchWindow window;
 };
 
+/// Counts what is painted.
+struct Paints : QObject
+{
+    int count = 0;
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+};
+
 /// Milliseconds from a move of the pointer to the repaint, while a control in the middle is being dragged across others.
 double pointerMove(int count, bool withGuides)
 {
@@ -119,18 +130,20 @@ double pointerMove(int count, bool withGuides)
     paintPending();
     std::vector<double> times;
     const QPoint from = cellOf(std::min(count, 500) / 2 + 20).center();
+    Paints paints;
     QTimer::singleShot(0, [&] {
+        QCoreApplication::instance()->installEventFilter(&paints);
         for (int move = 0; move < Moves; ++move) {
             const QPoint place = from + QPoint(move % 101 * 3 - 150, move % 37 * 2 - 37);
             times.push_back(timeOf([&] {
                 panel.mouse(QEvent::MouseMove, place, Qt::NoButton, Qt::LeftButton);
-                QCoreApplication::processEvents();
+                paintPending();
             }));
         }
         panel.mouse(QEvent::MouseButtonRelease, from, Qt::LeftButton, Qt::NoButton);
     });
     panel.mouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
-    if (times.size() != Moves) {
+    if (times.size() != Moves || paints.count < Moves) {
         std::fprintf(stderr, "the drag has not followed the pointer\n");
         std::exit(1);
     }
