@@ -100,6 +100,18 @@ TEST_F(DocumentedScripts, ThoseForTheCommandLineRunOnTheDemo)
     }
 }
 
+TEST_F(DocumentedScripts, ThoseForFormsFillThemInOnTheDemo)
+{
+    const QStringList texts = examples(QStringLiteral("vb form"));
+    ASSERT_GE(texts.size(), 1);
+    for (const QString& text : texts) {
+        const QString checked = text + QStringLiteral("\nHost.Echo Window.UndoText\n");
+        const Outcome outcome = script(checked.toUtf8(), {"--scheme", DEMO_SCHEME, "--window", "Gates"});
+        EXPECT_EQ(outcome.code, 0) << outcome.err.toStdString();
+        EXPECT_EQ(outcome.out, "Check Box Setup\n"); // the form's OK is the step that Undo takes back
+    }
+}
+
 TEST_F(DocumentedScripts, ThoseAboutTheLanguageCompileAndRun)
 {
     const QStringList texts = examples(QStringLiteral("vb"));
