@@ -1,5 +1,7 @@
 #include "zanbench/ErrorBar.h"
 
+#include "surface/forms/BoxText.h"
+
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QStyle>
@@ -69,7 +71,8 @@ void ErrorBar::showError(const QString& text)
 {
     m_count = text == m_text ? m_count + 1 : 1;
     m_text = text;
-    m_label->setText(m_count == 1 ? text : QStringLiteral("%1 (%2 times)").arg(text).arg(m_count));
+    const QString shown = surface::textForBox(text, this);
+    m_label->setText(m_count == 1 ? shown : QStringLiteral("%1 (%2 times)").arg(shown).arg(m_count));
     place();
     show();
 }

@@ -2,6 +2,8 @@
 
 #include "zanbench/Commands.h"
 
+#include "surface/forms/BoxText.h"
+
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
@@ -17,7 +19,8 @@ const QString Filter = QStringLiteral("Schemes (*.scheme *.xml);;All files (*)")
 
 HostDialogs::Unsaved MessageDialogs::askUnsaved(const QString& name)
 {
-    QMessageBox box(QMessageBox::Question, Title, QStringLiteral("Save the changes to %1?").arg(name),
+    const QString question = QStringLiteral("Save the changes to %1?").arg(name);
+    QMessageBox box(QMessageBox::Question, Title, surface::textForBox(question, m_parent),
                     QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, m_parent);
     box.setTextFormat(Qt::PlainText); // the name of a site is no markup
     box.setInformativeText(QStringLiteral("Changes that are not saved are lost."));
@@ -48,7 +51,8 @@ HostDialogs::Conflict MessageDialogs::askConflict(const QString& text)
 
 HostDialogs::Edits MessageDialogs::askEdits(const QString& text, const QString& detail)
 {
-    QMessageBox box(QMessageBox::Question, Title, text, QMessageBox::NoButton, m_parent);
+    QMessageBox box(QMessageBox::Question, Title, surface::textForBox(text, m_parent), QMessageBox::NoButton,
+                    m_parent);
     box.setTextFormat(Qt::PlainText);
     box.setInformativeText(detail);
     QPushButton* restore = box.addButton(QStringLiteral("&Restore"), QMessageBox::AcceptRole);
@@ -81,7 +85,7 @@ QString MessageDialogs::chooseTarget(const QString& file)
 void MessageDialogs::showError(const QString& text)
 {
     // What a scheme or a script has put into the text is no markup.
-    QMessageBox box(QMessageBox::Critical, Title, text, QMessageBox::Ok, m_parent);
+    QMessageBox box(QMessageBox::Critical, Title, surface::textForBox(text, m_parent), QMessageBox::Ok, m_parent);
     box.setTextFormat(Qt::PlainText);
     box.exec();
 }

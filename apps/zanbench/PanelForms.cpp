@@ -42,6 +42,11 @@ bool PanelForms::busy(QWidget* owner, std::chrono::milliseconds elapsed)
     return DesktopForms::busy(windowOf(owner), elapsed);
 }
 
+void PanelForms::popupMenu(QWidget* owner, const std::shared_ptr<surface::PopupMenu>& menu, QPoint place)
+{
+    DesktopForms::popupMenu(windowOf(owner), menu, place);
+}
+
 void PanelForms::showModal(QDialog& form)
 {
     form.setWindowFlag(Qt::BypassGraphicsProxyWidget); // a window of its own, whatever its panel is drawn in
@@ -53,13 +58,13 @@ void PanelForms::showBeside(QWidget* owner, const QString& text, int style, cons
     std::erase_if(m_shown, [](const Shown& shown) { return !shown.box; });
     // Panels of one site say the same of it: once is enough. One panel that says it twice means it.
     const bool saidByAnother = std::any_of(m_shown.begin(), m_shown.end(), [&](const Shown& shown) {
-        return shown.owner != owner && shown.box->text() == text;
+        return shown.owner != owner && shown.text == text;
     });
     if (saidByAnother)
         return;
     QMessageBox* box = makeBox(windowOf(owner), text, style, title);
     box->setAttribute(Qt::WA_DeleteOnClose);
-    m_shown.push_back({box, owner});
+    m_shown.push_back({box, owner, text});
     box->open();
 }
 

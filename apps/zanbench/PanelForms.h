@@ -24,6 +24,7 @@ public:
     std::optional<QString> inputBox(QWidget* owner, const QString& prompt, const QString& title,
                                     const QString& text) override;
     bool busy(QWidget* owner, std::chrono::milliseconds elapsed) override;
+    void popupMenu(QWidget* owner, const std::shared_ptr<surface::PopupMenu>& menu, QPoint place) override;
     void showModal(QDialog& form) override;
     /// Boxes shown beside an announcement that are still open.
     std::vector<QMessageBox*> openBoxes() const;
@@ -33,6 +34,7 @@ private:
     {
         QPointer<QMessageBox> box;
         QPointer<QWidget> owner;
+        QString text; ///< as it was given; the box shows what fits
     };
 
     void showBeside(QWidget* owner, const QString& text, int style, const QString& title);

@@ -1,5 +1,6 @@
 #include "surface/forms/HostForms.h"
 
+#include "surface/forms/BoxText.h"
 #include "surface/text/FontTable.h"
 
 #include <QAbstractButton>
@@ -25,6 +26,7 @@ namespace {
 
 /// A script may run this long before a box says so.
 constexpr std::chrono::milliseconds BusyBoxAfter{1000};
+constexpr int WidestPrompt = 400; // pixels of an input box's line that is not broken
 
 struct ButtonRow
 {
@@ -83,7 +85,7 @@ QMessageBox::Icon iconOf(int style)
 
 QString titleOr(const QString& title)
 {
-    return title.isEmpty() ? QCoreApplication::applicationName() : title;
+    return title.isEmpty() ? QCoreApplication::applicationName() : titleForBox(title);
 }
 
 } // namespace
@@ -92,7 +94,7 @@ QMessageBox* DesktopForms::makeBox(QWidget* owner, const QString& text, int styl
 {
     auto* box = new QMessageBox(owner);
     box->setTextFormat(Qt::PlainText);
-    box->setText(text);
+    box->setText(textForBox(text, owner));
     box->setWindowTitle(titleOr(title));
     box->setIcon(iconOf(style));
     const std::span<const ButtonRow> rows = buttonsOf(style);
@@ -120,9 +122,11 @@ std::optional<QString> DesktopForms::inputBox(QWidget* owner, const QString& pro
                                               const QString& text)
 {
     const QPointer<QInputDialog> box = new QInputDialog(owner);
-    box->setLabelText(prompt); // makes the label
-    for (QLabel* label : box->findChildren<QLabel*>())
+    box->setLabelText(textForBox(prompt, owner)); // makes the label
+    for (QLabel* label : box->findChildren<QLabel*>()) {
         label->setTextFormat(Qt::PlainText); // what a script asks is no markup
+        label->setWordWrap(label->sizeHint().width() > WidestPrompt);
+    }
     box->setWindowTitle(titleOr(title));
     box->setTextValue(text);
     const bool accepted = box->exec() == QDialog::Accepted;
