@@ -4,6 +4,7 @@
 #include "surface/edit/HandleTable.h"
 #include "surface/edit/WindowMoves.h"
 #include "surface/forms/HostForms.h"
+#include "surface/host/ScreenPlace.h"
 #include "surface/host/Surface.h"
 #include "values/Convert.h"
 #include "values/Twips.h"
@@ -247,7 +248,7 @@ void PanelEditor::openMenu(const LiveControl* control, const MouseInput& input,
 {
     const QPointF inside = QPointF(double(input.x), double(input.y)) / values::TwipsPerPixel;
     const QPointF place = control ? inside + control->bounds().topLeft() : inside;
-    m_panel.forms().popupMenu(&m_panel, menu, m_surface.mapToGlobal(place.toPoint()));
+    m_panel.forms().popupMenu(&m_panel, menu, surface::toScreen(m_surface, place).toPoint());
 }
 
 // Moves --------------------------------------------------------------------------------------------------------

@@ -3,6 +3,7 @@
 #include "surface/edit/HandleTable.h"
 #include "surface/host/Handles.h"
 #include "surface/host/PointerLoop.h"
+#include "surface/host/ScreenPlace.h"
 #include "surface/host/Surface.h"
 
 #include <QMouseEvent>
@@ -333,7 +334,7 @@ bool EditLayer::eventFilter(QObject* watched, QEvent* event)
 
 void EditLayer::mousePressEvent(QMouseEvent* event)
 {
-    const PointerPress press(event->globalPosition().toPoint());
+    const PointerPress press(toScreen(*this, event->position()).toPoint());
     pressed(event->position().toPoint(), *event);
 }
 

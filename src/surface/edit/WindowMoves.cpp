@@ -3,6 +3,7 @@
 #include "surface/edit/EditLayer.h"
 #include "surface/edit/HandleTable.h"
 #include "surface/host/Handles.h"
+#include "surface/host/ScreenPlace.h"
 #include "surface/host/Surface.h"
 #include "values/Twips.h"
 
@@ -88,12 +89,14 @@ PointerEnd follow(Moved& moved, std::uint8_t edges, const Placing& placing)
     QWidget* place = moved.exists() ? moved.place() : nullptr;
     if (!press || !place)
         return PointerEnd::Interrupted;
-    const QPoint from = press->global();
+    // Distances are those of the place: a host may draw it at a zoom.
+    const QPointF from = fromScreen(*place, press->global());
     const QPointer<EditLayer> layer(moved.control() ? EditLayer::find(*place) : nullptr);
     const PointerEnd end = PointerLoop::run(*place, [&](QPoint global, Qt::KeyboardModifiers modifiers) {
         if (!moved.exists())
             return;
-        const QRect proposed = placing(moved.start(), global - from);
+        const QPointF by = fromScreen(*moved.place(), global) - from;
+        const QRect proposed = placing(moved.start(), by.toPoint());
         moved.put(layer && layer->adjust() ? layer->adjust()(*moved.control(), proposed, edges, modifiers)
                                            : proposed);
     });
@@ -140,10 +143,10 @@ std::optional<Drop> dragControl(LiveControl& control)
     const PointerPress* press = PointerPress::current();
     if (!surface || !press)
         return std::nullopt;
-    const QPoint grab = surface->mapFromGlobal(press->global()) - control.bounds().topLeft();
+    QPoint place = fromScreen(*surface, press->global()).toPoint();
+    const QPoint grab = place - control.bounds().topLeft();
     const QPixmap picture = surface->pictureOf(control);
     const QPointer<EditLayer> layer(&EditLayer::of(*surface));
-    QPoint place = surface->mapFromGlobal(press->global());
     QPoint aligned; // what aligning adds to the pointer's place
     PointerEnd end;
     {
@@ -151,7 +154,7 @@ std::optional<Drop> dragControl(LiveControl& control)
         end = PointerLoop::run(*surface, [&](QPoint global, Qt::KeyboardModifiers modifiers) {
             if (!surface || !layer || !source->isLoaded())
                 return;
-            place = surface->mapFromGlobal(global);
+            place = fromScreen(*surface, global).toPoint();
             const QRect proposed(place - grab, source->bounds().size());
             aligned = layer->adjust()
                           ? layer->adjust()(*source, proposed, 0, modifiers).topLeft() - proposed.topLeft()

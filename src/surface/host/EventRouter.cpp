@@ -2,6 +2,7 @@
 
 #include "surface/host/KeyCodes.h"
 #include "surface/host/PointerLoop.h"
+#include "surface/host/ScreenPlace.h"
 #include "surface/host/Surface.h"
 #include "surface/host/SurfaceLayer.h"
 #include "surface/host/WidgetStack.h"
@@ -99,7 +100,7 @@ bool EventRouter::press(Ref<LiveControl> control, QPointF place, QMouseEvent& ev
     const MouseInput input = inputOf(event, place);
     std::optional<PointerPress> held;
     if (input.button == 1)
-        held.emplace(event.globalPosition().toPoint());
+        held.emplace(toScreen(m_surface, place + (control ? control->bounds().topLeft() : QPoint())).toPoint());
     if (m_surface.m_layer) {
         const QPointer<Surface> alive(&m_surface);
         m_pressActive = false;

@@ -2,6 +2,7 @@
 
 #include "surface/host/Handles.h"
 #include "surface/host/LiveControl.h"
+#include "surface/host/ScreenPlace.h"
 #include "surface/host/Surface.h"
 
 #include <QPointer>
@@ -18,15 +19,22 @@ QPointer<Surface>& lockedSurface()
     return surface;
 }
 
+/// A part of a widget on the screen. The measures are the window's own pixels, whatever a scene draws it at.
+QRect onScreen(const QWidget& widget, const QRect& part)
+{
+    const QWidget* window = widget.window();
+    return part.translated(widget.mapTo(window, QPoint()) + toScreen(*window, {}).toPoint());
+}
+
 /// Rectangle on the screen, in pixels.
 std::optional<QRect> screenRectangle(std::int32_t hWnd)
 {
     if (const LiveControl* control = Handles::control(hWnd); control && control->isLoaded()) {
         const QRect bounds = control->bounds();
-        return QRect(control->surface()->mapToGlobal(bounds.topLeft()), bounds.size());
+        return onScreen(*control->surface(), bounds);
     }
     if (const QWidget* widget = Handles::widget(hWnd))
-        return QRect(widget->mapToGlobal(QPoint(0, 0)), widget->size());
+        return onScreen(*widget, widget->rect());
     return std::nullopt;
 }
 
