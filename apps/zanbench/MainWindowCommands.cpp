@@ -110,9 +110,8 @@ void MainWindow::setZoom(int percent)
 
 void MainWindow::followZoom()
 {
-    const bool canZoom = m_site && m_pages->manner().isLocked;
     for (QAction* action : {m_actions.zoomIn, m_actions.zoomOut, m_actions.zoomNormal, m_actions.zoomFit})
-        action->setEnabled(canZoom);
+        action->setEnabled(m_site != nullptr);
     m_actions.zoomNormal->setChecked(m_pages->zoom() == 100);
     m_actions.zoomFit->setChecked(m_pages->zoom() == PanelView::Fit);
 }
@@ -152,7 +151,7 @@ void MainWindow::enterKiosk()
     m_dock->hide();
     m_status->hide();
     PanelPages::Manner manner = m_pages->manner();
-    manner.isLocked = manner.hasLockedMenus = true;
+    manner.isLocked = true;
     setManner(manner);
     m_actions.restrictToKiosk();
     m_editCommands->restrictToKiosk();

@@ -268,7 +268,7 @@ void PanelPages::adopt(Page& page)
 
 void PanelPages::applyManner(window::BenchWindow& panel) const
 {
-    panel.setLockMenu(m_manner.hasLockedMenus);
+    panel.setLockMenu(m_manner.isLocked);
     panel.setLockPositions(m_manner.isLocked);
     panel.setHideProtectedControls(m_manner.hidesProtected);
 }
@@ -278,8 +278,8 @@ void PanelPages::setManner(const Manner& manner)
     // Only what is new: unlocking shows what is hidden, and would show it again each time.
     const Manner former = std::exchange(m_manner, manner);
     for (const QPointer<window::BenchWindow>& panel : panels()) {
-        if (panel && manner.hasLockedMenus != former.hasLockedMenus)
-            panel->setLockMenu(manner.hasLockedMenus);
+        if (panel && manner.isLocked != former.isLocked)
+            panel->setLockMenu(manner.isLocked);
         if (panel && manner.isLocked != former.isLocked && panel->LockPositions() != manner.isLocked)
             panel->setLockPositions(manner.isLocked);
         if (panel && manner.hidesProtected != former.hidesProtected)
@@ -297,7 +297,7 @@ void PanelPages::setZoom(int percent)
 void PanelPages::followZoom()
 {
     for (const std::unique_ptr<Page>& page : m_pages)
-        page->view->setZoom(m_manner.isLocked ? m_zoom : 100);
+        page->view->setZoom(m_zoom);
 }
 
 double PanelPages::shownZoom() const

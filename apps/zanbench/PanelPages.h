@@ -32,8 +32,8 @@ public:
     /// What holds for all panels.
     struct Manner
     {
+        /// Positions and menus: who presses a button of a locked panel changes nothing of its layout.
         bool isLocked = true;
-        bool hasLockedMenus = false;
         bool hidesProtected = false;
     };
 
@@ -58,8 +58,7 @@ public:
     /// Applies to all panels, later ones too. Raises what a panel raises.
     void setManner(const Manner& manner);
     const Manner& manner() const { return m_manner; }
-    /// Zoom of all panels, as PanelView takes it. A panel whose controls can be moved stands at 100 %: what is dragged
-    /// there is measured in pixels.
+    /// Zoom of all panels, as PanelView takes it.
     void setZoom(int percent);
     int zoom() const { return m_zoom; }
     /// The percentage that the panel in front is drawn at.

@@ -46,6 +46,7 @@ PanelView::PanelView(window::BenchWindow* panel, QWidget* parent)
     m_scaled->setFrameShape(QFrame::NoFrame);
     m_scaled->setAlignment(Qt::AlignCenter);
     m_scaled->setRenderHint(QPainter::SmoothPixmapTransform);
+    m_scaled->setRenderHint(QPainter::Antialiasing); // lines of a pixel stay when they are drawn smaller
     showPlain();
 }
 

@@ -7,6 +7,7 @@
 
 #include <QListWidget>
 #include <QMenu>
+#include <QPushButton>
 
 using namespace zan;
 using host::HostDialogs;
@@ -322,6 +323,25 @@ TEST_F(MainWindowTest, PanelsStartLockedAndTheLockHoldsForAllOfThem)
     action(window, "lock")->setChecked(true);
     EXPECT_TRUE(first->LockPositions());
     EXPECT_TRUE(window.currentPanel()->LockPositions());
+}
+
+TEST_F(MainWindowTest, PressingAButtonOfALockedPanelChangesNothing)
+{
+    QByteArray text = read("site.scheme");
+    text.replace("VB.TextBox</TYPE>", "VB.CommandButton</TYPE><LEFT>155</LEFT><TOP>155</TOP>");
+    write("site.scheme", text);
+    MainWindow window(settings, dialogs);
+    host::OpenOptions options = offline();
+    options.window = "Second";
+    ASSERT_TRUE(window.openScheme(options));
+    window.show();
+    const auto button = window.currentPanel()->Controls()->Control(binding::Variant(std::int32_t(1)));
+    auto* widget = window.currentPanel()->findChild<QPushButton*>();
+    ASSERT_TRUE(widget);
+    QTest::mouseClick(widget, Qt::LeftButton);
+    EXPECT_EQ(button->Left(), 155);
+    EXPECT_FALSE(window.currentPanel()->CanUndo());
+    EXPECT_FALSE(window.hasUnsavedChanges());
 }
 
 TEST_F(MainWindowTest, UnlockOnTheCommandLineUnlocks)
