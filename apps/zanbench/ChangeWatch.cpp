@@ -2,6 +2,7 @@
 
 #include "values/Convert.h"
 
+#include <QByteArrayList>
 #include <QCryptographicHash>
 
 #include <algorithm>
@@ -110,6 +111,12 @@ bool addSubstance(const document::Node& element, QCryptographicHash& hash)
     return any;
 }
 
+QByteArray substanceOf(const document::Node& element)
+{
+    QCryptographicHash hash(QCryptographicHash::Sha1);
+    return addSubstance(element, hash) ? hash.result() : QByteArray();
+}
+
 } // namespace
 
 ChangeWatch::ChangeWatch(values::Ref<trellis::SchemeFile> scheme)
@@ -119,11 +126,22 @@ ChangeWatch::ChangeWatch(values::Ref<trellis::SchemeFile> scheme)
     settle();
 }
 
-QByteArray ChangeWatch::substance() const
+ChangeWatch::Parts ChangeWatch::parts() const
 {
-    QCryptographicHash hash(QCryptographicHash::Sha1);
-    addSubstance(m_scheme->document().documentElement(), hash);
-    return hash.result();
+    Parts parts;
+    const document::Node root = m_scheme->document().documentElement();
+    for (document::Node child = root.firstChildElement(); child; child = child.nextSiblingElement())
+        parts.push_back({child, substanceOf(child)});
+    return parts;
+}
+
+ChangeWatch::Part* ChangeWatch::settledPart(const document::Node& element)
+{
+    if (!m_settled)
+        return nullptr;
+    const auto found =
+        std::find_if(m_settled->begin(), m_settled->end(), [&](const Part& part) { return part.element == element; });
+    return found == m_settled->end() ? nullptr : &*found;
 }
 
 void ChangeWatch::clearMark()
@@ -135,8 +153,22 @@ void ChangeWatch::clearMark()
 void ChangeWatch::settle()
 {
     clearMark();
-    m_settled = substance();
+    m_settled = parts();
     m_changed = false;
+}
+
+void ChangeWatch::settle(const document::Node& window)
+{
+    if (Part* part = settledPart(window))
+        part->substance = substanceOf(window);
+    if (!m_changed)
+        clearMark();
+}
+
+void ChangeWatch::neverSettled()
+{
+    m_settled.reset();
+    m_changed = true;
 }
 
 bool ChangeWatch::isChanged()
@@ -144,9 +176,23 @@ bool ChangeWatch::isChanged()
     return m_changed || (m_scheme->isChanged() && compare());
 }
 
+bool ChangeWatch::isChanged(const document::Node& window)
+{
+    isChanged(); // a mark that is there already says something of the others
+    const Part* part = settledPart(window);
+    return !part || part->substance != substanceOf(window);
+}
+
 bool ChangeWatch::compare()
 {
-    m_changed = substance() != m_settled;
+    const auto hashes = [](const Parts& parts) {
+        QByteArrayList list;
+        for (const Part& part : parts)
+            if (!part.substance.isEmpty())
+                list.append(part.substance);
+        return list;
+    };
+    m_changed = !m_settled || hashes(parts()) != hashes(*m_settled);
     if (!m_changed)
         clearMark();
     return m_changed;

@@ -4,6 +4,9 @@
 
 #include <QByteArray>
 
+#include <optional>
+#include <vector>
+
 namespace zan::host {
 
 /// Tells changes that a user would miss from what a panel writes by itself while it is loaded, locked, unlocked and
@@ -16,6 +19,10 @@ public:
 
     /// The tree as it is now counts as unchanged: just opened, just saved, or a panel has just been loaded from it.
     void settle();
+    /// The same for one window alone, which was unchanged before a panel was loaded from it.
+    void settle(const document::Node& window);
+    /// Whether a window differs in substance from what it was when it settled.
+    bool isChanged(const document::Node& window);
     /// Whether the tree differs in substance from what it was when it settled. Cheap unless CHANGED has been set
     /// since the last call.
     bool isChanged();
@@ -23,20 +30,25 @@ public:
     /// as changed until it is compared.
     void suspect() { m_changed = true; }
     /// The tree was never what the file holds: it counts as changed until it settles.
-    void neverSettled()
-    {
-        m_settled.clear();
-        m_changed = true;
-    }
+    void neverSettled();
     /// The same, whatever CHANGED says: taking an element away does not set it. Costs a walk through the tree.
     bool compare();
 
 private:
+    /// A child of the document element, and a hash of its substance; empty when it has none.
+    struct Part
+    {
+        document::Node element;
+        QByteArray substance;
+    };
+    using Parts = std::vector<Part>;
+
     void clearMark();
-    QByteArray substance() const;
+    Parts parts() const;
+    Part* settledPart(const document::Node& element);
 
     values::Ref<trellis::SchemeFile> m_scheme;
-    QByteArray m_settled;
+    std::optional<Parts> m_settled;
     bool m_changed = false;
 };
 

@@ -121,7 +121,9 @@ void PanelPages::bringToFront(Page& page)
 
 PanelPages::Page& PanelPages::load(const QString& key)
 {
-    const bool wasChanged = m_watch->isChanged();
+    const Ref<site::SchemeWindow> window = m_site->scheme().Windows()->Item(binding::Variant(key));
+    const document::Node node = window ? window->XML() : document::Node();
+    const bool wasChanged = m_watch->isChanged(node);
     const auto prepare = [this](window::BenchWindow& panel) {
         panel.setForms(&m_forms);
         panel.setHost(m_host);
@@ -133,7 +135,7 @@ PanelPages::Page& PanelPages::load(const QString& key)
     if (!wasChanged) {
         // What loading fills in, and what saving adds, is nobody's edit: it is there from the beginning.
         loaded->UpdateDocument();
-        m_watch->settle();
+        m_watch->settle(node);
     }
     window::BenchWindow* panel = loaded.release();
     auto* view = new PanelView(panel, this);

@@ -104,6 +104,16 @@ TEST_F(EditMenuTest, EveryEditMarksTheTitleAtOnceAndUndoingAllTakesTheMarkAway)
     EXPECT_TRUE(window.isWindowModified());
 }
 
+TEST_F(EditMenuTest, APanelThatIsLoadedMeanwhileAddsNothingThatUndoingCouldNotTakeBack)
+{
+    addLabel();
+    window.showWindow("Second");
+    EXPECT_TRUE(window.hasUnsavedChanges());
+    window.showWindow("First");
+    action("undo")->trigger();
+    EXPECT_TRUE(becomesUnchanged());
+}
+
 TEST_F(EditMenuTest, UndoingBehindASaveIsAChangeAndRedoingTakesItBack)
 {
     addLabel();

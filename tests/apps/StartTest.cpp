@@ -148,3 +148,20 @@ TEST_F(Start, TheWindowIsNeverLargerThanTheScreen)
     EXPECT_TRUE(room.contains(window.frameGeometry()))
         << window.frameGeometry().width() << " x " << window.frameGeometry().height();
 }
+
+TEST_F(Start, AWindowThatGrowsForASchemeStaysOnTheScreen)
+{
+    write("site.scheme", "<SCHEME><WINDOW><KEY>Large</KEY><CONTROL><TYPE>VB.Label</TYPE><LEFT>7000</LEFT>"
+                         "<TOP>5000</TOP><WIDTH>900</WIDTH><HEIGHT>300</HEIGHT></CONTROL></WINDOW></SCHEME>");
+    MainWindow window(settings, dialogs);
+    window.resize(300, 200);
+    window.show();
+    const QRect room = window.screen()->availableGeometry();
+    window.move(room.right() - 320, room.bottom() - 260);
+    QCoreApplication::processEvents();
+    ASSERT_TRUE(window.openScheme(offline()));
+    QCoreApplication::processEvents();
+    EXPECT_GT(window.width(), 400) << "it grows for the panel";
+    EXPECT_TRUE(room.contains(window.frameGeometry()))
+        << window.frameGeometry().right() << ", " << window.frameGeometry().bottom();
+}
