@@ -139,8 +139,8 @@ ChangeWatch::Part* ChangeWatch::settledPart(const document::Node& element)
 {
     if (!m_settled)
         return nullptr;
-    const auto found =
-        std::find_if(m_settled->begin(), m_settled->end(), [&](const Part& part) { return part.element == element; });
+    const auto found = std::find_if(m_settled->begin(), m_settled->end(),
+                                    [&](const Part& part) { return part.element == element; });
     return found == m_settled->end() ? nullptr : &*found;
 }
 

@@ -53,6 +53,27 @@ void PanelForms::showModal(QDialog& form)
     DesktopForms::showModal(form);
 }
 
+void PanelForms::showForm(QWidget* owner, surface::ModalForm& form)
+{
+    DesktopForms::showForm(windowOf(owner), form);
+}
+
+std::optional<surface::FontChoice> PanelForms::pickFont(QWidget* owner, const QString& title,
+                                                        const surface::FontChoice& font)
+{
+    return DesktopForms::pickFont(windowOf(owner), title, font);
+}
+
+std::optional<values::Colour> PanelForms::pickColour(QWidget* owner, const QString& title, values::Colour colour)
+{
+    return DesktopForms::pickColour(windowOf(owner), title, colour);
+}
+
+std::optional<QString> PanelForms::pickFile(QWidget* owner, const surface::FileRequest& request)
+{
+    return DesktopForms::pickFile(windowOf(owner), request);
+}
+
 void PanelForms::showBeside(QWidget* owner, const QString& text, int style, const QString& title)
 {
     std::erase_if(m_shown, [](const Shown& shown) { return !shown.box; });

@@ -26,6 +26,11 @@ public:
     bool busy(QWidget* owner, std::chrono::milliseconds elapsed) override;
     void popupMenu(QWidget* owner, const std::shared_ptr<surface::PopupMenu>& menu, QPoint place) override;
     void showModal(QDialog& form) override;
+    void showForm(QWidget* owner, surface::ModalForm& form) override;
+    std::optional<surface::FontChoice> pickFont(QWidget* owner, const QString& title,
+                                                const surface::FontChoice& font) override;
+    std::optional<values::Colour> pickColour(QWidget* owner, const QString& title, values::Colour colour) override;
+    std::optional<QString> pickFile(QWidget* owner, const surface::FileRequest& request) override;
     /// Boxes shown beside an announcement that are still open.
     std::vector<QMessageBox*> openBoxes() const;
 
