@@ -29,6 +29,11 @@ HostActions::HostActions(QObject* parent)
         make(QStringLiteral("connectOnOpening"), QStringLiteral("Connect when a scheme is &opened"), {}, true);
     lock = make(QStringLiteral("lock"), QStringLiteral("&Lock controls"), QKeySequence(Qt::CTRL | Qt::Key_L), true);
     lock->setToolTip(QStringLiteral("Keep the controls of the panels where they are"));
+    alignmentGuides = make(QStringLiteral("alignmentGuides"), QStringLiteral("Alignment &guides"), {}, true);
+    alignmentGuides->setToolTip(
+        QStringLiteral("What is dragged is pulled to the edges and middles of other controls"));
+    keyboardEditing = make(QStringLiteral("keyboardEditing"), QStringLiteral("&Edit by keyboard"), {}, true);
+    keyboardEditing->setToolTip(QStringLiteral("Arrow keys move the current control, with Ctrl they size it"));
     hideProtected = make(QStringLiteral("hideProtected"), QStringLiteral("&Hide protected controls"), {}, true);
     siteMap = make(QStringLiteral("siteMap"), QStringLiteral("Site &map on this panel"), {}, true);
     back = make(QStringLiteral("back"), QStringLiteral("&Back"), QKeySequence(Qt::ALT | Qt::Key_Left));
@@ -72,7 +77,7 @@ void HostActions::fillMenus(QMenuBar& bar, QAction* showWindowList)
     m_edit->addSeparator();
     m_edit->addActions({copy, paste, remove});
     m_edit->addSeparator();
-    m_edit->addAction(lock);
+    m_edit->addActions({lock, alignmentGuides, keyboardEditing});
     QMenu* logger = bar.addMenu(QStringLiteral("&Logger"));
     logger->addActions({connectLink, connectOnOpening});
     m_window = bar.addMenu(QStringLiteral("&Window"));
@@ -134,8 +139,8 @@ void HostActions::follow(bool siteOpen, bool canConnect, int linkState)
 void HostActions::restrictToKiosk()
 {
     m_kiosk = true;
-    for (QAction* action :
-         {open, openDemo, newScheme, save, saveAs, lock, hideProtected, siteMap, fullScreen, connectOnOpening})
+    for (QAction* action : {open, openDemo, newScheme, save, saveAs, lock, alignmentGuides, keyboardEditing,
+                            hideProtected, siteMap, fullScreen, connectOnOpening})
         action->setEnabled(false);
 }
 

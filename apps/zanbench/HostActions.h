@@ -29,6 +29,8 @@ public:
     QAction* connectLink; ///< its text says what it would do
     QAction* connectOnOpening;
     QAction* lock;
+    QAction* alignmentGuides;
+    QAction* keyboardEditing;
     QAction* hideProtected;
     QAction* siteMap;
     QAction* back;

@@ -70,6 +70,20 @@ void MainWindow::connectPanelActions()
         manner.hidesProtected = hide;
         setManner(manner);
     });
+    connect(m_actions.alignmentGuides, &QAction::toggled, this, [this](bool show) {
+        m_settings.setShowsGuides(show);
+        PanelPages::Manner manner = m_pages->manner();
+        manner.showsGuides = show;
+        setManner(manner);
+    });
+    connect(m_actions.keyboardEditing, &QAction::toggled, this, [this](bool edit) {
+        m_settings.setEditsByKeyboard(edit);
+        PanelPages::Manner manner = m_pages->manner();
+        manner.isEditedByKeyboard = edit;
+        setManner(manner);
+    });
+    m_actions.alignmentGuides->setChecked(m_settings.showsGuides());
+    m_actions.keyboardEditing->setChecked(m_settings.editsByKeyboard());
     connect(m_actions.siteMap, &QAction::toggled, this, [this](bool show) {
         if (window::BenchWindow* panel = currentPanel())
             attempt(QStringLiteral("The site map could not be changed"),

@@ -273,6 +273,8 @@ void PanelPages::applyManner(window::BenchWindow& panel) const
     panel.setLockMenu(m_manner.isLocked);
     panel.setLockPositions(m_manner.isLocked);
     panel.setHideProtectedControls(m_manner.hidesProtected);
+    panel.setAlignmentGuides(m_manner.showsGuides);
+    panel.setKeyboardEditing(m_manner.isEditedByKeyboard);
 }
 
 void PanelPages::setManner(const Manner& manner)
@@ -286,6 +288,10 @@ void PanelPages::setManner(const Manner& manner)
             panel->setLockPositions(manner.isLocked);
         if (panel && manner.hidesProtected != former.hidesProtected)
             panel->setHideProtectedControls(manner.hidesProtected);
+        if (panel)
+            panel->setAlignmentGuides(manner.showsGuides);
+        if (panel)
+            panel->setKeyboardEditing(manner.isEditedByKeyboard);
     }
     followZoom();
 }

@@ -35,6 +35,8 @@ public:
         /// Positions and menus: who presses a button of a locked panel changes nothing of its layout.
         bool isLocked = true;
         bool hidesProtected = false;
+        bool showsGuides = false;
+        bool isEditedByKeyboard = false;
     };
 
     /// Settings and forms must outlive the pages.

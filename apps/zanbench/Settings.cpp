@@ -12,6 +12,8 @@ namespace {
 const QString Geometry = QStringLiteral("window/geometry");
 const QString State = QStringLiteral("window/state");
 const QString ConnectsOnOpening = QStringLiteral("connectsOnOpening");
+const QString ShowsGuides = QStringLiteral("editing/guides");
+const QString EditsByKeyboard = QStringLiteral("editing/keyboard");
 const QString Zoom = QStringLiteral("zoom");
 const QString RecentFiles = QStringLiteral("recentFiles");
 
@@ -74,6 +76,26 @@ bool Settings::connectsOnOpening() const
 void Settings::setConnectsOnOpening(bool connects)
 {
     m_settings.setValue(ConnectsOnOpening, connects);
+}
+
+bool Settings::showsGuides() const
+{
+    return m_settings.value(ShowsGuides, false).toBool();
+}
+
+void Settings::setShowsGuides(bool show)
+{
+    m_settings.setValue(ShowsGuides, show);
+}
+
+bool Settings::editsByKeyboard() const
+{
+    return m_settings.value(EditsByKeyboard, false).toBool();
+}
+
+void Settings::setEditsByKeyboard(bool edit)
+{
+    m_settings.setValue(EditsByKeyboard, edit);
 }
 
 int Settings::zoom() const

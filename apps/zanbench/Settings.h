@@ -31,6 +31,12 @@ public:
     bool connectsOnOpening() const;
     void setConnectsOnOpening(bool connects);
 
+    /// Help in laying out panels: guides while something is dragged, keys that move the current control.
+    bool showsGuides() const;
+    void setShowsGuides(bool show);
+    bool editsByKeyboard() const;
+    void setEditsByKeyboard(bool edit);
+
     /// Zoom of the panels in percent; 0 to fit them into the window.
     int zoom() const;
     void setZoom(int percent);

@@ -178,6 +178,24 @@ TEST_F(EditMenuTest, ThePanelsOwnLockTurnsTheLockOfAllPanels)
     EXPECT_TRUE(shown->actions()[3]->isChecked());
 }
 
+TEST_F(EditMenuTest, GuidesAndKeysAreOffAtFirstHoldForAllPanelsAndAreRemembered)
+{
+    EXPECT_FALSE(panel().AlignmentGuides());
+    EXPECT_FALSE(panel().KeyboardEditing());
+    action("alignmentGuides")->trigger();
+    action("keyboardEditing")->trigger();
+    EXPECT_TRUE(panel().AlignmentGuides());
+    EXPECT_TRUE(panel().KeyboardEditing());
+    action("nextWindow")->trigger();
+    EXPECT_TRUE(panel().AlignmentGuides());
+    EXPECT_TRUE(panel().KeyboardEditing());
+
+    MainWindow later(settings, dialogs);
+    ASSERT_TRUE(later.openScheme(offline()));
+    EXPECT_TRUE(later.currentPanel()->AlignmentGuides());
+    EXPECT_TRUE(later.currentPanel()->KeyboardEditing());
+}
+
 TEST_F(EditMenuTest, DeletingNamesItsControlAndNeverMeansAnotherThatHasTakenItsPlace)
 {
     addLabel();
