@@ -292,8 +292,9 @@ void FieldWidget::adopt(QWidget* widget, bool hasLabel, QWidget* parent)
     const QString caption = surface::withoutMnemonic(m_field.caption());
     widget->setObjectName(m_field.name());
     widget->setToolTip(surface::plainToolTip(m_field.toolTip()));
-    if (!caption.isEmpty())
-        widget->setAccessibleName(caption);
+    const QStringView spoken = m_field.row().spoken;
+    if (!spoken.isEmpty() || !caption.isEmpty())
+        widget->setAccessibleName(spoken.isEmpty() ? caption : spoken.toString());
     if (!hasLabel || caption.isEmpty())
         return;
     m_label = new QLabel(m_field.caption(), parent);

@@ -78,8 +78,9 @@ struct FieldRow
     FieldKind kind = FieldKind::Label;
     QStringView caption = {}; ///< of the thing itself, or of the label before a text, a list or a swatch
     QStringView toolTip = {};
-    int tab = 0;            ///< from 0; BelowTabs for what stands below them
-    QStringView frame = {}; ///< the frame that it stands in
+    QStringView spoken = {}; ///< what a screen reader calls it where the caption does not say it
+    int tab = 0;             ///< from 0; BelowTabs for what stands below them
+    QStringView frame = {};  ///< the frame that it stands in
     // How it stands there; rows follow each other downwards.
     int column = 0;      ///< of its tab
     bool beside = false; ///< on the line of the row before
@@ -154,13 +155,13 @@ struct FormDescription
     bool isCentred = false;                 ///< on the screen; else where the system likes
     std::span<const QStringView> tabs = {}; ///< none: the fields stand on the form itself
     std::span<const FieldRow> fields = {};
-    int buttonWidth = 1215;           ///< of the buttons below the tabs, in twips
-    QStringView escape = {};          ///< the button of the Esc key. Enter presses nothing on any form
-    std::span<const Step> begin = {}; ///< when the form is made
-    std::span<const Step> fill = {};  ///< LoadControl
-    bool usesWindows = true;          ///< it offers the channels of the scheme
-    bool skipsFailures = false;       ///< while it is filled a step that fails is passed over
-    std::span<const Step> apply = {}; ///< ApplySettings
+    int buttonWidth = 1215;             ///< of the buttons below the tabs, in twips
+    QStringView escape = {};            ///< the button of the Esc key. Enter presses nothing on any form
+    std::span<const Step> begin = {};   ///< when the form is made
+    std::span<const Step> fill = {};    ///< LoadControl
+    bool usesWindows = true;            ///< it offers the channels of the scheme
+    bool skipsFailures = false;         ///< while it is filled a step that fails is passed over
+    std::span<const Step> apply = {};   ///< ApplySettings
     Routine showExample = nullptr;
     std::unique_ptr<FormState> (*makeState)() = nullptr;
 };

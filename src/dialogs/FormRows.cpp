@@ -4,6 +4,8 @@
 #include "values/Convert.h"
 #include "wrappers/ValueText.h"
 
+#include <cmath>
+
 /// What the rows of a description mean: a field takes its value from where its row says, and gives it back there.
 namespace zan::dialogs {
 
@@ -17,6 +19,14 @@ namespace {
 double numberOf(const Variant& value)
 {
     return value.isText() ? values::val(value.text()) : values::toDouble(value);
+}
+
+double realNumber(const QString& text)
+{
+    const double number = values::val(text);
+    if (!std::isfinite(number))
+        values::raise(ErrorNumber::Overflow);
+    return number;
 }
 
 QString textOf(const Variant& value)
@@ -125,7 +135,7 @@ Variant SetupForm::valueOf(const Field& field) const
     case As::Single:
         return values::toSingle(Variant(values::val(field.text())));
     case As::Double:
-        return values::val(field.text());
+        return realNumber(field.text());
     case As::Flag:
         return field.isChecked();
     case As::Box:

@@ -9,5 +9,8 @@ extern const FormDescription frmChannel;
 extern const FormDescription frmCheckBox;
 extern const FormDescription frmCmd;
 extern const FormDescription frmPicture;
+extern const FormDescription frmProgressBar;
+extern const FormDescription frmStatusLight;
+extern const FormDescription frmValueBar;
 
 } // namespace zan::dialogs

@@ -57,6 +57,11 @@ inline const values::Name CompareValue("COMPAREVALUE");
 inline const values::Name Program("PROGRAM");
 inline const values::Name HideWhenTrue("HIDEWHENTRUE");
 inline const values::Name HideWhenFalse("HIDEWHENFALSE");
+inline const values::Name TrueCaption("TRUECAPTION");
+inline const values::Name FalseCaption("FALSECAPTION");
+inline const values::Name TrueColour("TRUECOLOUR");
+inline const values::Name FalseColour("FALSECOLOUR");
+inline const values::Name Flash("FLASH");
 
 inline const values::Name UncheckedCaption("UNCHECKEDCAPTION");
 inline const values::Name CheckedCaption("CHECKEDCAPTION");
@@ -64,6 +69,15 @@ inline const values::Name CheckedCaption("CHECKEDCAPTION");
 inline const values::Name BoundLimit("BOUNDLIMIT");
 inline const values::Name LimitChannel("LIMITCHANNEL");
 inline const values::Name LimitOffset("LIMITOFFSET");
+inline const values::Name Min("MIN");
+inline const values::Name Max("MAX");
+inline const values::Name LowLimit("LOWLIMIT");
+inline const values::Name HighLimit("HIGHLIMIT");
+inline const values::Name LowColour("LOWCOLOUR");
+inline const values::Name HighColour("HIGHCOLOUR");
+inline const values::Name NormalColour("NORMALCOLOUR");
+inline const values::Name Orientation("ORIENTATION");
+inline const values::Name Scrolling("SCROLLING");
 
 inline const values::Name Bold("BOLD");
 inline const values::Name Charset("CHARSET");

@@ -69,16 +69,23 @@ void LiveImage::apply(wrappers::iBenchControl& control, const LiveImage& from) c
     const Ref<binding::Object> live = control.Control();
     if (!live)
         return;
+    std::vector<std::size_t> due;
     for (std::size_t place = 0; place < m_values.size() && place < from.m_values.size(); ++place) {
+        if (!isSame(m_values[place].second, from.m_values[place].second))
+            due.push_back(place);
+    }
+    // A value may be refused while another one is still what it was (a minimum above the maximum): again, until all
+    // that are left are refused.
+    const auto put = [&](std::size_t place) {
         const auto& [name, value] = m_values[place];
-        if (isSame(value, from.m_values[place].second))
-            continue;
-        values::attempt([&] {
+        return values::attempt([&] {
             if (value.isObject())
                 live->putReference(name, value);
             else
                 live->put(name, value);
         });
+    };
+    while (std::erase_if(due, put) > 0) {
     }
     if (m_font && from.m_font && !surface::fontsEqual(*fontOf(m_font), *fontOf(from.m_font)))
         control.setFont(surface::copyFont(*fontOf(m_font)));

@@ -82,6 +82,22 @@ protected:
         QCoreApplication::sendEvent(window.focusWidget() ? window.focusWidget() : &window, &press);
     }
 
+    static QString tabs(SetupForm& form)
+    {
+        QStringList captions;
+        for (const QStringView caption : form.description().tabs)
+            captions << caption.toString();
+        return captions.join(u',');
+    }
+    /// Tab, name and caption of every field, in order.
+    static QString rows(SetupForm& form)
+    {
+        QStringList rows;
+        for (const Field& field : form.fields())
+            rows << QStringLiteral("%1 %2=%3").arg(field.row().tab).arg(field.name(), field.caption());
+        return rows.join(QLatin1String("; "));
+    }
+
     document::Node node(int place = 1) { return wrapper(place)->XMLNode(); }
     document::Node action() { return node().child(values::Name("ACTION")); }
     /// Text of an element, "-" where there is none.
@@ -91,6 +107,14 @@ protected:
         return child ? child.text() : QStringLiteral("-");
     }
     QString stored(const char* name) { return element(node(), name); }
+    /// The same of several, as "NAME=text NAME=text".
+    QString storedTexts(const char* names)
+    {
+        QStringList texts;
+        for (const QString& name : QString::fromLatin1(names).split(u' '))
+            texts << name + QLatin1Char('=') + stored(name.toLatin1().constData());
+        return texts.join(u' ');
+    }
     QString storedAction(const char* name) { return element(action(), name); }
 };
 
