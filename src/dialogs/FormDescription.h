@@ -162,6 +162,7 @@ struct FormDescription
     bool usesWindows = true;            ///< it offers the channels of the scheme
     bool skipsFailures = false;         ///< while it is filled a step that fails is passed over
     std::span<const Step> apply = {};   ///< ApplySettings
+    std::span<const Step> applied = {}; ///< what follows it and is no edit of the user's
     Routine showExample = nullptr;
     std::unique_ptr<FormState> (*makeState)() = nullptr;
 };

@@ -51,6 +51,7 @@ void SetupForm::ApplySettings()
 {
     const Ref<wrappers::iBenchControl> edited = m_control;
     m_site->edit(title(), edited, [this] { run(m_description->apply); });
+    run(m_description->applied);
 }
 
 void SetupForm::unload()

@@ -5,6 +5,7 @@
 /// The setup forms: one description each, in a file of its name.
 namespace zan::dialogs {
 
+extern const FormDescription frmBenchProp;
 extern const FormDescription frmChannel;
 extern const FormDescription frmCheckBox;
 extern const FormDescription frmCmd;

@@ -28,6 +28,8 @@ public:
     const QString& pictureFile() const noexcept { return m_file; }
     /// A temporary file that was in use is left behind.
     void setPictureFile(const QString& file);
+    /// Whether the file is one that this background wrote itself.
+    bool isTemporary() const noexcept { return m_isTemporary && !m_file.isEmpty(); }
     bool stretch() const noexcept { return m_stretch; }
     void setStretch(bool stretch);
     /// The picture of the file, loaded anew and never stretched; nothing when there is no such file.

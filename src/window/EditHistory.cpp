@@ -28,7 +28,7 @@ EditHistory::Command::~Command()
     if (!list || m_window != m_history.m_window)
         return; // what it has changed belongs to a window that is no longer shown
     try {
-        if (m_step->finish(*list))
+        if (m_step->finish(m_history.m_panel.editedWindow(), *list))
             m_history.push(std::move(*m_step));
     } catch (const std::exception&) {
         // A step that cannot be told (a control that refuses to be read) cannot be taken back either.
@@ -53,6 +53,20 @@ void EditHistory::Command::watchSettings(const Ref<wrappers::iBenchControl>& con
     watch(control);
     m_step->controls.back().hasSettings = true;
     m_step->controls.back().looksBefore = LiveImage(*control);
+}
+
+void EditHistory::Command::watchPanel()
+{
+    const Ref<wrappers::BenchControls> list = records() ? m_history.m_panel.editedControls() : nullptr;
+    if (!list)
+        return;
+    m_step->panel.emplace();
+    m_step->panel->before = PanelImage(m_history.m_panel.editedWindow());
+    for (std::int32_t place = 1; place <= list->Count(); ++place) {
+        const Ref<wrappers::iBenchControl> control = list->Control(binding::Variant(place));
+        if (control->UseWindowSettings())
+            watchSettings(control);
+    }
 }
 
 void EditHistory::Command::watchStacking(std::vector<Ref<surface::LiveControl>> controls)
@@ -118,12 +132,13 @@ void EditHistory::redo()
 
 /// What a step writes when it is made again or taken back is no new step. One that fails stays where it was: it can be
 /// tried again.
-void EditHistory::replay(std::size_t place, void (EditStep::*run)(wrappers::BenchControls&), std::size_t doneThen)
+void EditHistory::replay(std::size_t place, void (EditStep::*run)(BenchWindow&, wrappers::BenchControls&),
+                         std::size_t doneThen)
 {
     const Ref<wrappers::BenchControls> list = m_panel.editedControls();
     if (m_recording || surface::PointerLoop::isRunning() || !list)
         return;
-    // Channels are called, which are a host's: they may load another window, or end the panel.
+    // Channels are called, which are a host's, and whoever hears of the panel's properties: they may load another window, or end the panel.
     const std::shared_ptr<EditStep> step = m_steps[place];
     const std::weak_ptr<char> life = m_life;
     const std::uint32_t window = m_window;
@@ -132,7 +147,7 @@ void EditHistory::replay(std::size_t place, void (EditStep::*run)(wrappers::Benc
         if (!life.expired())
             m_recording = false;
     });
-    (*step.*run)(*list);
+    (*step.*run)(m_panel.editedWindow(), *list);
     if (life.expired() || m_window != window)
         return;
     m_done = doneThen;

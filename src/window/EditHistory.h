@@ -43,6 +43,8 @@ public:
         void watch(const Ref<wrappers::iBenchControl>& control);
         /// The same, and how it looks and what it is bound to.
         void watchSettings(const Ref<wrappers::iBenchControl>& control);
+        /// The panel itself, and every control that follows its looks, are the state before.
+        void watchPanel();
         /// The stacking of these controls is the state before.
         void watchStacking(std::vector<Ref<surface::LiveControl>> controls);
         /// The control has been placed in the list by the command.
@@ -77,7 +79,8 @@ public:
 
 private:
     void push(EditStep step);
-    void replay(std::size_t place, void (EditStep::*run)(wrappers::BenchControls&), std::size_t doneThen);
+    void replay(std::size_t place, void (EditStep::*run)(BenchWindow&, wrappers::BenchControls&),
+                std::size_t doneThen);
     void tell();
 
     EditedPanel& m_panel;

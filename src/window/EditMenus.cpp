@@ -47,8 +47,7 @@ std::shared_ptr<PopupMenu> formRightClickMenu(BenchWindow& panel)
     menu->name = QStringLiteral("mnuFormRightClick");
     menu->items.push_back({.caption = QStringLiteral("&Add"), .menu = newControlMenu(panel)});
     menu->items.push_back(entry(panel, u"&Paste", &PanelEditor::paste));
-    // There is no form for the panel itself yet: the entry stands in its place and says so by its look.
-    menu->items.push_back({.caption = QStringLiteral("&Properties"), .enabled = false});
+    menu->items.push_back(entry(panel, u"&Properties", [&panel](PanelEditor&) { panel.setup().editWindow(); }));
     MenuItem lock = entry(panel, u"&Lock Positions", &PanelEditor::toggleLockPositions);
     lock.checkable = true;
     lock.checked = panel.LockPositions();

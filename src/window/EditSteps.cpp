@@ -77,8 +77,13 @@ bool ControlChange::isChange() const
     return before != after || nodeBefore != nodeAfter || !(looksBefore == looksAfter);
 }
 
-bool EditStep::finish(const BenchControls& list)
+bool EditStep::finish(BenchWindow& window, const BenchControls& list)
 {
+    if (panel) {
+        panel->after = PanelImage(window);
+        if (!panel->after.isOfSameWindow(panel->before) || panel->after == panel->before)
+            panel.reset();
+    }
     // A script may have removed a control while it was being dragged.
     std::erase_if(controls, [&](const ControlChange& change) { return !isIn(list, *change.control); });
     for (ControlChange& change : controls) {
@@ -91,11 +96,14 @@ bool EditStep::finish(const BenchControls& list)
         change.after = change.control->rank();
     std::erase_if(controls, [](const ControlChange& change) { return !change.isChange(); });
     std::erase_if(stacking, [](const StackChange& change) { return change.before == change.after; });
-    return !controls.empty() || !places.empty() || !stacking.empty();
+    return !controls.empty() || !places.empty() || !stacking.empty() || panel;
 }
 
-void EditStep::undo(BenchControls& list)
+void EditStep::undo(BenchWindow& window, BenchControls& list)
 {
+    // Before the controls: those that follow the panel take its looks on, whatever they had of their own.
+    if (panel)
+        panel->before.apply(window, panel->after);
     for (auto change = places.rbegin(); change != places.rend(); ++change) {
         if (change->isAdded)
             takeOut(list, *change);
@@ -111,8 +119,10 @@ void EditStep::undo(BenchControls& list)
         restack(change, change.before);
 }
 
-void EditStep::redo(BenchControls& list)
+void EditStep::redo(BenchWindow& window, BenchControls& list)
 {
+    if (panel)
+        panel->after.apply(window, panel->before);
     for (PlaceChange& change : places) {
         if (change.isAdded)
             putBack(list, change);

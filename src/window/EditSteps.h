@@ -3,11 +3,13 @@
 #include "document/NodeImage.h"
 #include "surface/host/LiveControl.h"
 #include "window/LiveImage.h"
+#include "window/PanelImage.h"
 #include "wrappers/BenchControls.h"
 #include "wrappers/ControlType.h"
 
 #include <QString>
 
+#include <optional>
 #include <vector>
 
 namespace zan::window {
@@ -21,6 +23,7 @@ public:
     virtual ~EditedPanel() = default;
     /// Empty when the panel's life has ended.
     virtual Ref<wrappers::BenchControls> editedControls() = 0;
+    virtual BenchWindow& editedWindow() = 0;
 };
 
 /// A control whose node, place, size or settings a command has changed.
@@ -53,6 +56,13 @@ struct StackChange
     std::int32_t after = 0;
 };
 
+/// What a command has changed of the panel itself.
+struct PanelChange
+{
+    PanelImage before;
+    PanelImage after;
+};
+
 /// One user's command as it can be taken back and made again.
 struct EditStep
 {
@@ -60,12 +70,14 @@ struct EditStep
     std::vector<ControlChange> controls;
     std::vector<PlaceChange> places;
     std::vector<StackChange> stacking;
+    std::optional<PanelChange> panel;
 
     /// Takes up the state after the command, and drops what has not changed or is no longer in the list. False when
     /// nothing is left.
-    bool finish(const wrappers::BenchControls& list);
-    void undo(wrappers::BenchControls& list);
-    void redo(wrappers::BenchControls& list);
+    bool finish(BenchWindow& window, const wrappers::BenchControls& list);
+    /// The window may be gone afterwards.
+    void undo(BenchWindow& window, wrappers::BenchControls& list);
+    void redo(BenchWindow& window, wrappers::BenchControls& list);
 };
 
 /// Place and size of a wrapper's live control; zeros without one.

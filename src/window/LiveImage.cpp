@@ -87,7 +87,11 @@ void LiveImage::apply(wrappers::iBenchControl& control, const LiveImage& from) c
     };
     while (std::erase_if(due, put) > 0) {
     }
-    if (m_font && from.m_font && !surface::fontsEqual(*fontOf(m_font), *fontOf(from.m_font)))
+    if (!m_font || !from.m_font || surface::fontsEqual(*fontOf(m_font), *fontOf(from.m_font)))
+        return;
+    // A font that it shares with the panel by now stays shared.
+    const Ref<binding::Object> now = control.Font();
+    if (!fontOf(now) || !surface::fontsEqual(*fontOf(m_font), *fontOf(now)))
         control.setFont(surface::copyFont(*fontOf(m_font)));
 }
 

@@ -180,6 +180,11 @@ void PanelDesign::setPicture(const Ref<surface::Picture>& picture)
     changed("Picture");
 }
 
+Ref<surface::Picture> PanelDesign::ownPicture() const
+{
+    return m_background->isTemporary() ? m_background->picture() : nullptr;
+}
+
 void PanelDesign::refreshBackground()
 {
     m_background->refresh();

@@ -56,6 +56,8 @@ public:
     void setPictureFile(const QString& file);
     Ref<surface::Picture> picture() const;
     void setPicture(const Ref<surface::Picture>& picture);
+    /// The picture of a background that lives in a temporary file; nothing for any other.
+    Ref<surface::Picture> ownPicture() const;
     /// The background at the surface's present size.
     void refreshBackground();
 

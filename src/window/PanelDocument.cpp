@@ -130,7 +130,6 @@ void PanelDocument::announceChange(void (BenchWindow::*signal)())
     values::atBoundary([&] { Q_EMIT(m_panel.*signal)(); }, report);
 }
 
-/// The element of the window that is edited which holds its settings, made where there is none.
 const Node& PanelDocument::container()
 {
     if (!m_container)

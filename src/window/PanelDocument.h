@@ -52,6 +52,9 @@ public:
     void end();
 
     Ref<wrappers::BenchControls> editedControls() override { return m_controls; }
+    BenchWindow& editedWindow() override { return m_panel; }
+    /// The element that holds the settings of the window that is edited, made where there is none.
+    const document::Node& container();
     SiteMapPlacement& siteMap() const noexcept { return *m_siteMap; }
     ControlFactory& factory() const noexcept { return *m_factory; }
     wrappers::ControlTypes controlTypes() const override;
@@ -64,7 +67,6 @@ private:
     void reportError(const values::RuntimeError& error) override;
 
     void announceChange(void (BenchWindow::*signal)());
-    const document::Node& container();
     Ref<site::SchemeWindow> storedWindow(const QString& key);
     Ref<site::SchemeWindow> unsavedWindow();
     document::Node applyContainer();

@@ -5,6 +5,8 @@
 #include "document/XMLOps.h"
 #include "values/Failure.h"
 #include "window/BenchWindow.h"
+#include "window/BenchWindowObject.h"
+#include "window/PanelDocument.h"
 #include "window/PanelEditor.h"
 
 #include <QPointer>
@@ -38,11 +40,14 @@ public:
         const int before = history.count();
         const auto mark = qScopeGuard([&] {
             // What only the live control shows, a font say, is stored with the next save: it must not be forgotten.
-            if (m_panel && history.count() != before && control)
-                document::XMLOps::MarkChanged(control->XMLNode());
+            if (m_panel && history.count() != before)
+                document::XMLOps::MarkChanged(control ? control->XMLNode() : m_panel->document().container());
         });
         EditHistory::Command command(history, what);
-        command.watchSettings(control);
+        if (control)
+            command.watchSettings(control);
+        else
+            command.watchPanel();
         step();
     }
 
@@ -97,6 +102,16 @@ void PanelSetup::edit(const Ref<iBenchControl>& control)
     form->LoadControl(windows, edited, QString::number(m_panel.hWnd()));
     m_panel.forms().showForm(&m_panel, *form);
     form->close(); // its window may have gone with its owner
+}
+
+void PanelSetup::editWindow()
+{
+    const std::shared_ptr<SetupForm> form = begin(dialogs::frmBenchProp);
+    if (!form)
+        return;
+    form->LoadUserControl(m_panel.object());
+    m_panel.forms().showForm(&m_panel, *form);
+    form->close();
 }
 
 } // namespace zan::window

@@ -16,7 +16,7 @@ class BenchWindow;
 
 using values::Ref;
 
-/// The setup forms of a panel's controls. There is one form of a kind: opening it while it is open does nothing
+/// The setup forms of a panel and its controls. There is one form of a kind: opening it while it is open does nothing
 /// to it. A form that is open closes when the panel goes.
 class PanelSetup
 {
@@ -31,6 +31,8 @@ public:
     /// Opens the form that sets a control up and returns when it is closed; nothing for a type without one. Raises what
     /// filling the form raises: it is not shown then. The panel may be gone afterwards.
     void edit(const Ref<wrappers::iBenchControl>& control);
+    /// Opens the form of the panel's own properties, as edit() does one of a control.
+    void editWindow();
 
 private:
     std::shared_ptr<dialogs::SetupForm> begin(const dialogs::FormDescription& description);

@@ -45,12 +45,19 @@ void HostForms::Edit(const Variant& control)
     panel().edit([&](window::PanelEditor&) { panel().setup().edit(edited); });
 }
 
+void HostForms::WindowProperties()
+{
+    panel().edit([&](window::PanelEditor&) { panel().setup().editWindow(); });
+}
+
 const binding::MemberTable& HostForms::members() const
 {
     using C = HostForms;
     using binding::method;
     return binding::table([] {
-        return binding::MemberTable("HostForms", nullptr, {method<&C::OnForm>("OnForm"), method<&C::Edit>("Edit")});
+        return binding::MemberTable("HostForms", nullptr,
+                                    {method<&C::OnForm>("OnForm"), method<&C::Edit>("Edit"),
+                                     method<&C::WindowProperties>("WindowProperties")});
     });
 }
 

@@ -6,7 +6,7 @@
 
 namespace zan::host {
 
-/// Setup forms: OnForm, Edit.
+/// Setup forms: OnForm, Edit, WindowProperties.
 class HostForms : public HostFamily
 {
 public:
@@ -18,6 +18,8 @@ public:
     void OnForm(const QString& form, const QString& procedure);
     /// Opens a control's form as the entry of its menu does.
     void Edit(const Variant& control);
+    /// Opens the form of the panel's own properties as the entry of the surface's menu does.
+    void WindowProperties();
 
     const binding::MemberTable& members() const override;
 
