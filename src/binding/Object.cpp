@@ -1,6 +1,7 @@
 #include "binding/Object.h"
 
 #include "binding/MemberTable.h"
+#include "values/Failure.h"
 
 #include <cmath>
 #include <limits>
@@ -164,7 +165,8 @@ AccessStatus Object::tryPutText(Name name, const QString& text) noexcept
         return AccessStatus::UnknownName;
     if (!member->put)
         return AccessStatus::ReadOnly;
-    const std::optional<Variant> value = valueFromText(member->type, text);
+    std::optional<Variant> value;
+    static_cast<void>(values::attempt([&] { value = valueFromText(member->type, text); })); // it takes memory
     return value ? assign(*this, *member, *value) : AccessStatus::Refused;
 }
 

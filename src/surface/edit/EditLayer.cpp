@@ -5,6 +5,7 @@
 #include "surface/host/PointerLoop.h"
 #include "surface/host/ScreenPlace.h"
 #include "surface/host/Surface.h"
+#include "values/Failure.h"
 
 #include <QMouseEvent>
 #include <QPaintEvent>
@@ -57,6 +58,8 @@ EditLayer& EditLayer::of(QWidget& place)
 
 EditLayer* EditLayer::find(const QWidget& place)
 {
+    if (const auto* surface = dynamic_cast<const Surface*>(&place))
+        return dynamic_cast<EditLayer*>(surface->layer());
     for (QObject* child : place.children()) {
         if (auto* layer = dynamic_cast<EditLayer*>(child))
             return layer;
@@ -65,16 +68,15 @@ EditLayer* EditLayer::find(const QWidget& place)
 }
 
 EditLayer::EditLayer(QWidget& place)
-    : QWidget(&place)
-    , m_place(place)
+    : m_place(place)
     , m_overSurface(dynamic_cast<Surface*>(&place) != nullptr)
 {
     setAttribute(Qt::WA_NoSystemBackground);
     setFocusPolicy(Qt::NoFocus);
+    setParent(&place); // whole by now: a widget that could not be made stays with nobody
     setGeometry(place.rect());
     if (m_overSurface) {
         setAttribute(Qt::WA_TransparentForMouseEvents);
-        static_cast<Surface&>(place).setLayer(this);
     } else {
         setMouseTracking(true);
         place.installEventFilter(this);
@@ -82,6 +84,8 @@ EditLayer::EditLayer(QWidget& place)
     }
     show();
     raise();
+    if (m_overSurface)
+        static_cast<Surface&>(place).setLayer(this);
 }
 
 EditLayer::~EditLayer() = default;
@@ -90,10 +94,8 @@ EditLayer::~EditLayer() = default;
 
 void EditLayer::attach(HandleFrame& frame, std::int32_t target, int size, values::Colour colour)
 {
-    if (m_free.empty()) {
-        m_free.push_back(std::uint32_t(m_slots.size()));
-        m_slots.emplace_back();
-    }
+    if (m_free.empty())
+        addSlot();
     frame.m_layer = this;
     frame.m_slot = m_free.back();
     m_free.pop_back();
@@ -107,9 +109,21 @@ void EditLayer::attach(HandleFrame& frame, std::int32_t target, int size, values
     }
 }
 
-void EditLayer::detach(HandleFrame& frame)
+void EditLayer::addSlot()
 {
-    setShown(frame, false);
+    // Room for every slot, so that one can be given back without taking memory.
+    if (m_free.capacity() <= m_slots.size())
+        m_free.reserve(2 * m_slots.size() + 8);
+    m_slots.emplace_back();
+    m_free.push_back(std::uint32_t(m_slots.size() - 1));
+}
+
+void EditLayer::detach(HandleFrame& frame) noexcept
+{
+    if (frame.m_layer != this)
+        return; // taking it up has failed
+    // A frame goes whatever happens: handles that cannot be wiped out now go with the next paint.
+    static_cast<void>(values::attempt([&] { setShown(frame, false); }));
     disown(frame);
     m_slots[frame.m_slot] = {};
     m_free.push_back(frame.m_slot);
@@ -123,6 +137,8 @@ const void* EditLayer::keyOf(const Slot& slot) const
 
 bool EditLayer::own(HandleFrame& frame)
 {
+    if (frame.m_layer != this)
+        return false;
     const Slot& slot = m_slots[frame.m_slot];
     const void* key = keyOf(slot);
     if (!key || m_owners.contains(key))
@@ -168,18 +184,20 @@ std::int32_t EditLayer::rankOf(const Slot& slot) const
 
 void EditLayer::setShown(HandleFrame& frame, bool shown)
 {
+    if (frame.m_layer != this)
+        return;
     Slot& slot = m_slots[frame.m_slot];
     if (slot.shown == shown || (shown && !keyOf(slot)))
         return;
     if (shown) {
-        slot.shown = true;
         slot.target = targetRectangle(slot);
         m_index.insert(frame.m_slot, withHandles(slot));
+        slot.shown = true;
         dirty(withHandles(slot));
     } else {
-        dirty(withHandles(slot));
-        m_index.remove(frame.m_slot, withHandles(slot));
         slot.shown = false;
+        m_index.remove(frame.m_slot, withHandles(slot));
+        dirty(withHandles(slot));
     }
     renewMask();
 }

@@ -55,9 +55,10 @@ public:
     ~EditLayer() override;
 
     /// Takes the frame up for a target, by window handle: a control of this surface, or a widget within the place.
-    /// A handle that names neither leaves the frame without a target. `size` is a handle's side in pixels.
+    /// A handle that names neither leaves the frame without a target. `size` is a handle's side in pixels. Calls for a
+    /// frame that is not the layer's do nothing.
     void attach(HandleFrame& frame, std::int32_t target, int size, values::Colour colour);
-    void detach(HandleFrame& frame);
+    void detach(HandleFrame& frame) noexcept;
     /// Has the frame follow its target. False when another frame does already.
     bool own(HandleFrame& frame);
     void disown(HandleFrame& frame);
@@ -121,6 +122,7 @@ private:
     };
 
     explicit EditLayer(QWidget& place);
+    void addSlot();
     QRect targetRectangle(const Slot& slot) const;
     static QRect withHandles(const Slot& slot);
     std::int32_t rankOf(const Slot& slot) const;

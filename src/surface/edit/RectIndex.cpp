@@ -1,6 +1,7 @@
 #include "surface/edit/RectIndex.h"
 
 #include <algorithm>
+#include <new>
 
 namespace zan::surface {
 
@@ -24,9 +25,14 @@ void RectIndex::insert(std::uint32_t number, const QRect& rectangle)
         m_wide.push_back(number);
         return;
     }
-    for (int row = cells.top(); row <= cells.bottom(); ++row) {
-        for (int column = cells.left(); column <= cells.right(); ++column)
-            m_cells[keyOf(column, row)].push_back(number);
+    try {
+        for (int row = cells.top(); row <= cells.bottom(); ++row) {
+            for (int column = cells.left(); column <= cells.right(); ++column)
+                m_cells[keyOf(column, row)].push_back(number);
+        }
+    } catch (const std::bad_alloc&) {
+        remove(number, rectangle); // it lies in all of its cells or in none
+        throw;
     }
 }
 

@@ -104,6 +104,7 @@ public:
     void restack(LiveControl& control, std::int32_t rank);
     /// What lies over all controls and sees the mouse first; null for nothing. A child of the surface.
     void setLayer(SurfaceLayer* layer) noexcept { m_layer = layer; }
+    SurfaceLayer* layer() const noexcept { return m_layer; }
     /// What a control looks like, without what lies below it; no larger than the surface.
     QPixmap pictureOf(LiveControl& control);
 

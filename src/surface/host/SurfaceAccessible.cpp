@@ -185,8 +185,13 @@ void forget(const LiveControl& control)
 
 void forget(const Surface& surface)
 {
-    for (const auto& control : surface.controls())
-        forget(*control);
+    // The surface is going: nothing here may take memory.
+    for (const values::Ref<ControlArray>& array : surface.arrays()) {
+        for (int index = 0; index <= array->uBound(); ++index) {
+            if (const LiveControl* control = array->find(index))
+                forget(*control);
+        }
+    }
 }
 
 } // namespace zan::surface::SurfaceAccessible
