@@ -63,7 +63,8 @@ public:
         m_text->setTextFormat(Qt::PlainText);
         m_text->setAutoFillBackground(false);
         // A text of the site, an example in a large font: both are cut rather than the form made larger.
-        m_text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+        if (field.kind() != FieldKind::Caption)
+            m_text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
         adopt(m_text, false, parent);
     }
 

@@ -46,6 +46,8 @@ public:
         else
             addLine(field);
     }
+    /// A widget over the whole width, as high as it likes.
+    void addWide(QWidget* widget) { m_grid.addWidget(widget, m_next++, 0, 1, 2); }
     void addWhole(QWidget* widget)
     {
         m_grid.addWidget(widget, m_next, 0, 1, 2);
@@ -209,6 +211,26 @@ private:
         return layout;
     }
 
+    /// Whether a frame on the same spot as this one holds something that takes what room there is.
+    bool isTallSpot(const FieldRow& frame)
+    {
+        for (const Field& field : m_form.fields()) {
+            const Field* around = field.row().frame.isEmpty() ? nullptr : m_form.find(field.row().frame);
+            if (!around || around->row().tab != frame.tab || around->row().spot != frame.spot)
+                continue;
+            switch (field.kind()) {
+            case FieldKind::ListBox:
+            case FieldKind::ChannelList:
+            case FieldKind::MultilineText:
+            case FieldKind::Picture:
+                return true;
+            default:
+                break;
+            }
+        }
+        return false;
+    }
+
     void addField(std::size_t place, QWidget& parent, Lines& lines, std::map<int, QStackedWidget*>& spots)
     {
         const FieldRow& row = m_form.fields()[place].row();
@@ -224,7 +246,10 @@ private:
         if (row.spot > 0 && !spot) {
             spot = new QStackedWidget(&parent);
             spot->addWidget(new QWidget(spot)); // nothing, while none of its frames is to be seen
-            lines.addWhole(spot);
+            if (isTallSpot(row))
+                lines.addWhole(spot);
+            else
+                lines.addWide(spot);
         }
         FieldWidget& frame = make(place, row.spot > 0 ? *spot : parent);
         QHBoxLayout* content = columns(*frame.widget(), row.tab, row.name);
