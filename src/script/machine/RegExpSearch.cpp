@@ -1,5 +1,7 @@
 #include "script/machine/RegExpSearch.h"
 
+#include "values/RuntimeError.h"
+
 #include <algorithm>
 
 namespace zan::script {
@@ -96,7 +98,10 @@ QRegularExpressionMatch RegExpSearch::patiently(qsizetype place)
             m_text, place, QRegularExpression::NormalMatch,
             QRegularExpression::AnchorAtOffsetMatchOption | QRegularExpression::DontCheckSubjectStringMatchOption);
         m_progress(places);
-        if (found.hasMatch() || !found.isValid())
+        if (!found.isValid()) // nobody knows whether it is there: "no match" would be a guess
+            throw values::RuntimeError(values::ErrorNumber::OutOfStack,
+                                       QStringLiteral("The regular expression takes too many steps on this text"));
+        if (found.hasMatch())
             return found;
     }
     return {};

@@ -28,7 +28,7 @@ private:
 };
 
 /// Looks for the matches of a pattern in a text, in steps of which none takes long: after each the caller is told and
-/// may end the search by an error. A hostile pattern, which would take for ever at one place, ends without a match.
+/// may end the search by an error. A hostile pattern, which would take for ever at one place, is error 28.
 class RegExpSearch
 {
 public:
