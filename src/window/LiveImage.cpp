@@ -77,7 +77,8 @@ void LiveImage::apply(wrappers::iBenchControl& control, const LiveImage& from) c
     // A value may be refused while another one is still what it was (a minimum above the maximum): again, until all
     // that are left are refused.
     const auto put = [&](std::size_t place) {
-        const auto& [name, value] = m_values[place];
+        const values::Name name = m_values[place].first;
+        const values::Variant& value = m_values[place].second;
         return values::attempt([&] {
             if (value.isObject())
                 live->putReference(name, value);
