@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dialogs/SetupForm.h"
+#include "document/Elements.h"
 
 /// The steps and rows that setup forms share.
 namespace zan::dialogs {
@@ -30,6 +31,13 @@ void pickSwatchColour(SetupForm& form, Field& swatch);
 // The font.
 /// Takes the control's font, and a copy of it to be edited.
 void takeFont(SetupForm& form);
+/// On the format tab.
+inline constexpr FieldRow fontButton{.name = u"cmdFont",
+                                     .kind = FieldKind::Button,
+                                     .caption = u"F&ont",
+                                     .toolTip = FontButtonTip,
+                                     .tab = 1,
+                                     .click = pickFont};
 /// Gives the control the edited font when it differs; the control follows the window's font no longer.
 void applyFont(SetupForm& form);
 
@@ -47,11 +55,16 @@ void bindSelectedChannel(SetupForm& form);
 /// Makes the ACTION of the control's node where there is none.
 void ensureAction(SetupForm& form);
 
-// The tool tip.
+// The tool tip, on the format tab.
 inline constexpr QStringView TooltipName = u"txtTooltip";
-inline constexpr QStringView TooltipCaption = u"Tooltip Text";
-inline constexpr QStringView TooltipTip =
-    u"Enter the text to appear when the user holds the mouse pointer over the channel";
+inline constexpr FieldRow tooltipField{
+    .name = TooltipName,
+    .kind = FieldKind::Text,
+    .caption = u"Tooltip Text",
+    .toolTip = u"Enter the text to appear when the user holds the mouse pointer over the channel",
+    .tab = 1,
+    .at = At::Wrapper,
+    .value = &document::element::ToolTipText};
 
 /// Names of the data types, in the order of their indices.
 void fillDataTypes(SetupForm& form, Field& list);
