@@ -84,6 +84,7 @@ function(zan_fuzz)
     string(TOLOWER ${stem} stem)
     add_executable(fuzz_${stem} ${source})
     target_link_libraries(fuzz_${stem} PRIVATE ${FUZZ_LINK})
+    target_include_directories(fuzz_${stem} PRIVATE ${PROJECT_SOURCE_DIR})
     target_link_options(fuzz_${stem} PRIVATE -fsanitize=fuzzer)
     add_dependencies(fuzzers fuzz_${stem})
     # What tools/fuzz needs to know of the target: where its inputs and its dictionary lie.

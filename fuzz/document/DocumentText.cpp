@@ -3,26 +3,18 @@
 
 #include "document/Node.h"
 #include "document/XmlText.h"
+#include "fuzz/support/Require.h"
 
 #include <QByteArray>
 #include <QString>
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 
 using namespace zan::document;
+using zan::fuzz::require;
 
 namespace {
-
-void require(bool holds, const char* what)
-{
-    if (holds)
-        return;
-    std::fprintf(stderr, "broken: %s\n", what);
-    std::abort();
-}
 
 bool sameTree(const Node& a, const Node& b)
 {

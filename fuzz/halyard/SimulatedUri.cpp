@@ -1,26 +1,18 @@
 // Any text as the URI of a simulated logger: it is refused in one short line, or it makes memory whose bytes follow
 // from the time alone and whose numbers survive being read and written.
 
+#include "fuzz/support/Require.h"
 #include "halyard/SimulatedDriver.h"
 
 #include <QByteArray>
 #include <QString>
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 
 using namespace zan::halyard;
+using zan::fuzz::require;
 
 namespace {
-
-void require(bool holds, const char* what)
-{
-    if (holds)
-        return;
-    std::fprintf(stderr, "broken: %s\n", what);
-    std::abort();
-}
 
 bool isShortLine(const QString& error)
 {

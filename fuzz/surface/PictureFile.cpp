@@ -1,46 +1,19 @@
 // Any bytes as a picture file: refused with the number of the platform for it, or a picture of reasonable size that
 // can be measured and drawn.
 
+#include "fuzz/support/MemoryFile.h"
 #include "surface/host/Picture.h"
 
 #include <QGuiApplication>
 #include <QPainter>
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <sys/mman.h>
-#include <unistd.h>
 
 using namespace zan;
+using fuzz::MemoryFile;
+using fuzz::require;
 
 namespace {
-
-void require(bool holds, const char* what)
-{
-    if (holds)
-        return;
-    std::fprintf(stderr, "broken: %s\n", what);
-    std::abort();
-}
-
-/// A file that lies in memory only; its path leads through the process's own list of open files.
-class MemoryFile
-{
-public:
-    MemoryFile(const std::uint8_t* data, std::size_t size)
-        : m_number(memfd_create("picture", MFD_CLOEXEC))
-    {
-        require(m_number >= 0 && ::write(m_number, data, size) == ssize_t(size), "the fuzzer has its file");
-    }
-    ~MemoryFile() { close(m_number); }
-    MemoryFile(const MemoryFile&) = delete;
-    MemoryFile& operator=(const MemoryFile&) = delete;
-    QString path() const { return QStringLiteral("/proc/self/fd/%1").arg(m_number); }
-
-private:
-    int m_number;
-};
 
 /// What a panel does with a picture.
 void use(const surface::Picture& picture)

@@ -1,44 +1,17 @@
 // Any bytes as a scheme file: refused with a reason, or a scheme whose every window and channel can be read, looked
 // up and written to, and whose tree reads again as the same tree.
 
+#include "fuzz/support/MemoryFile.h"
 #include "trellis/SchemeFile.h"
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <sys/mman.h>
-#include <unistd.h>
 
 using namespace zan;
+using fuzz::MemoryFile;
+using fuzz::require;
 using trellis::SchemeFile;
 
 namespace {
-
-void require(bool holds, const char* what)
-{
-    if (holds)
-        return;
-    std::fprintf(stderr, "broken: %s\n", what);
-    std::abort();
-}
-
-/// A file that lies in memory only; its path leads through the process's own list of open files.
-class MemoryFile
-{
-public:
-    MemoryFile(const std::uint8_t* data, std::size_t size)
-        : m_number(memfd_create("scheme", MFD_CLOEXEC))
-    {
-        require(m_number >= 0 && ::write(m_number, data, size) == ssize_t(size), "the fuzzer has its file");
-    }
-    ~MemoryFile() { close(m_number); }
-    MemoryFile(const MemoryFile&) = delete;
-    MemoryFile& operator=(const MemoryFile&) = delete;
-    QString path() const { return QStringLiteral("/proc/self/fd/%1").arg(m_number); }
-
-private:
-    int m_number;
-};
 
 void exercise(site::Channel& channel)
 {

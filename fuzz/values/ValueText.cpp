@@ -1,6 +1,7 @@
 // Any text as a value: it is read as a number, a Boolean, a date or none of them; what is read has a text that reads
 // back to the same, and a text that is a number in plain digits means the same to every reader.
 
+#include "fuzz/support/Require.h"
 #include "values/Arithmetic.h"
 #include "values/Compare.h"
 #include "values/Convert.h"
@@ -9,20 +10,11 @@
 
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 
 using namespace zan::values;
+using zan::fuzz::require;
 
 namespace {
-
-void require(bool holds, const char* what)
-{
-    if (holds)
-        return;
-    std::fprintf(stderr, "broken: %s\n", what);
-    std::abort();
-}
 
 void checkNumber(const QString& text)
 {

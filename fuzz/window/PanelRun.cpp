@@ -5,6 +5,7 @@
 #include "Dice.h"
 #include "Grammar.h"
 
+#include "fuzz/support/Require.h"
 #include "support/FakeSite.h"
 #include "support/PointerScript.h"
 #include "surface/forms/RecordingForms.h"
@@ -31,6 +32,7 @@ using binding::Access;
 using binding::Object;
 using fuzz::Dice;
 using fuzz::Grammar;
+using fuzz::require;
 using trellis::SchemeFile;
 using values::Ref;
 using values::Variant;
@@ -38,14 +40,6 @@ using window::BenchWindow;
 using window::PanelEditor;
 
 namespace {
-
-void require(bool holds, const char* what)
-{
-    if (holds)
-        return;
-    std::fprintf(stderr, "broken: %s\n", what);
-    std::abort();
-}
 
 /// A logger whose scheme is a file.
 class SiteLogger final : public fake::FakeLogger
