@@ -68,6 +68,7 @@ const MemberTable& Live::members() const
         return MemberTable("Live", nullptr,
                            {
                                readOnly<&Live::Buffers>("Buffers"),
+                               readOnly<&Live::History>("History"),
                                method<&Live::ReadMemory>("ReadMemory"),
                                method<&Live::WriteChannel>("WriteChannel"),
                            });

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "site/History.h"
 #include "site/Scheme.h"
 
 #include <QObject>
@@ -81,6 +82,8 @@ class Live : public binding::Object
 {
 public:
     virtual Ref<LogBuffers> Buffers() = 0;
+    /// What is stored over time; Nothing for a logger that keeps no history.
+    virtual Ref<site::History> History() { return {}; }
     /// Raw unsigned word of 1 to 8 bytes at an address. Raises 5 for an address or a length that the logger does
     /// not have, and when nothing has been read there yet.
     virtual double ReadMemory(std::int32_t address, std::int16_t bytes) = 0;

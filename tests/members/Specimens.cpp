@@ -5,6 +5,7 @@
 #include "display/ValueBarControl.h"
 #include "script/ScriptControl.h"
 #include "site/NodeObject.h"
+#include "support/FakeHistory.h"
 #include "support/FakeSite.h"
 #include "surface/host/Picture.h"
 #include "surface/host/Surface.h"
@@ -97,6 +98,8 @@ void Specimens::addSite()
     add(Ref<fake::FakeLogger>(&logger));
     add(logger.link);
     add(logger.live);
+    logger.live->history = make<fake::FakeHistory>();
+    add(logger.live->history);
     add(logger.live->buffers);
     add(logger.live->buffers->buffers.front());
     add(logger.live->buffers->buffers.front()->records);

@@ -100,8 +100,10 @@ public:
     std::map<std::int32_t, double> memory; ///< what ReadMemory answers per address, whatever the length
     std::optional<RuntimeError> failure;   ///< raised by WriteChannel while set, after recording
     Ref<FakeBuffers> buffers = make<FakeBuffers>();
+    Ref<site::History> history; ///< Nothing unless a test gives one
 
     Ref<site::LogBuffers> Buffers() override { return buffers; }
+    Ref<site::History> History() override { return history; }
     double ReadMemory(std::int32_t address, std::int16_t bytes) override
     {
         const auto found = memory.find(address);
