@@ -85,7 +85,7 @@ struct Program
         const QFileInfo memory(QStringLiteral("/dev/shm"));
         return memory.isWritable() ? memory.filePath() : QDir::tempPath();
     }
-    QString file(const char* name) const { return folder.filePath(QString::fromLatin1(name)); }
+    QString file(const char* inFolder) const { return folder.filePath(QString::fromLatin1(inFolder)); }
     QString scheme() const { return file("panel.scheme"); }
 
     int count = 1;

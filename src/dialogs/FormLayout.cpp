@@ -24,9 +24,8 @@ constexpr int Narrow = 4;
 class Lines
 {
 public:
-    Lines(QGridLayout& grid, QWidget& parent)
+    explicit Lines(QGridLayout& grid)
         : m_grid(grid)
-        , m_parent(parent)
     {
         m_grid.setHorizontalSpacing(Gap);
         m_grid.setVerticalSpacing(Narrow);
@@ -119,7 +118,6 @@ private:
     }
 
     QGridLayout& m_grid;
-    QWidget& m_parent;
     QHBoxLayout* m_line = nullptr;
     FieldWidget* m_filter = nullptr;
     FieldWidget* m_caption = nullptr;
@@ -202,7 +200,7 @@ private:
             if (column == lines.end()) {
                 auto* grid = new QGridLayout;
                 layout->addLayout(grid, row.column == 0 ? 2 : 3);
-                column = lines.emplace(row.column, Lines(*grid, parent)).first;
+                column = lines.emplace(row.column, Lines(*grid)).first;
             }
             addField(place, parent, column->second, spots);
         }
