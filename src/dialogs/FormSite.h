@@ -23,6 +23,8 @@ public:
     /// What the step raises is raised here, too.
     virtual void edit(const QString& what, const Ref<wrappers::iBenchControl>& control,
                       const std::function<void()>& step) = 0;
+    /// Inside such a step: the channel is about to count one binding more or less, and undoing is to take that back.
+    virtual void counts(const Ref<site::Channel>& channel) = 0;
     /// Takes an error that no step of the form has trapped.
     virtual void reportError(const values::RuntimeError& error) = 0;
 };

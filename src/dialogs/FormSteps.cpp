@@ -2,6 +2,7 @@
 
 #include "document/Elements.h"
 #include "document/XMLOps.h"
+#include "values/Convert.h"
 
 #include <QScopeGuard>
 
@@ -190,6 +191,12 @@ void bindSelectedChannel(SetupForm& form)
         values::raise(values::ErrorNumber::ObjectNotSet);
     const QString key = row->key;
     form.control()->setChannel(site::findChannel(form.windows(), key));
+}
+
+void countUse(SetupForm& form, site::Channel& channel, int by)
+{
+    form.site().counts(Ref<site::Channel>(&channel));
+    channel.setUseCount(values::toInteger(values::Variant(std::int32_t(channel.UseCount()) + by)));
 }
 
 // Node ---------------------------------------------------------------------------------------------------------

@@ -52,6 +52,9 @@ void selectBoundChannel(SetupForm& form);
 /// Binds the control to the channel of the selected row, or to none.
 void bindSelectedChannel(SetupForm& form);
 
+/// The channel has one binding more, or one less. Raises 6 where the count has no room left.
+void countUse(SetupForm& form, site::Channel& channel, int by);
+
 /// Makes the ACTION of the control's node where there is none.
 void ensureAction(SetupForm& form);
 

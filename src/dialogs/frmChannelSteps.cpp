@@ -366,7 +366,7 @@ void releaseBinding(SetupForm& form)
     const Ref<site::Channel> channel = form.control()->Channel();
     if (!channel)
         return;
-    channel->setUseCount(values::toInteger(Variant(std::int32_t(channel->UseCount()) - 1)));
+    countUse(form, *channel, -1);
     if (channel->UseCount() < 0)
         channel->setUnits(QStringLiteral("0")); // COMPAT: the units, where the count was meant
 }
@@ -406,7 +406,7 @@ void bindChannel(SetupForm& form)
     const Ref<site::Channel> channel = values::given(channelAt(form, 1));
     control->setChannel(channel);
     control->setBindTo(window->Key() + QLatin1Char('|') + channel->Key());
-    channel->setUseCount(values::toInteger(Variant(std::int32_t(channel->UseCount()) + 1)));
+    countUse(form, *channel, 1);
 }
 
 } // namespace

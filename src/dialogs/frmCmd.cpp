@@ -231,7 +231,7 @@ void applySet(SetupForm& form)
     const QString key = row ? row->key : QString();
     control->setChannel(site::findChannel(form.windows(), key));
     if (const Ref<site::Channel> channel = control->Channel(); row && channel)
-        channel->setUseCount(values::toInteger(Variant(std::int32_t(channel->UseCount()) + 1)));
+        countUse(form, *channel, 1);
 }
 
 void applyVesper(SetupForm& form)

@@ -2,6 +2,7 @@
 
 #include "surface/host/LiveControl.h"
 #include "surface/host/PointerLoop.h"
+#include "values/Failure.h"
 
 #include <QScopeGuard>
 
@@ -77,6 +78,24 @@ void EditHistory::Command::watchStacking(std::vector<Ref<surface::LiveControl>> 
         const std::int32_t rank = control->rank();
         m_step->stacking.push_back({std::move(control), rank, rank});
     }
+}
+
+void EditHistory::Command::watchUse(const Ref<site::Channel>& channel)
+{
+    if (!records() || !channel)
+        return;
+    for (const UseChange& known : m_step->uses) {
+        if (known.channel == channel)
+            return;
+    }
+    UseChange change;
+    change.channel = channel;
+    const bool isTold = values::attempt([&change] {
+        change.before = change.channel->UseCount();
+        change.unitsBefore = change.channel->Units();
+    });
+    if (isTold && records())
+        m_step->uses.push_back(std::move(change));
 }
 
 void EditHistory::Command::added(const Ref<wrappers::iBenchControl>& control)

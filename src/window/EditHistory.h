@@ -47,6 +47,8 @@ public:
         void watchPanel();
         /// The stacking of these controls is the state before.
         void watchStacking(std::vector<Ref<surface::LiveControl>> controls);
+        /// The channel's count of its bindings is the state before. What a channel refuses to tell is not watched.
+        void watchUse(const Ref<site::Channel>& channel);
         /// The control has been placed in the list by the command.
         void added(const Ref<wrappers::iBenchControl>& control);
         /// The control is about to be taken out of the list.

@@ -2,7 +2,10 @@
 
 #include "surface/host/Surface.h"
 
+#include "values/Failure.h"
+
 #include <algorithm>
+#include <limits>
 
 namespace zan::window {
 
@@ -64,6 +67,19 @@ void restack(const StackChange& change, std::int32_t rank)
         surface->restack(*change.control, rank);
 }
 
+/// The count goes on from what it is by now: other controls may have come to the channel or left it meanwhile. A channel
+/// that refuses keeps what it has.
+void recount(const UseChange& change, int by, const QString& units, const QString& unitsFrom)
+{
+    values::attempt([&] {
+        const int count = int(change.channel->UseCount()) + by;
+        change.channel->setUseCount(std::int16_t(std::clamp<int>(count, std::numeric_limits<std::int16_t>::min(),
+                                                                 std::numeric_limits<std::int16_t>::max())));
+        if (units != unitsFrom && change.channel->Units() == unitsFrom)
+            change.channel->setUnits(units);
+    });
+}
+
 } // namespace
 
 TwipsRectangle measuresOf(const iBenchControl& control)
@@ -94,9 +110,17 @@ bool EditStep::finish(BenchWindow& window, const BenchControls& list)
     }
     for (StackChange& change : stacking)
         change.after = change.control->rank();
+    std::erase_if(uses, [](UseChange& change) {
+        return !values::attempt([&change] {
+            change.after = change.channel->UseCount();
+            change.unitsAfter = change.channel->Units();
+        });
+    });
     std::erase_if(controls, [](const ControlChange& change) { return !change.isChange(); });
     std::erase_if(stacking, [](const StackChange& change) { return change.before == change.after; });
-    return !controls.empty() || !places.empty() || !stacking.empty() || panel;
+    const bool changesUnits = std::any_of(
+        uses.begin(), uses.end(), [](const UseChange& change) { return change.unitsBefore != change.unitsAfter; });
+    return !controls.empty() || !places.empty() || !stacking.empty() || panel || changesUnits;
 }
 
 void EditStep::undo(BenchWindow& window, BenchControls& list)
@@ -117,6 +141,8 @@ void EditStep::undo(BenchWindow& window, BenchControls& list)
     }
     for (const StackChange& change : stacking)
         restack(change, change.before);
+    for (const UseChange& change : uses)
+        recount(change, change.before - change.after, change.unitsBefore, change.unitsAfter);
 }
 
 void EditStep::redo(BenchWindow& window, BenchControls& list)
@@ -136,6 +162,8 @@ void EditStep::redo(BenchWindow& window, BenchControls& list)
     }
     for (const StackChange& change : stacking)
         restack(change, change.after);
+    for (const UseChange& change : uses)
+        recount(change, change.after - change.before, change.unitsAfter, change.unitsBefore);
 }
 
 } // namespace zan::window

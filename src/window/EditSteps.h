@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/NodeImage.h"
+#include "site/Channel.h"
 #include "surface/host/LiveControl.h"
 #include "window/LiveImage.h"
 #include "window/PanelImage.h"
@@ -56,6 +57,16 @@ struct StackChange
     std::int32_t after = 0;
 };
 
+/// How many bindings a channel says that it has, before and after, and its units, which a count below 0 changes.
+struct UseChange
+{
+    Ref<site::Channel> channel;
+    std::int16_t before = 0;
+    std::int16_t after = 0;
+    QString unitsBefore;
+    QString unitsAfter;
+};
+
 /// What a command has changed of the panel itself.
 struct PanelChange
 {
@@ -70,6 +81,7 @@ struct EditStep
     std::vector<ControlChange> controls;
     std::vector<PlaceChange> places;
     std::vector<StackChange> stacking;
+    std::vector<UseChange> uses; ///< counts are not stored: no step is made of them alone
     std::optional<PanelChange> panel;
 
     /// Takes up the state after the command, and drops what has not changed or is no longer in the list. False when

@@ -12,6 +12,8 @@
 #include <QPointer>
 #include <QScopeGuard>
 
+#include <utility>
+
 namespace zan::window {
 
 using dialogs::FormDescription;
@@ -48,7 +50,14 @@ public:
             command.watchSettings(control);
         else
             command.watchPanel();
+        const auto end = qScopeGuard([this, outer = std::exchange(m_command, &command)] { m_command = outer; });
         step();
+    }
+
+    void counts(const Ref<site::Channel>& channel) override
+    {
+        if (m_command)
+            m_command->watchUse(channel);
     }
 
     void reportError(const values::RuntimeError& error) override
@@ -59,6 +68,7 @@ public:
 
 private:
     QPointer<BenchWindow> m_panel;
+    EditHistory::Command* m_command = nullptr; ///< the Apply that is under way
 };
 
 } // namespace
