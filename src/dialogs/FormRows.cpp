@@ -21,6 +21,9 @@ double numberOf(const Variant& value)
     return value.isText() ? values::val(value.text()) : values::toDouble(value);
 }
 
+/// Characters of a stored text that a message quotes.
+constexpr qsizetype MostQuoted = 80;
+
 double realNumber(const QString& text)
 {
     const double number = values::val(text);
@@ -88,9 +91,18 @@ void SetupForm::loadField(Field& field)
 {
     const FieldRow& row = field.row();
     const bool isAttribute = (row.at == At::Node || row.at == At::Action) && row.reads == Source::Attribute;
-    take(field, isAttribute
-                    ? Variant(document::XMLOps::GetAttribute(nodeOf(field), *row.value, row.fallback.toString()))
-                    : objectOf(field)->get(*row.value));
+    if (!isAttribute)
+        return take(field, objectOf(field)->get(*row.value));
+    const QString stored = document::XMLOps::GetAttribute(nodeOf(field), *row.value, row.fallback.toString());
+    try {
+        take(field, stored);
+    } catch (const values::RuntimeError& error) {
+        // Whoever cannot open the form is told which element of which control stands in the way.
+        throw values::RuntimeError(
+            error.number(),
+            QStringLiteral("\"%1\" cannot show %2 \"%3\" of the control %4: %5")
+                .arg(title(), row.value->text(), stored.left(MostQuoted), m_control->Key(), error.description()));
+    }
 }
 
 void SetupForm::take(Field& field, const Variant& value)
