@@ -17,6 +17,8 @@
 #include <QRegularExpressionValidator>
 #include <QSignalBlocker>
 
+#include <type_traits>
+
 namespace zan::dialogs {
 
 namespace {
@@ -29,9 +31,16 @@ QString shownText(const Field& field)
     return isDos ? surface::DosCharset::shown(field.text()) : field.text();
 }
 
+bool isDressed(const Field& field)
+{
+    return field.font() || field.foreColour() || field.backColour();
+}
+
 /// Font and colours of an example.
 void dress(QWidget& widget, const Field& field)
 {
+    if (!isDressed(field))
+        return;
     if (field.font())
         widget.setFont(field.font()->qfont());
     QPalette palette = widget.palette();
@@ -48,241 +57,209 @@ void dress(QWidget& widget, const Field& field)
         widget.setFixedHeight(values::twipsToPixels(field.height()));
 }
 
-bool isDressed(const Field& field)
+/// A field shown by one widget of the toolkit. SetUp makes it ready and connects it, Show gives it what the field holds.
+template <class Widget>
+class Shown : public FieldWidget
 {
-    return field.font() || field.foreColour() || field.backColour();
+public:
+    using SetUp = void (*)(Widget& widget, Shown& self);
+    using Show = void (*)(Widget& widget, const Field& field);
+
+    Shown(SetupForm& form, Field& field, QWidget* parent, bool hasLabel, SetUp setUp, Show shows)
+        : FieldWidget(form, field)
+        , m_shows(shows)
+        , m_shown(new Widget(parent))
+    {
+        setUp(*m_shown, *this);
+        adopt(m_shown, hasLabel, parent);
+    }
+    bool isTall() const override
+    {
+        return std::is_same_v<Widget, QPlainTextEdit> || std::is_same_v<Widget, PictureView>;
+    }
+    SetupForm& form() const noexcept { return m_form; }
+    Field& field() const noexcept { return m_field; }
+
+private:
+    void show() override { m_shows(*m_shown, m_field); }
+    Show m_shows;
+    Widget* m_shown;
+};
+
+// Label --------------------------------------------------------------------------------------------------------
+
+void setUpLabel(QLabel& label, Shown<QLabel>& self)
+{
+    label.setTextFormat(Qt::PlainText);
+    label.setAutoFillBackground(false);
+    // A text of the site, an example in a large font: both are cut rather than the form made larger.
+    if (self.field().kind() != FieldKind::Caption)
+        label.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 }
 
-class LabelWidget : public FieldWidget
+void showLabel(QLabel& label, const Field& field)
 {
-public:
-    LabelWidget(SetupForm& form, Field& field, QWidget* parent)
-        : FieldWidget(form, field)
-        , m_text(new QLabel(parent))
-    {
-        m_text->setTextFormat(Qt::PlainText);
-        m_text->setAutoFillBackground(false);
-        // A text of the site, an example in a large font: both are cut rather than the form made larger.
-        if (field.kind() != FieldKind::Caption)
-            m_text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-        adopt(m_text, false, parent);
-    }
+    label.setText(shownText(field));
+    label.setMinimumWidth(isDressed(field) ? 0 : label.sizeHint().width());
+    label.setAutoFillBackground(field.backColour().has_value());
+    dress(label, field);
+}
 
-private:
-    void show() override
-    {
-        m_text->setText(shownText(m_field));
-        m_text->setMinimumWidth(isDressed(m_field) ? 0 : m_text->sizeHint().width());
-        if (!isDressed(m_field))
-            return;
-        m_text->setAutoFillBackground(m_field.backColour().has_value());
-        dress(*m_text, m_field);
-    }
-    QLabel* m_text;
-};
+// Text ---------------------------------------------------------------------------------------------------------
 
-class LineWidget : public FieldWidget
+void setUpLine(QLineEdit& line, Shown<QLineEdit>& self)
 {
-public:
-    LineWidget(SetupForm& form, Field& field, QWidget* parent)
-        : FieldWidget(form, field)
-        , m_line(new QLineEdit(parent))
-    {
+    const FieldRow& row = self.field().row();
+    if (row.maxLength > 0)
+        line.setMaxLength(row.maxLength);
+    if (row.digitsOnly)
+        line.setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]*")), &line));
+    if (row.kind == FieldKind::Filter) {
+        line.setPlaceholderText(QObject::tr("Filter"));
+        line.setAccessibleName(QObject::tr("Filter"));
+        line.setClearButtonEnabled(true);
+    }
+    QObject::connect(&line, &QLineEdit::textChanged, &line,
+                     [&self](const QString& text) { self.form().userText(self.field(), text); });
+}
+
+void showLine(QLineEdit& line, const Field& field)
+{
+    if (line.text() != shownText(field)) {
+        // The limit is the keyboard's: what the program shows is never cut.
+        line.setMaxLength(32767);
+        line.setText(shownText(field));
+        line.setCursorPosition(0);
         if (field.row().maxLength > 0)
-            m_line->setMaxLength(field.row().maxLength);
-        if (field.row().digitsOnly)
-            m_line->setValidator(
-                new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]*")), m_line));
-        if (field.kind() == FieldKind::Filter) {
-            m_line->setPlaceholderText(QObject::tr("Filter"));
-            m_line->setAccessibleName(QObject::tr("Filter"));
-            m_line->setClearButtonEnabled(true);
-        }
-        adopt(m_line, field.kind() != FieldKind::Filter, parent);
-        QObject::connect(m_line, &QLineEdit::textChanged, m_line,
-                         [this](const QString& text) { m_form.userText(m_field, text); });
+            line.setMaxLength(std::max<int>(field.row().maxLength, int(field.text().size())));
     }
+    dress(line, field);
+}
 
-private:
-    void show() override
-    {
-        const QSignalBlocker silent(m_line);
-        if (m_line->text() != shownText(m_field)) {
-            // The limit is the keyboard's: what the program shows is never cut.
-            m_line->setMaxLength(32767);
-            m_line->setText(shownText(m_field));
-            m_line->setCursorPosition(0);
-            if (m_field.row().maxLength > 0)
-                m_line->setMaxLength(std::max<int>(m_field.row().maxLength, int(m_field.text().size())));
-        }
-        if (isDressed(m_field))
-            dress(*m_line, m_field);
+void setUpPage(QPlainTextEdit& page, Shown<QPlainTextEdit>& self)
+{
+    if (!self.field().row().wraps) {
+        page.setLineWrapMode(QPlainTextEdit::NoWrap);
+        page.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+        page.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     }
-    QLineEdit* m_line;
+    page.setTabChangesFocus(self.field().row().wraps);
+    page.setMinimumHeight(3 * page.fontMetrics().lineSpacing());
+    QObject::connect(&page, &QPlainTextEdit::textChanged, &page, [&page, &self] {
+        self.form().userText(self.field(), page.toPlainText().replace(QLatin1Char('\n'), QLatin1String("\r\n")));
+    });
+}
+
+void showPage(QPlainTextEdit& page, const Field& field)
+{
+    QString text = shownText(field);
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    if (page.toPlainText() != text)
+        page.setPlainText(text);
+    dress(page, field);
+}
+
+// Buttons ------------------------------------------------------------------------------------------------------
+
+void setUpButton(QPushButton& button, Shown<QPushButton>& self)
+{
+    button.setAutoDefault(false); // Enter presses nothing
+    button.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    QObject::connect(&button, &QPushButton::clicked, &button, [&self] { self.form().userClick(self.field()); });
+}
+
+void showButton(QPushButton& button, const Field& field)
+{
+    button.setText(shownText(field));
+    // Where room is short a button is as wide as its words, whatever width the style likes best.
+    button.setMinimumWidth(button.fontMetrics().horizontalAdvance(button.text()) + 2 * Padding);
+    dress(button, field);
+}
+
+/// What a box or an option shows is what the field holds, whatever came of the click.
+template <class Box>
+void setUpBox(Box& box, Shown<Box>& self)
+{
+    QObject::connect(&box, &Box::clicked, &box, [&self] {
+        self.form().userClick(self.field());
+        self.refresh();
+    });
+}
+
+void showCheck(QCheckBox& box, const Field& field)
+{
+    box.setText(shownText(field));
+    constexpr Qt::CheckState states[] = {Qt::Unchecked, Qt::Checked, Qt::PartiallyChecked};
+    box.setTristate(field.value() == 2);
+    box.setCheckState(states[field.value()]);
+    dress(box, field);
+}
+
+void showOption(QRadioButton& option, const Field& field)
+{
+    option.setText(field.caption());
+    // Of a group none may be chosen, which the toolkit's own rule does not know.
+    option.setAutoExclusive(false);
+    option.setChecked(field.isChecked());
+    option.setAutoExclusive(true);
+}
+
+// Frame, colour, picture ---------------------------------------------------------------------------------------
+
+void showFrame(QGroupBox& frame, const Field& field)
+{
+    frame.setTitle(field.caption().trimmed());
+}
+
+void setUpSwatch(SwatchButton& swatch, Shown<SwatchButton>& self)
+{
+    QObject::connect(&swatch, &SwatchButton::doubleClicked, &swatch,
+                     [&self] { self.form().userDoubleClick(self.field()); });
+}
+
+void showSwatch(SwatchButton& swatch, const Field& field)
+{
+    swatch.setColour(values::toQColor(field.backColour().value_or(values::WindowBackground), swatch.palette()));
+}
+
+void showPicture(PictureView& view, const Field& field)
+{
+    view.setPixmap(field.picture() ? field.picture()->pixmap() : QPixmap());
+}
+
+template <class Widget>
+void nothingToSetUp(Widget&, Shown<Widget>&)
+{}
+
+// Kinds --------------------------------------------------------------------------------------------------------
+
+enum class LabelBefore : bool { No, Yes };
+
+template <class Widget, typename Shown<Widget>::SetUp SetUp, typename Shown<Widget>::Show Show, LabelBefore label>
+std::unique_ptr<FieldWidget> makeShown(SetupForm& form, Field& field, QWidget* parent)
+{
+    return std::make_unique<Shown<Widget>>(form, field, parent, label == LabelBefore::Yes, SetUp, Show);
+}
+
+/// How each kind of field is shown; the kinds that stand nowhere here are lists.
+struct KindRow
+{
+    FieldKind kind;
+    std::unique_ptr<FieldWidget> (*make)(SetupForm& form, Field& field, QWidget* parent);
 };
 
-class PageWidget : public FieldWidget
-{
-public:
-    PageWidget(SetupForm& form, Field& field, QWidget* parent)
-        : FieldWidget(form, field)
-        , m_page(new QPlainTextEdit(parent))
-    {
-        m_page->setLineWrapMode(QPlainTextEdit::NoWrap);
-        m_page->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
-        m_page->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
-        m_page->setMinimumHeight(3 * m_page->fontMetrics().lineSpacing());
-        adopt(m_page, true, parent);
-        QObject::connect(m_page, &QPlainTextEdit::textChanged, m_page, [this] {
-            m_form.userText(m_field, m_page->toPlainText().replace(QLatin1Char('\n'), QLatin1String("\r\n")));
-        });
-    }
-    bool isTall() const override { return true; }
-
-private:
-    void show() override
-    {
-        const QSignalBlocker silent(m_page);
-        QString text = shownText(m_field);
-        text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-        if (m_page->toPlainText() != text)
-            m_page->setPlainText(text);
-        if (isDressed(m_field))
-            dress(*m_page, m_field);
-    }
-    QPlainTextEdit* m_page;
-};
-
-class ButtonWidget : public FieldWidget
-{
-public:
-    ButtonWidget(SetupForm& form, Field& field, QWidget* parent)
-        : FieldWidget(form, field)
-        , m_button(new QPushButton(parent))
-    {
-        m_button->setAutoDefault(false); // Enter presses nothing
-        m_button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-        adopt(m_button, false, parent);
-        QObject::connect(m_button, &QPushButton::clicked, m_button, [this] { m_form.userClick(m_field); });
-    }
-
-private:
-    void show() override
-    {
-        m_button->setText(shownText(m_field));
-        // Where room is short a button is as wide as its words, whatever width the style likes best.
-        m_button->setMinimumWidth(m_button->fontMetrics().horizontalAdvance(m_button->text()) + 2 * Padding);
-        if (isDressed(m_field))
-            dress(*m_button, m_field);
-    }
-    QPushButton* m_button;
-};
-
-class CheckWidget : public FieldWidget
-{
-public:
-    CheckWidget(SetupForm& form, Field& field, QWidget* parent)
-        : FieldWidget(form, field)
-        , m_box(new QCheckBox(parent))
-    {
-        adopt(m_box, false, parent);
-        QObject::connect(m_box, &QCheckBox::clicked, m_box, [this] {
-            m_form.userClick(m_field);
-            refresh(); // what it shows is what the field holds, whatever came of the click
-        });
-    }
-
-private:
-    void show() override
-    {
-        const QSignalBlocker silent(m_box);
-        m_box->setText(shownText(m_field));
-        constexpr Qt::CheckState states[] = {Qt::Unchecked, Qt::Checked, Qt::PartiallyChecked};
-        m_box->setTristate(m_field.value() == 2);
-        m_box->setCheckState(states[m_field.value()]);
-        if (isDressed(m_field))
-            dress(*m_box, m_field);
-    }
-    QCheckBox* m_box;
-};
-
-class OptionWidget : public FieldWidget
-{
-public:
-    OptionWidget(SetupForm& form, Field& field, QWidget* parent)
-        : FieldWidget(form, field)
-        , m_option(new QRadioButton(parent))
-    {
-        adopt(m_option, false, parent);
-        QObject::connect(m_option, &QRadioButton::clicked, m_option, [this] {
-            m_form.userClick(m_field);
-            refresh();
-        });
-    }
-
-private:
-    void show() override
-    {
-        const QSignalBlocker silent(m_option);
-        m_option->setText(m_field.caption());
-        // Of a group none may be chosen, which the toolkit's own rule does not know.
-        m_option->setAutoExclusive(false);
-        m_option->setChecked(m_field.isChecked());
-        m_option->setAutoExclusive(true);
-    }
-    QRadioButton* m_option;
-};
-
-class FrameWidget : public FieldWidget
-{
-public:
-    FrameWidget(SetupForm& form, Field& field, QWidget* parent)
-        : FieldWidget(form, field)
-        , m_frame(new QGroupBox(parent))
-    {
-        adopt(m_frame, false, parent);
-    }
-
-private:
-    void show() override { m_frame->setTitle(m_field.caption().trimmed()); }
-    QGroupBox* m_frame;
-};
-
-class SwatchWidget : public FieldWidget
-{
-public:
-    SwatchWidget(SetupForm& form, Field& field, QWidget* parent)
-        : FieldWidget(form, field)
-        , m_swatch(new SwatchButton(parent))
-    {
-        adopt(m_swatch, true, parent);
-        QObject::connect(m_swatch, &SwatchButton::doubleClicked, m_swatch,
-                         [this] { m_form.userDoubleClick(m_field); });
-    }
-
-private:
-    void show() override
-    {
-        m_swatch->setColour(
-            values::toQColor(m_field.backColour().value_or(values::WindowBackground), m_swatch->palette()));
-    }
-    SwatchButton* m_swatch;
-};
-
-class PictureWidget : public FieldWidget
-{
-public:
-    PictureWidget(SetupForm& form, Field& field, QWidget* parent)
-        : FieldWidget(form, field)
-        , m_view(new PictureView(parent))
-    {
-        adopt(m_view, false, parent);
-    }
-    bool isTall() const override { return true; }
-
-private:
-    void show() override { m_view->setPixmap(m_field.picture() ? m_field.picture()->pixmap() : QPixmap()); }
-    PictureView* m_view;
+constexpr KindRow kinds[] = {
+    {FieldKind::Label, makeShown<QLabel, setUpLabel, showLabel, LabelBefore::No>},
+    {FieldKind::Caption, makeShown<QLabel, setUpLabel, showLabel, LabelBefore::No>},
+    {FieldKind::Text, makeShown<QLineEdit, setUpLine, showLine, LabelBefore::Yes>},
+    {FieldKind::Filter, makeShown<QLineEdit, setUpLine, showLine, LabelBefore::No>},
+    {FieldKind::MultilineText, makeShown<QPlainTextEdit, setUpPage, showPage, LabelBefore::Yes>},
+    {FieldKind::Button, makeShown<QPushButton, setUpButton, showButton, LabelBefore::No>},
+    {FieldKind::CheckBox, makeShown<QCheckBox, setUpBox<QCheckBox>, showCheck, LabelBefore::No>},
+    {FieldKind::Option, makeShown<QRadioButton, setUpBox<QRadioButton>, showOption, LabelBefore::No>},
+    {FieldKind::Frame, makeShown<QGroupBox, nothingToSetUp<QGroupBox>, showFrame, LabelBefore::No>},
+    {FieldKind::Swatch, makeShown<SwatchButton, setUpSwatch, showSwatch, LabelBefore::Yes>},
+    {FieldKind::Picture, makeShown<PictureView, nothingToSetUp<PictureView>, showPicture, LabelBefore::No>},
 };
 
 } // namespace
@@ -314,35 +291,17 @@ void FieldWidget::refresh()
         m_widget->setVisible(m_field.isVisible());
     if (m_label)
         m_label->setVisible(m_field.isVisible());
+    const QSignalBlocker silent(m_widget); // what the program shows is nobody's input
     show();
 }
 
 std::unique_ptr<FieldWidget> makeFieldWidget(SetupForm& form, Field& field, QWidget* parent)
 {
-    switch (field.kind()) {
-    case FieldKind::Label:
-    case FieldKind::Caption:
-        return std::make_unique<LabelWidget>(form, field, parent);
-    case FieldKind::Text:
-    case FieldKind::Filter:
-        return std::make_unique<LineWidget>(form, field, parent);
-    case FieldKind::MultilineText:
-        return std::make_unique<PageWidget>(form, field, parent);
-    case FieldKind::Button:
-        return std::make_unique<ButtonWidget>(form, field, parent);
-    case FieldKind::CheckBox:
-        return std::make_unique<CheckWidget>(form, field, parent);
-    case FieldKind::Option:
-        return std::make_unique<OptionWidget>(form, field, parent);
-    case FieldKind::Frame:
-        return std::make_unique<FrameWidget>(form, field, parent);
-    case FieldKind::Swatch:
-        return std::make_unique<SwatchWidget>(form, field, parent);
-    case FieldKind::Picture:
-        return std::make_unique<PictureWidget>(form, field, parent);
-    default:
-        return makeListWidget(form, field, parent);
+    for (const KindRow& row : kinds) {
+        if (row.kind == field.kind())
+            return row.make(form, field, parent);
     }
+    return makeListWidget(form, field, parent);
 }
 
 } // namespace zan::dialogs

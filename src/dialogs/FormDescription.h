@@ -21,7 +21,7 @@ enum class FieldKind : std::uint8_t {
     Label,         ///< a text that stands for itself
     Caption,       ///< the label before the field that follows, as a field of its own
     Text,          ///< one line
-    MultilineText, ///< several, with both scroll bars
+    MultilineText, ///< several
     Button,
     CheckBox, ///< value 0, 1 or 2 (grey)
     Option,   ///< one of its group is chosen: the options of one frame, or of one tab outside of its frames
@@ -87,6 +87,7 @@ struct FieldRow
     int spot = 0;        ///< frames of one number lie on one spot: the visible one in front is what one sees
     int maxLength = 0;   ///< characters that can be typed; 0 for any number
     bool digitsOnly = false;
+    bool wraps = false; ///< of several lines: they break at the edge, instead of scroll bars on both sides
     // What it is before anything is loaded.
     QStringView text = {};
     bool enabled = true;

@@ -85,6 +85,7 @@ constexpr FieldRow fields[] = {
      .kind = FieldKind::MultilineText,
      .toolTip = u"Example given the current settings",
      .spoken = u"Example",
+     .wraps = true,
      .text = u"The quick brown fox jumps over the lazy dog"},
     {.name = u"cmdForeCol",
      .kind = FieldKind::Button,
