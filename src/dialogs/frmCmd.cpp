@@ -81,7 +81,7 @@ constexpr FieldRow fields[] = {
      .kind = FieldKind::Filter,
      .toolTip = u"Show only channels whose label, key or window contains this",
      .frame = u"fraSet"},
-    {.name = ChannelListName, .kind = FieldKind::ChannelList, .frame = u"fraSet"},
+    {.name = ChannelListName, .kind = FieldKind::ChannelList, .spoken = u"Channel", .frame = u"fraSet"},
 
     {.name = u"fraPut", .kind = FieldKind::Frame, .caption = u"PUT value to datalogger", .spot = 1},
     {.name = u"txtValue",

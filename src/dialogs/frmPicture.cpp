@@ -28,9 +28,9 @@ void browse(SetupForm& form, Field& button);
 constexpr FieldRow fields[] = {
     {.name = u"Label1", .kind = FieldKind::Label, .caption = u"Picture File"},
     // COMPAT: for showing only; what is typed there counts for nothing.
-    {.name = u"txtFile", .kind = FieldKind::Text},
+    {.name = u"txtFile", .kind = FieldKind::Text, .spoken = u"Picture File"},
     {.name = u"cmdBrowse", .kind = FieldKind::Button, .caption = u"&Browse", .click = browse},
-    {.name = u"Picture1", .kind = FieldKind::Picture},
+    {.name = u"Picture1", .kind = FieldKind::Picture, .spoken = u"Preview"},
     cancelButton,
     okButton,
 };
