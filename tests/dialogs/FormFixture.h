@@ -82,6 +82,18 @@ protected:
         QCoreApplication::sendEvent(window.focusWidget() ? window.focusWidget() : &window, &press);
     }
 
+    /// Gives a field of the form's window the keyboard and types.
+    static void typeInto(SetupForm& form, QStringView field, const QString& typed)
+    {
+        QDialog* dialog = form.dialog(nullptr);
+        dialog->show();
+        auto* widget = dialog->findChild<QWidget*>(field.toString());
+        ASSERT_TRUE(widget && widget->isVisible());
+        widget->setFocus();
+        for (const QChar letter : typed)
+            key(*dialog, Qt::Key(letter.toUpper().unicode()), letter);
+    }
+
     static QString tabs(SetupForm& form)
     {
         QStringList captions;

@@ -6,7 +6,11 @@
 #include <QDir>
 #include <QFile>
 #include <QGuiApplication>
+#include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QTemporaryDir>
+#include <QTextBlock>
+#include <QTextLayout>
 
 #include <utility>
 
@@ -133,6 +137,20 @@ TEST_F(FrmBenchProp, FieldsShowWhatThePanelHas)
         EXPECT_EQ(form.field(u"txtExample").foreColour(), Colour{255});
         EXPECT_EQ(form.field(u"txtExample").backColour(), Colour{65280});
         EXPECT_TRUE(surface::fontsEqual(*form.field(u"txtExample").font(), *panel->Font()));
+    });
+}
+
+TEST_F(FrmBenchProp, TheExampleBreaksItsLineWhereItsWindowEnds)
+{
+    load("");
+    openWindow([](SetupForm& form) {
+        QDialog* dialog = form.dialog(nullptr);
+        dialog->show();
+        QCoreApplication::processEvents();
+        const auto* page = dialog->findChild<QPlainTextEdit*>(QStringLiteral("txtExample"));
+        ASSERT_TRUE(page);
+        EXPECT_GT(page->document()->firstBlock().layout()->lineCount(), 1);
+        EXPECT_FALSE(page->horizontalScrollBar()->isVisible());
     });
 }
 

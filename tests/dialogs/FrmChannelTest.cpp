@@ -318,6 +318,37 @@ TEST_F(FrmChannel, ApplyingOneChannelTwiceKeepsItsUseCountLevel)
     });
 }
 
+TEST_F(FrmChannel, LettersTypedInTheListChooseTheFirstRowThatBeginsWithThem)
+{
+    load(boundLabel);
+    open([](SetupForm& form) {
+        ASSERT_EQ(form.field(u"lboChannels").listIndex(), 0);
+        typeInto(form, u"lboChannels", QStringLiteral("fl"));
+        EXPECT_EQ(text(form, u"lboChannels"), QStringLiteral("Flow - l/s"));
+    });
+}
+
+TEST_F(FrmChannel, UndoingAnApplyRestoresTheCountsOfBothChannelsAndTheUnitsOfTheOldOne)
+{
+    load(boundLabel);
+    channel("RTD", "LEVEL")->useCount = 0;
+    open([](SetupForm& form) {
+        form.userSelect(form.field(u"lboChannels"), 1);
+        press(form, u"cmdOK");
+    });
+    ASSERT_EQ(channel("RTD", "LEVEL")->useCount, -1);
+    ASSERT_EQ(channel("RTD", "LEVEL")->units, QStringLiteral("0"));
+    ASSERT_EQ(channel("RTD", "FLOW")->useCount, 1);
+    panel->Undo();
+    EXPECT_EQ(channel("RTD", "LEVEL")->useCount, 0);
+    EXPECT_EQ(channel("RTD", "LEVEL")->units, QStringLiteral("m"));
+    EXPECT_EQ(channel("RTD", "FLOW")->useCount, 0);
+    EXPECT_EQ(stored("BINDTO"), QStringLiteral("RTD|LEVEL"));
+    panel->Redo();
+    EXPECT_EQ(channel("RTD", "LEVEL")->useCount, -1);
+    EXPECT_EQ(channel("RTD", "LEVEL")->units, QStringLiteral("0"));
+}
+
 TEST_F(FrmChannel, ACountThatFallsBelowZeroPutsZeroIntoTheUnits)
 {
     load(boundLabel);

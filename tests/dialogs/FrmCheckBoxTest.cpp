@@ -284,6 +284,71 @@ TEST_F(FrmCheckBox, AFilterNarrowsTheRowsAndChangesNothingOfWhatIsChosen)
     EXPECT_EQ(stored("BINDTO"), QStringLiteral("RTD|FLOW"));
 }
 
+TEST_F(FrmCheckBox, LettersTypedInTheListChooseTheFirstRowThatBeginsWithThem)
+{
+    load(boundBox);
+    open([](SetupForm& form) {
+        typeInto(form, u"lvChannels", QStringLiteral("ba"));
+        EXPECT_EQ(text(form, u"lvChannels"), QStringLiteral("Battery"));
+        press(form, u"cmdOK");
+    });
+    EXPECT_EQ(stored("BINDTO"), QStringLiteral("LOGGER|BATT"));
+}
+
+TEST_F(FrmCheckBox, AUserWithoutAMouseGoesThroughAllOfIt)
+{
+    load(boundBox);
+    open([this](SetupForm& form) {
+        QDialog* dialog = form.dialog(nullptr);
+        dialog->show();
+        dialog->activateWindow();
+        QCoreApplication::processEvents();
+        const auto walkTo = [dialog](const char* name) {
+            for (int step = 0; step < 20; ++step) {
+                if (dialog->focusWidget() && dialog->focusWidget()->objectName() == QLatin1String(name))
+                    return;
+                key(*dialog, Qt::Key_Tab);
+            }
+            ADD_FAILURE() << name << " is not reached";
+        };
+        const auto write = [dialog](const char* letters) {
+            for (const QChar letter : QString::fromLatin1(letters))
+                key(*dialog, Qt::Key(letter.toUpper().unicode()), letter);
+        };
+        walkTo("lvChannels");
+        write("le");
+        walkTo("txtCheckedValue");
+        write("5");
+        key(*dialog, Qt::Key_Escape);
+        EXPECT_TRUE(form.isOpen());
+        EXPECT_EQ(stored("BINDTO"), QStringLiteral("RTD|LEVEL"));
+        EXPECT_EQ(storedAction("CHECKEDVALUE"), QStringLiteral("5"));
+        walkTo("qt_tabwidget_tabbar");
+        key(*dialog, Qt::Key_Right);
+        EXPECT_EQ(form.tab(), 1);
+        walkTo("txtTooltip");
+        write("tip");
+        walkTo("cmdOK");
+        key(*dialog, Qt::Key_Space);
+        QKeyEvent release(QEvent::KeyRelease, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "));
+        QCoreApplication::sendEvent(dialog->focusWidget(), &release);
+        EXPECT_FALSE(form.isOpen());
+    });
+    EXPECT_EQ(stored("TOOLTIPTEXT"), QStringLiteral("tip"));
+}
+
+TEST_F(FrmCheckBox, LettersTypedInANarrowedListFindWhatIsSeenOfIt)
+{
+    load(boundBox);
+    open([](SetupForm& form) {
+        type(form, u"txtFilter", QStringLiteral("RTD"));
+        typeInto(form, u"lvChannels", QStringLiteral("b"));
+        EXPECT_EQ(text(form, u"lvChannels"), QStringLiteral("Flow"));
+        typeInto(form, u"lvChannels", QStringLiteral("l"));
+        EXPECT_EQ(text(form, u"lvChannels"), QStringLiteral("Flow")) << "bl, which nothing begins with";
+    });
+}
+
 // Applying -------------------------------------------------------------------------------------------------------
 
 TEST_F(FrmCheckBox, CancelUndoesNothingThatAnEarlierApplyWrote)

@@ -1,5 +1,9 @@
 #include "FormFixture.h"
 
+#include "dialogs/SetupForms.h"
+
+#include <utility>
+
 namespace zan::dialogs {
 namespace {
 
@@ -13,6 +17,40 @@ std::string button(const char* action, const char* more = "")
     return std::string("<CONTROL><TYPE>VB.CommandButton</TYPE><ACTION>") + action + "</ACTION>" + more +
            "</CONTROL>";
 }
+
+/// A form on its own.
+class NoPanel : public FormSite
+{
+public:
+    surface::HostForms* forms() override { return nullptr; }
+    Ref<site::Logger> logger() override { return nullptr; }
+    void edit(const QString&, const Ref<wrappers::iBenchControl>&, const std::function<void()>& step) override
+    {
+        step();
+    }
+    void counts(const Ref<site::Channel>&) override {}
+    void reportError(const values::RuntimeError& error) override { throw error; }
+};
+
+/// A button that tells its font once.
+class FontOnce : public wrappers::iBenchControl
+{
+public:
+    explicit FontOnce(Ref<wrappers::iBenchControl> button)
+        : m_button(std::move(button))
+    {}
+    Ref<binding::Object> Control() const override { return m_button->Control(); }
+    document::Node XMLNode() const override { return m_button->XMLNode(); }
+    Ref<binding::Object> Font() const override
+    {
+        return std::exchange(m_isTold, true) ? nullptr : m_button->Font();
+    }
+    QString ToolTipText() const override { return QStringLiteral("Tip"); }
+
+private:
+    Ref<wrappers::iBenchControl> m_button;
+    mutable bool m_isTold = false;
+};
 
 TEST_F(FrmCmd, ANewButtonOpensAsSetChannelWithNoneAndItsActionIsThereFromThatMoment)
 {
@@ -165,6 +203,59 @@ TEST_F(FrmCmd, AFailureOutsideOfSetLeavesTheMenusHandlerAndNothingIsShown)
     EXPECT_FALSE(open([](SetupForm&) {}));
     EXPECT_FALSE(open([](SetupForm&) {}, 2));
     EXPECT_EQ(errors, (std::vector<int>{380, 380}));
+}
+
+TEST_F(FrmCmd, WhoeverCannotOpenItIsToldWhichElementOfWhichControlStandsInTheWay)
+{
+    load(button("<TYPE>SET</TYPE>", "<HIDEWHENPROTECTED>-1</HIDEWHENPROTECTED>").c_str());
+    QString told;
+    QObject::connect(panel.get(), &window::BenchWindow::runtimeError, panel.get(),
+                     [&told](int, const QString& text) { told = text; });
+    EXPECT_FALSE(open([](SetupForm&) {}));
+    EXPECT_EQ(told,
+              QStringLiteral("\"Command Button Setup\" cannot show HIDEWHENPROTECTED \"-1\" of the control @1: "
+                             "Invalid property value"));
+}
+
+/// From the selection of the bound row to the end of the filling.
+TEST_F(FrmCmd, WhileItIsFilledForSetAFailureIsPassedOverAndForAnotherActionItIsNot)
+{
+    load((button("<TYPE>SET</TYPE>") + button("<TYPE>PUT</TYPE>")).c_str());
+    const auto filled = [this](int place) {
+        const auto control = values::make<FontOnce>(wrapper(place));
+        const std::shared_ptr<SetupForm> form = SetupForm::make(frmCmd, std::make_shared<NoPanel>());
+        const int error = test::errorOf([&] { form->LoadControl(logger->scheme->windows, control); });
+        return std::pair(error, text(*form, u"txtTooltip"));
+    };
+    EXPECT_EQ(filled(1), std::pair(0, QStringLiteral("Tip")));
+    EXPECT_EQ(filled(2), std::pair(91, QString()));
+}
+
+TEST_F(FrmCmd, UndoingAnApplyTakesItsShareOfTheCountBackAndRedoingAddsItAgain)
+{
+    load(button("<TYPE>SET</TYPE>", "<BINDTO>RTD|LEVEL</BINDTO>").c_str());
+    open([](SetupForm& form) {
+        choose(form, u"lvChannels", QStringLiteral("Flow"));
+        press(form, u"cmdOK");
+    });
+    ASSERT_EQ(channel("RTD", "FLOW")->useCount, 1);
+    channel("RTD", "FLOW")->useCount = 4; // three other controls have come to it meanwhile
+    panel->Undo();
+    EXPECT_EQ(channel("RTD", "FLOW")->useCount, 3);
+    EXPECT_EQ(stored("BINDTO"), QStringLiteral("RTD|LEVEL"));
+    panel->Redo();
+    EXPECT_EQ(channel("RTD", "FLOW")->useCount, 4);
+}
+
+/// Of a count alone no step is made: it is not stored, and there would be nothing to see of it.
+TEST_F(FrmCmd, AnApplyThatOnlyCountsIsNoStep)
+{
+    load(button("<TYPE>SET</TYPE>", "<BINDTO>RTD|LEVEL</BINDTO>").c_str());
+    openAndPress(u"cmdOK");
+    const int steps = panel->EditCount();
+    openAndPress(u"cmdOK");
+    EXPECT_EQ(channel("RTD", "LEVEL")->useCount, 3);
+    EXPECT_EQ(panel->EditCount(), steps);
 }
 
 TEST_F(FrmCmd, AHideOfOneAndAHalfIsGreyAndCountsAsUnchecked)

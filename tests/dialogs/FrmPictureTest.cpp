@@ -52,6 +52,15 @@ TEST_F(FrmPicture, DefaultInAnyCaseIsTheLogoAndIsStoredInCapitals)
     EXPECT_TRUE(live(1)->get(values::Name("Picture")).object());
 }
 
+/// A load knows files only: the name of the logo is that of a file that is not there.
+TEST_F(FrmPicture, TheLogoIsShownByTheFormAndNotByALoad)
+{
+    load(control(QStringLiteral("DEFAULT")).c_str());
+    EXPECT_FALSE(live(1)->get(values::Name("Picture")).object());
+    EXPECT_EQ(stored("PICTUREFILE"), QStringLiteral("DEFAULT"));
+    EXPECT_TRUE(errors.empty());
+}
+
 TEST_F(FrmPicture, OkWithoutAFileRemovesTheElement)
 {
     load("<CONTROL><TYPE>VB.Picture</TYPE></CONTROL>");
