@@ -97,6 +97,45 @@ Sub SetUpLabel(form)
     form.Field("cmdOK").Click
 End Sub
 
+' The panel's own form: colours and font through their pickers, the grid, and the frame that its box switches.
+Host.OnForm "frmBenchProp", "SetUpPanel"
+Host.Answer "colour:8388608"
+Host.Answer "colour:12632256"
+Host.Answer "font:DejaVu Serif,11"
+Dim grid
+grid = Window.GridSize
+Host.WindowProperties
+Host.Assert opened = "frmBenchProp", "the form of the panel opens"
+Host.Assert Window.ForeColor = 8388608 And Window.BackColor = 12632256, "both colours are the panel's"
+Host.Assert Window.Font.Name = "DejaVu Serif" And Window.Font.Size = 11, "so is the font"
+Host.Assert Window.GridSize = 75 And Not Window.SnapToGrid, "and the grid"
+Host.Undo
+Host.Assert Window.GridSize = grid And Window.SnapToGrid, "all of it is one step"
+
+Sub SetUpPanel(form)
+    opened = form.Name
+    Host.Assert form.Title = "Window Properties", "its title"
+    Host.Assert form.Width = 4560 And form.Height = 4080, "its client area"
+    form.Field("cmdForeCol").Click
+    form.Field("cmdBackCol").Click
+    Host.Assert Host.Boxes.Item(Host.Boxes.Count).Text = "Select text colour", "the same title for both colours"
+    form.Field("cmdFont").Click
+    Host.Assert form.Field("txtExample").FontName = "DejaVu Serif", "the example shows the font"
+    Host.Assert form.Field("txtExample").BackColor = 12632256, "and the colour"
+    form.Tab = 1
+    form.Field("cbEnablePicture").Click
+    form.Field("cbEnablePicture").Click
+    Host.Assert Not form.Field("fraPicture").Enabled And form.Field("cbSnap").Enabled, "a frame is switched alone"
+    form.Field("cbEnablePicture").Click
+    form.Field("cbSnap").Click
+    form.Field("txtGrid").Text = "7a5"
+    Host.Assert form.Field("txtGrid").Text = "75", "the grid takes digits"
+    form.Field("cbEnablePicture").Click
+    form.Keys Chr(27)
+    Host.Assert form.IsOpen, "Esc applies"
+    form.Close
+End Sub
+
 ' A form that nobody fills in is recorded and closed.
 Host.OnForm "frmChannel", ""
 opened = ""

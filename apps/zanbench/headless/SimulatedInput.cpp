@@ -160,6 +160,18 @@ void SimulatedInput::type(const QString& text)
     });
 }
 
+void SimulatedInput::key(Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QWidget* focused = QApplication::focusWidget();
+        QWidget* receiver = focused ? focused : m_panel.data();
+        if (!receiver)
+            return;
+        QKeyEvent event(type, key, modifiers);
+        QApplication::sendEvent(receiver, &event);
+    }
+}
+
 void SimulatedInput::typeInto(QWidget& window, const QString& text)
 {
     typeWhere(text, [alive = QPointer<QWidget>(&window)]() -> QWidget* {

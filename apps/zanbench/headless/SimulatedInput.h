@@ -31,6 +31,8 @@ public:
     void hover(QPoint place);
     /// Types each character of the text; a line feed is the Enter key, a tab the Tab key.
     void type(const QString& text);
+    /// Presses and releases one key where the keyboard is.
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers);
     /// The same, into whatever has the keyboard of another window, which may go at any key.
     static void typeInto(QWidget& window, const QString& text);
 

@@ -4,6 +4,7 @@
 #include "zanbench/hostitem/ControlLookup.h"
 
 #include "surface/forms/RecordingForms.h"
+#include "surface/host/KeyCodes.h"
 #include "surface/host/Surface.h"
 #include "values/Twips.h"
 #include "window/BenchWindow.h"
@@ -114,6 +115,19 @@ void HostInput::Keys(const QString& text)
     SimulatedInput(panel()).type(text);
 }
 
+void HostInput::Key(std::int16_t code, std::optional<std::int16_t> shift, std::optional<std::int16_t> times)
+{
+    const Qt::Key key = surface::toolkitKey(code);
+    if (key == Qt::Key_unknown)
+        values::raise(ErrorNumber::InvalidCall, QStringLiteral("No key has the code %1.").arg(code));
+    Qt::KeyboardModifiers held;
+    held.setFlag(Qt::ShiftModifier, shift.value_or(0) & 1);
+    held.setFlag(Qt::ControlModifier, shift.value_or(0) & 2);
+    held.setFlag(Qt::AltModifier, shift.value_or(0) & 4);
+    for (int time = 0; time < times.value_or(1); ++time)
+        SimulatedInput(panel()).key(key, held);
+}
+
 const binding::MemberTable& HostInput::members() const
 {
     using C = HostInput;
@@ -127,6 +141,7 @@ const binding::MemberTable& HostInput::members() const
                                         method<&C::Drag>("Drag"),
                                         method<&C::Hover>("Hover"),
                                         method<&C::Keys>("Keys"),
+                                        method<&C::Key>("Key"),
                                     });
     });
 }

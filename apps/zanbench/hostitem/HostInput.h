@@ -8,7 +8,7 @@
 
 namespace zan::host {
 
-/// Mouse and keyboard: Click, DoubleClick, Press, Drag, Keys. What would hit nothing raises 5 and says why: a test
+/// Mouse and keyboard: Click, DoubleClick, Press, Drag, Hover, Keys, Key. What would hit nothing raises 5 and says why: a test
 /// whose click went nowhere must not look as if it had been made.
 class HostInput : public HostFamily
 {
@@ -28,6 +28,9 @@ public:
     void Hover(float x, float y);
     /// Types a text into whatever has the keyboard.
     void Keys(const QString& text);
+    /// Presses the key of a classic code (37 to 40 the arrows, 9 Tab, 46 Delete) with 1 Shift, 2 Ctrl and 4 Alt held, so
+    /// many times. Raises 5 for a code that no key has.
+    void Key(std::int16_t code, std::optional<std::int16_t> shift, std::optional<std::int16_t> times);
 
     const binding::MemberTable& members() const override;
 

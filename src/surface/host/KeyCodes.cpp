@@ -61,6 +61,19 @@ int classicKeyCode(Qt::Key key, bool onKeypad)
     return 0;
 }
 
+Qt::Key toolkitKey(int keyCode)
+{
+    if ((keyCode >= Qt::Key_0 && keyCode <= Qt::Key_9) || (keyCode >= Qt::Key_A && keyCode <= Qt::Key_Z))
+        return Qt::Key(keyCode);
+    if (keyCode >= FirstFunctionKey && keyCode < FirstFunctionKey + FunctionKeys)
+        return Qt::Key(Qt::Key_F1 + (keyCode - FirstFunctionKey));
+    for (const KeyRow& row : KeyRows) {
+        if (row.code == keyCode)
+            return row.key;
+    }
+    return Qt::Key_unknown;
+}
+
 int classicShift(Qt::KeyboardModifiers modifiers)
 {
     return (modifiers & Qt::ShiftModifier ? 1 : 0) | (modifiers & Qt::ControlModifier ? 2 : 0) |
