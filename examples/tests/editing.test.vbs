@@ -91,3 +91,21 @@ Do While Window.CanUndo
 Loop
 Host.Assert Window.Controls.Count = count And Window.EditCount = 0, "every edit can be taken back"
 Host.Hover left + 300, top + 200
+
+' The same by keys alone: the Tab key walks the controls, arrows move, with Ctrl they size, Delete removes.
+Const TabKey = 9, RightKey = 39, DeleteKey = 46, Shift = 1, Ctrl = 2
+Window.KeyboardEditing = True
+Host.Hover left + 300, top + 200
+Host.Key RightKey, Shift, 3
+Host.Assert Window.Controls(button).Left = left + 45, "three pixels to the right"
+Host.Key RightKey, Shift + Ctrl
+Host.Assert Window.EditCount = 4, "each key is a step"
+Host.Key TabKey
+Host.Key DeleteKey
+Host.Assert Window.Controls.Count = count - 1, "the next control is removed"
+Do While Window.CanUndo
+    Host.Undo
+Loop
+On Error Resume Next
+Host.Key 1000
+Host.Assert Err.Number = 5, "a code that no key has"

@@ -152,19 +152,27 @@ void typeWhere(const QString& text, Target target)
 
 } // namespace
 
+/// Where nobody has the keyboard the panel is given it, as a user does who turns to its window.
+QWidget* SimulatedInput::keyboard() const
+{
+    if (!QApplication::focusWidget() && m_panel) {
+        m_panel->activateWindow();
+        m_panel->setFocus();
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    }
+    QWidget* focused = QApplication::focusWidget();
+    return focused ? focused : m_panel.data();
+}
+
 void SimulatedInput::type(const QString& text)
 {
-    typeWhere(text, [this] {
-        QWidget* focused = QApplication::focusWidget();
-        return focused ? focused : m_panel.data();
-    });
+    typeWhere(text, [this] { return keyboard(); });
 }
 
 void SimulatedInput::key(Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
     for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-        QWidget* focused = QApplication::focusWidget();
-        QWidget* receiver = focused ? focused : m_panel.data();
+        QWidget* receiver = keyboard();
         if (!receiver)
             return;
         QKeyEvent event(type, key, modifiers);

@@ -42,6 +42,8 @@ private:
     void play(std::deque<std::function<void()>> steps);
     void mouse(QEvent::Type type, QPoint place, Qt::MouseButton button, Qt::MouseButtons held);
 
+    QWidget* keyboard() const;
+
     QPointer<QWidget> m_panel;
     QPointer<QWidget> m_pressed; // takes every event until its button is released
 };
