@@ -2,9 +2,9 @@
 
 #include "dialogs/ListWidgets.h"
 #include "dialogs/SwatchButton.h"
-#include "surface/text/DosCharset.h"
 #include "surface/text/MnemonicText.h"
 #include "surface/text/ToolTipText.h"
+#include "values/DosCharset.h"
 #include "values/Twips.h"
 
 #include <QCheckBox>
@@ -28,7 +28,7 @@ constexpr int Padding = 10;
 QString shownText(const Field& field)
 {
     const bool isDos = field.font() && field.font()->isDosCharset();
-    return isDos ? surface::DosCharset::shown(field.text()) : field.text();
+    return isDos ? values::DosCharset::shown(field.text()) : field.text();
 }
 
 bool isDressed(const Field& field)

@@ -4,8 +4,8 @@
 #include "surface/intrinsic/PictureBox.h"
 #include "surface/intrinsic/ProgressBar.h"
 #include "surface/intrinsic/Shape.h"
-#include "surface/text/DosCharset.h"
 #include "surface/text/TextPainter.h"
+#include "values/DosCharset.h"
 
 #include "support/ErrorOf.h"
 #include "support/Properties.h"
@@ -222,10 +222,10 @@ TEST_F(Painting, ADisabledLabelIsGreyed)
 
 TEST_F(Painting, DosCharactersAreShownAndKeptAsTheyWere)
 {
-    EXPECT_EQ(DosCharset::shown(QStringLiteral("A\u00c4\u00b3\u00f8")), QStringLiteral("A─│°"));
+    EXPECT_EQ(values::DosCharset::shown(QStringLiteral("A\u00c4\u00b3\u00f8")), QStringLiteral("A─│°"));
     for (char16_t character = 0x80; character <= 0xff; ++character) {
         const QString text = QChar(character);
-        EXPECT_EQ(DosCharset::stored(DosCharset::shown(text)), text) << int(character);
+        EXPECT_EQ(values::DosCharset::stored(values::DosCharset::shown(text)), text) << int(character);
     }
     const auto made = label({0, 0, 120, 20}, QStringLiteral("\u00db\u00db\u00db")); // three full blocks
     made->font()->setName(QStringLiteral("DejaVu Sans Mono"));

@@ -3,7 +3,7 @@
 #include "binding/MemberTable.h"
 #include "surface/host/Surface.h"
 #include "surface/ops/ControlOps.h"
-#include "surface/text/DosCharset.h"
+#include "values/DosCharset.h"
 
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -122,7 +122,7 @@ void TextBox::setDigitsOnly(bool digitsOnly)
 QString TextBox::shownText() const
 {
     QString shown = m_multiLine ? withSimpleLineEnds(m_text.left(LongestText)) : m_text.left(LongestLine);
-    return font()->isDosCharset() ? DosCharset::shown(shown) : shown;
+    return font()->isDosCharset() ? values::DosCharset::shown(shown) : shown;
 }
 
 void TextBox::takeEditedText(const QString& shown)
@@ -131,7 +131,7 @@ void TextBox::takeEditedText(const QString& shown)
         return;
     QString text = m_multiLine ? withClassicLineEnds(shown) : shown;
     if (font()->isDosCharset())
-        text = DosCharset::stored(text);
+        text = values::DosCharset::stored(text);
     if (m_maxLength > 0 && text.size() > m_maxLength) { // the many-line widget has no limit of its own
         text.truncate(m_maxLength);
         changed(Look);

@@ -1,6 +1,6 @@
 #include "surface/text/FontFace.h"
 
-#include "surface/text/DosCharset.h"
+#include "values/DosCharset.h"
 
 #include <QFontMetrics>
 #include <QHashFunctions>
@@ -103,7 +103,7 @@ const FontFace::Glyph& FontFace::lookUp(char16_t character)
 
 FontFace::Glyph FontFace::makeGlyph(char16_t character) const
 {
-    const QChar letter(m_key.dos ? DosCharset::shown(character) : character);
+    const QChar letter(m_key.dos ? values::DosCharset::shown(character) : character);
     Glyph glyph;
     if (!m_raw.isValid() || !isPlain(letter.unicode()))
         return glyph;

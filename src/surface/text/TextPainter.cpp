@@ -1,6 +1,6 @@
 #include "surface/text/TextPainter.h"
 
-#include "surface/text/DosCharset.h"
+#include "values/DosCharset.h"
 
 #include <QPainter>
 #include <QTextLayout>
@@ -312,7 +312,7 @@ TextPainter::Layout& TextPainter::layoutOf(const QString& text, FontFace& face, 
     if (Layout* known = m_layouts.object(key))
         return *known;
     auto laidOut = std::make_unique<Layout>();
-    QString shown = face.isDos() ? DosCharset::shown(text) : text;
+    QString shown = face.isDos() ? values::DosCharset::shown(text) : text;
     shown.replace(QLatin1String("\r\n"), QLatin1String("\n"));
     shown.replace(QLatin1Char('\r'), QLatin1Char('\n'));
     shown.replace(QLatin1Char('\n'), QChar(QChar::LineSeparator));

@@ -1,10 +1,10 @@
-#include "surface/text/DosCharset.h"
+#include "values/DosCharset.h"
 
 #include <QHash>
 
 #include <array>
 
-namespace zan::surface::DosCharset {
+namespace zan::values::DosCharset {
 
 namespace {
 
@@ -50,4 +50,4 @@ QString stored(const QString& text)
     return result;
 }
 
-} // namespace zan::surface::DosCharset
+} // namespace zan::values::DosCharset
