@@ -67,6 +67,7 @@ const MemberTable& SchemeWindows::members() const
                                readOnly<&SchemeWindows::Count>("Count"),
                                readOnly<&SchemeWindows::Item>("Item").asDefault(),
                                method<&SchemeWindows::Add>("Add"),
+                               method<&SchemeWindows::Remove>("Remove"),
                                method<&SchemeWindows::createWindow>("CreateWindow"),
                                method<&SchemeWindows::createChannel>("CreateChannel"),
                            });

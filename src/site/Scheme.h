@@ -35,6 +35,9 @@ public:
     /// Adds a window under a key and returns the stored window, which may be another object than the one given.
     /// Raises 457 for a key that exists.
     virtual Ref<SchemeWindow> Add(const Ref<SchemeWindow>& window, const QString& key) = 0;
+    /// Takes a window out of the scheme, by index from 1 or by key (case ignored); whoever holds it goes on holding it.
+    /// Raises 5 for an unknown key, 9 for an index outside.
+    virtual void Remove(const Variant& indexOrKey) = 0;
     /// A new window record that belongs to no scheme yet.
     virtual Ref<SchemeWindow> createWindow() = 0;
     /// A new channel that belongs to no window yet, its value Empty and its parameters those of a plain byte.

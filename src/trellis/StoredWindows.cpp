@@ -66,6 +66,15 @@ Ref<site::SchemeWindow> StoredWindows::Add(const Ref<site::SchemeWindow>& window
     return stored;
 }
 
+void StoredWindows::Remove(const Variant& indexOrKey)
+{
+    const ElementIndex::Entry* entry = m_windows.item(indexOrKey);
+    if (!entry)
+        values::raise(ErrorNumber::InvalidCall);
+    m_root.removeChild(entry->node);
+    markChanged(m_root);
+}
+
 Ref<site::SchemeWindow> StoredWindows::createWindow()
 {
     return newWindow();

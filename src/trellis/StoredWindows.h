@@ -15,6 +15,7 @@ public:
     /// A window of a stored scheme that stands in no tree yet is taken in itself; of any other window a copy
     /// is. Raises 91 for none, 457 for a key that exists.
     Ref<site::SchemeWindow> Add(const Ref<site::SchemeWindow>& window, const QString& key) override;
+    void Remove(const Variant& indexOrKey) override;
     Ref<site::SchemeWindow> createWindow() override;
     Ref<site::Channel> createChannel() override;
 

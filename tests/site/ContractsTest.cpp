@@ -61,7 +61,7 @@ std::vector<ContractRow> contracts()
         {"SchemeWindows",
          logger->scheme->windows,
          "Item",
-         {"Count", "Item", "Add", "CreateWindow", "CreateChannel"}},
+         {"Count", "Item", "Add", "Remove", "CreateWindow", "CreateChannel"}},
         {"SchemeWindow", logger->scheme->windows->windows[0], "Item", {"Key", "XML", "Count", "Item", "Add"}},
         {"Channel",
          logger->channel(QStringLiteral("RTD"), QStringLiteral("Flow")),

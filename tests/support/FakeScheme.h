@@ -87,6 +87,8 @@ public:
     }
     Node node; ///< the window node
     std::vector<Ref<FakeChannel>> channels;
+    std::function<void()> onCount, onChannel, onAddChannel; ///< called by Count, Item, Add
+    bool givesChannels = true, storesChannels = true;       ///< false: Item, Add give Nothing
 
     /// The channel of this key, added when the window does not have it.
     Ref<FakeChannel> channel(const QString& key)
@@ -101,14 +103,25 @@ public:
     QString Key() const override { return node.child(Name("KEY")).text(); }
     void setKey(const QString& key) override { node.child(Name("KEY")).setText(key); }
     Node XML() const override { return node; }
-    std::int32_t Count() const override { return std::int32_t(channels.size()); }
+    std::int32_t Count() const override
+    {
+        if (onCount)
+            onCount();
+        return std::int32_t(channels.size());
+    }
     Ref<site::Channel> Item(const Variant& indexOrKey) override
     {
+        if (onChannel)
+            onChannel();
         const auto place = placeOf(channels, indexOrKey);
-        return place ? Ref<site::Channel>(channels[*place]) : nullptr;
+        return place && givesChannels ? Ref<site::Channel>(channels[*place]) : nullptr;
     }
     Ref<site::Channel> Add(const Ref<site::Channel>& channel, const QString& key = {}) override
     {
+        if (onAddChannel)
+            onAddChannel();
+        if (!storesChannels)
+            return {};
         const Ref<FakeChannel> own(dynamic_cast<FakeChannel*>(channel.get()));
         if (!own)
             values::raise(ErrorNumber::TypeMismatch);
@@ -130,8 +143,11 @@ public:
     Node root = document.createElement(Name("SCHEME"));
     std::vector<Ref<FakeWindow>> windows;
     std::optional<RuntimeError> failure; ///< raised by Item while set
-    std::function<void()> onItem, onCreate, onAdd;
+    std::function<void()> onItem, onCreate, onAdd, onRemove;
+    std::function<void()> onCreateChannel;
+    std::function<void(FakeWindow&)> onStored;      ///< called with each window that Add has stored
     bool makesWindows = true, storesWindows = true; ///< false: createWindow, Add give Nothing
+    bool makesChannels = true;                      ///< false: createChannel gives Nothing
 
     FakeWindows() { document.appendChild(root); }
     std::int32_t Count() const override { return std::int32_t(windows.size()); }
@@ -158,7 +174,19 @@ public:
         own->setKey(key);
         root.appendChild(own->node);
         windows.push_back(own);
+        if (onStored)
+            onStored(*own);
         return own;
+    }
+    void Remove(const Variant& indexOrKey) override
+    {
+        if (onRemove)
+            onRemove();
+        const auto place = placeOf(windows, indexOrKey);
+        if (!place)
+            values::raise(ErrorNumber::InvalidCall);
+        root.removeChild(windows[*place]->node);
+        windows.erase(windows.begin() + std::ptrdiff_t(*place));
     }
     Ref<site::SchemeWindow> createWindow() override
     {
@@ -166,7 +194,12 @@ public:
             onCreate();
         return makesWindows ? make<FakeWindow>(document) : nullptr;
     }
-    Ref<site::Channel> createChannel() override { return make<FakeChannel>(); }
+    Ref<site::Channel> createChannel() override
+    {
+        if (onCreateChannel)
+            onCreateChannel();
+        return makesChannels ? make<FakeChannel>() : nullptr;
+    }
 };
 
 class FakeScheme : public site::Scheme

@@ -175,6 +175,22 @@ TEST_F(StoredWindowTest, EditingControlsLeavesTheIndexStanding)
     EXPECT_TRUE(rtd->Item(key("Stage")));
 }
 
+TEST_F(StoredWindowTest, AWindowThatIsRemovedLeavesTheSchemeAndLivesOnWithWhoHoldsIt)
+{
+    windows->Remove(key("rtd"));
+    EXPECT_EQ(windows->Count(), 2);
+    EXPECT_TRUE(scheme->isChanged());
+    EXPECT_FALSE(rtd->XML().parent());
+    EXPECT_EQ(rtd->Count(), 4);
+    EXPECT_NE(windows->Item(key("RTD")).get(), rtd.get()) << "the second one of the key is found now";
+    windows->Remove(Variant(2));
+    EXPECT_FALSE(windows->Item(key("RTD")));
+    EXPECT_EQ(errorOf([&] { windows->Remove(key("RTD")); }), 5);
+    EXPECT_EQ(errorOf([&] { windows->Remove(Variant(2)); }), 9);
+    const auto again = windows->Add(rtd, QStringLiteral("RTD"));
+    EXPECT_EQ(again.get(), rtd.get());
+}
+
 TEST_F(StoredWindowTest, AddAppendsTheChannelUnderItsKey)
 {
     const auto channel = windows->createChannel();
