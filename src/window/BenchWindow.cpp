@@ -289,6 +289,12 @@ void BenchWindow::SaveWindow()
     m_document->save();
 }
 
+bool BenchWindow::ImportKeel(const QString& KeelFile)
+{
+    m_document->import(KeelFile);
+    return false;
+}
+
 void BenchWindow::Refresh()
 {
     m_document->controls()->ScanControls();

@@ -125,6 +125,14 @@ public:
     /// silent and leaves the document's mark of changes as it was.
     void SaveWindow();
 
+    /// Lays out a window of an older text terminal and stores it in the logger's scheme as "KEEL": navy, its texts and
+    /// values at their places of the character grid, a connect button at the top. COMPAT: the answer is always False. A
+    /// failure reaches the caller, with the window as far as it was built and drawing stopped until
+    /// WindowOps::UnlockUpdates: 91 without a logger, 53, 75 and 321 for a file that is missing, cannot be read or is no
+    /// such window (its text names line and column), 6 for a place that no control can stand at, and what logger and
+    /// scheme raise.
+    bool ImportKeel(const QString& KeelFile);
+
     /// Opens the progress window, empty, over this panel; it follows the logger until that has finished.
     void ShowProgress();
     /// The progress window while it is open; null once it has been closed, by whomever.

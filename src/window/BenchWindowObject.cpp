@@ -54,6 +54,7 @@ const binding::MemberTable& BenchWindowObject::members() const
                 readOnly<&C::EditCount>("EditCount"),
                 readOnly<&C::CurrentWindow>("CurrentWindow"),
                 method<&C::ShowProgress>("ShowProgress"),
+                method<&C::ImportKeel>("ImportKeel"),
                 readOnly<&C::Host>("Host"),
             });
     });

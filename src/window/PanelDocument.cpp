@@ -10,6 +10,7 @@
 #include "window/BenchWindowObject.h"
 #include "window/ControlFactory.h"
 #include "window/ControlTypes.h"
+#include "window/KeelImport.h"
 #include "window/PanelDesign.h"
 #include "window/PanelEditor.h"
 #include "window/PanelEvents.h"
@@ -130,6 +131,15 @@ void PanelDocument::announceChange(void (BenchWindow::*signal)())
     values::atBoundary([&] { Q_EMIT(m_panel.*signal)(); }, report);
 }
 
+/// What tells that a call has ended that took the window shown off the panel, however it ended.
+std::function<void()> PanelDocument::announceEntered()
+{
+    return [panel = QPointer<BenchWindow>(&m_panel)] {
+        if (panel)
+            panel->document().announceChange(&BenchWindow::WindowEntered);
+    };
+}
+
 const Node& PanelDocument::container()
 {
     if (!m_container)
@@ -171,10 +181,7 @@ void PanelDocument::load(const QString& key)
     const QPointer<BenchWindow> alive(&m_panel);
     const QString wanted = key;
     announceChange(&BenchWindow::WindowLeaving);
-    const auto entered = qScopeGuard([panel = QPointer<BenchWindow>(&m_panel)] {
-        if (panel)
-            panel->document().announceChange(&BenchWindow::WindowEntered);
-    });
+    const auto entered = qScopeGuard(announceEntered());
     if (!alive)
         return;
     const std::uint32_t load = ++m_loads;
@@ -229,6 +236,34 @@ Node PanelDocument::applyContainer()
     return siteMap.node;
 }
 
+void PanelDocument::import(const QString& file)
+{
+    const QPointer<BenchWindow> alive(&m_panel);
+    const QString wanted = file;
+    announceChange(&BenchWindow::WindowLeaving);
+    const auto entered = qScopeGuard(announceEntered());
+    if (alive)
+        KeelImport(m_panel, m_surface).run(wanted);
+}
+
+void PanelDocument::enter(const Ref<site::SchemeWindow>& window)
+{
+    const QPointer<BenchWindow> alive(&m_panel);
+    const std::uint32_t load = ++m_loads;
+    const Node tree = window->XML();
+    if (!alive || m_loads != load)
+        return;
+    if (!tree)
+        values::raise(ErrorNumber::ObjectNotSet);
+    const Node settings = m_container;
+    m_currentWindow = window;
+    m_container = wrappers::findOrAppend(tree, element::Container);
+    for (Node child = settings.firstChildElement(); child; child = child.nextSiblingElement())
+        SetAttribute(m_container, child.name(), child.text());
+    m_panel.editor().leaveWindow();
+    controls()->setXMLNode(tree);
+}
+
 void PanelDocument::update()
 {
     if (!m_currentWindow)
@@ -257,10 +292,7 @@ void PanelDocument::clear()
 {
     const QPointer<BenchWindow> alive(&m_panel);
     announceChange(&BenchWindow::WindowLeaving);
-    const auto entered = qScopeGuard([panel = QPointer<BenchWindow>(&m_panel)] {
-        if (panel)
-            panel->document().announceChange(&BenchWindow::WindowEntered);
-    });
+    const auto entered = qScopeGuard(announceEntered());
     if (!alive)
         return;
     const Ref<wrappers::BenchControls> list = controls();

@@ -6,6 +6,7 @@
 #include "wrappers/BenchControls.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 namespace zan::surface {
@@ -36,12 +37,19 @@ public:
     void load(const QString& key);
     /// Empties the panel; a fresh window of no scheme is the one that is edited from then on.
     void clear();
+    /// Lays out a window of an older terminal.
+    void import(const QString& file);
+    /// A window of the scheme that has no controls yet becomes the one that is edited, with the settings that have been
+    /// made since the panel was cleared. Raises 91 for a window without a tree.
+    void enter(const Ref<site::SchemeWindow>& window);
     /// Stores in the document what the panel shows.
     void update();
     /// The same, and has the scheme save. A save that fails is silent.
     void save();
 
     const Ref<site::SchemeWindow>& currentWindow() const noexcept { return m_currentWindow; }
+    /// How often another window has become the one that is edited. Who builds one looks whether it still is.
+    std::uint32_t loads() const noexcept { return m_loads; }
     /// Empty once the panel has ended.
     const Ref<wrappers::BenchControls>& controlsOrNothing() const noexcept { return m_controls; }
     /// Raises 91 once the panel has ended.
@@ -58,15 +66,17 @@ public:
     SiteMapPlacement& siteMap() const noexcept { return *m_siteMap; }
     ControlFactory& factory() const noexcept { return *m_factory; }
     wrappers::ControlTypes controlTypes() const override;
+    /// The windows of the logger's scheme; Nothing when the scheme has none. Raises 91 without a logger or a scheme.
+    Ref<site::SchemeWindows> schemeWindows() override;
 
 private:
     Ref<wrappers::iBenchControl> createControl(const QString& type) override;
-    Ref<site::SchemeWindows> schemeWindows() override;
     void discardControl(const Ref<binding::Object>& control) override;
     void restoreControl(const wrappers::PlacedControl& placed) override;
     void reportError(const values::RuntimeError& error) override;
 
     void announceChange(void (BenchWindow::*signal)());
+    std::function<void()> announceEntered();
     Ref<site::SchemeWindow> storedWindow(const QString& key);
     Ref<site::SchemeWindow> unsavedWindow();
     document::Node applyContainer();
@@ -79,7 +89,7 @@ private:
     Ref<site::SchemeWindow> m_currentWindow;
     document::Node m_container; // null while the current window's has not been needed yet
     std::unique_ptr<SiteMapPlacement> m_siteMap;
-    std::uint32_t m_loads = 0; // how often another window has become the one that is edited
+    std::uint32_t m_loads = 0;
 };
 
 } // namespace zan::window
