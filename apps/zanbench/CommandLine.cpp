@@ -225,6 +225,25 @@ Parsed<WindowsOptions> parseWindows(const QStringList& arguments)
     return {WindowsOptions{parser.positional()}, {}, Success};
 }
 
+Parsed<ImportOptions> parseImport(const QStringList& arguments)
+{
+    OptionParser parser(
+        QStringLiteral("import"),
+        QStringLiteral("Usage: zanbench import FILE [--scheme SCHEME] [--out SCHEME]\n"
+                       "Lays a window of an older text terminal out as the window KEEL of a scheme. "
+                       "Without a scheme\nit is only read, and counted.\n"));
+    const QString scheme = QStringLiteral("scheme"), out = QStringLiteral("out");
+    parser.option(scheme, QStringLiteral("SCHEME"),
+                  QStringLiteral("Import into this scheme file, whose window KEEL is replaced."));
+    parser.option(out, QStringLiteral("SCHEME"),
+                  QStringLiteral("Write the scheme to this new file, instead of over the one that it came from."));
+    if (!parser.read(arguments, 1))
+        return parser.answer<ImportOptions>();
+    if (parser.positional().isEmpty())
+        return parser.misuse<ImportOptions>(QStringLiteral("The file to import is missing."));
+    return {ImportOptions{parser.positional(), parser.text(scheme), parser.text(out)}, {}, Success};
+}
+
 QString versionText()
 {
     return QStringLiteral("zanbench %1\n").arg(QStringLiteral(ZANBENCH_VERSION));

@@ -65,6 +65,14 @@ struct WindowsOptions
     QString scheme;
 };
 
+/// `zanbench import`.
+struct ImportOptions
+{
+    QString file;   ///< the older window
+    QString scheme; ///< what it is imported into; empty: a scheme of its own
+    QString out;    ///< where the scheme is written; empty: where it came from, or nowhere
+};
+
 /// Pixels of the largest picture that is drawn, and of the largest panel of a run without a screen: 128 MB.
 constexpr qint64 LargestPictureArea = 32 * 1024 * 1024;
 
@@ -84,6 +92,7 @@ Parsed<ShotOptions> parseShot(const QStringList& arguments);
 Parsed<ScriptOptions> parseScript(const QStringList& arguments);
 Parsed<TestOptions> parseTest(const QStringList& arguments);
 Parsed<WindowsOptions> parseWindows(const QStringList& arguments);
+Parsed<ImportOptions> parseImport(const QStringList& arguments);
 
 /// How to open a scheme: the first half of the general help.
 QString openHelp();

@@ -77,6 +77,7 @@ const std::vector<Command>& commands()
         {QStringLiteral("script"), QStringLiteral("Run a script file, on a panel or without one."), &runScript},
         {QStringLiteral("test"), QStringLiteral("Run the script tests of a folder."), &runTests},
         {QStringLiteral("windows"), QStringLiteral("List the windows of a scheme."), &runWindows},
+        {QStringLiteral("import"), QStringLiteral("Lay out a window of an older text terminal."), &runImport},
     };
     return all;
 }

@@ -29,6 +29,9 @@ ExitCode runTests(const QStringList& arguments, ProcessArguments process);
 /// `zanbench windows`.
 ExitCode runWindows(const QStringList& arguments, ProcessArguments process);
 
+/// `zanbench import`.
+ExitCode runImport(const QStringList& arguments, ProcessArguments process);
+
 /// A command named by the first word of the command line.
 struct Command
 {

@@ -15,6 +15,8 @@ HostActions::HostActions(QObject* parent)
     save = make(QStringLiteral("save"), QStringLiteral("&Save"), QKeySequence::Save);
     saveAs = make(QStringLiteral("saveAs"), QStringLiteral("Save &as..."),
                   QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
+    importOlder = make(QStringLiteral("importOlder"), QStringLiteral("&Import..."), {});
+    importOlder->setToolTip(QStringLiteral("Lay out a window of an older text terminal"));
     quit = make(QStringLiteral("quit"), QStringLiteral("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q));
     undo = make(QStringLiteral("undo"), QStringLiteral("&Undo"), QKeySequence::Undo);
     redo = make(QStringLiteral("redo"), QStringLiteral("&Redo"), QKeySequence::Redo);
@@ -71,6 +73,8 @@ void HostActions::fillMenus(QMenuBar& bar, QAction* showWindowList)
     file->addSeparator();
     file->addActions({save, saveAs});
     file->addSeparator();
+    file->addAction(importOlder);
+    file->addSeparator();
     file->addAction(quit);
     m_edit = bar.addMenu(QStringLiteral("&Edit"));
     m_edit->addActions({undo, redo});
@@ -119,7 +123,7 @@ void HostActions::follow(bool siteOpen, bool canConnect, int linkState)
 {
     for (QAction* action : {previousWindow, nextWindow})
         action->setEnabled(siteOpen);
-    for (QAction* action : {save, saveAs, lock, hideProtected, siteMap})
+    for (QAction* action : {save, saveAs, importOlder, lock, hideProtected, siteMap})
         action->setEnabled(siteOpen && !m_kiosk);
     connectLink->setEnabled(canConnect && linkState != int(site::LinkState::Disconnecting));
     switch (static_cast<site::LinkState>(linkState)) {
@@ -139,8 +143,8 @@ void HostActions::follow(bool siteOpen, bool canConnect, int linkState)
 void HostActions::restrictToKiosk()
 {
     m_kiosk = true;
-    for (QAction* action : {open, openDemo, newScheme, save, saveAs, lock, alignmentGuides, keyboardEditing,
-                            hideProtected, siteMap, fullScreen, connectOnOpening})
+    for (QAction* action : {open, openDemo, newScheme, save, saveAs, importOlder, lock, alignmentGuides,
+                            keyboardEditing, hideProtected, siteMap, fullScreen, connectOnOpening})
         action->setEnabled(false);
 }
 

@@ -20,6 +20,7 @@ public:
     QAction* newScheme;
     QAction* save;
     QAction* saveAs;
+    QAction* importOlder; ///< a window of an older terminal
     QAction* quit;
     QAction* undo; ///< its text says what it would take back
     QAction* redo;

@@ -28,6 +28,11 @@ public:
     virtual QString chooseNew(const QString& folder) = 0;
     /// A file to save under; empty when the user turns away. Asks before an existing file is taken.
     virtual QString chooseTarget(const QString& file) = 0;
+    /// A window of an older terminal to import, beginning in a folder; empty when the user turns away.
+    virtual QString chooseOlderWindow(const QString& folder) = 0;
+    /// Something that is there would be replaced, and cannot be had back; the text says what. False when the user turns
+    /// away.
+    virtual bool askReplace(const QString& text) = 0;
     virtual void showError(const QString& text) = 0;
     virtual void showAbout(const QString& text) = 0;
 };

@@ -52,6 +52,9 @@ public:
     bool saveAs();
     /// Makes a scheme of one empty window in a file that the user chooses, and opens it.
     bool createScheme();
+    /// Lays a window of an older terminal out as the scheme's window of its key, which is shown then. False when nothing
+    /// was imported; the user has been told why then, unless it was his choice.
+    bool importOlderWindow(const QString& file);
     /// Opens the user's own copy of the demo in this folder.
     bool openDemo(const QString& folder);
     bool hasUnsavedChanges() const;

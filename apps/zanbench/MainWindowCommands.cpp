@@ -5,7 +5,11 @@
 #include "zanbench/Commands.h"
 #include "zanbench/DemoSite.h"
 
+#include "keel/KeelWindows.h"
+#include "surface/ops/WindowOps.h"
+#include "values/Failure.h"
 #include "window/BenchWindow.h"
+#include "window/KeelImport.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -55,7 +59,39 @@ void MainWindow::connectFileActions()
     connect(m_actions.newScheme, &QAction::triggered, this, &MainWindow::createScheme);
     connect(m_actions.save, &QAction::triggered, this, &MainWindow::save);
     connect(m_actions.saveAs, &QAction::triggered, this, &MainWindow::saveAs);
+    connect(m_actions.importOlder, &QAction::triggered, this, [this] {
+        const QString folder = m_site ? QFileInfo(m_site->scheme().path()).path() : QDir::currentPath();
+        if (const QString chosen = m_dialogs.chooseOlderWindow(folder); !chosen.isEmpty())
+            importOlderWindow(chosen);
+    });
     connect(m_actions.quit, &QAction::triggered, this, &QWidget::close);
+}
+
+bool MainWindow::importOlderWindow(const QString& file)
+{
+    const QString failed = QStringLiteral("The window was not imported");
+    // Looked at before the panel is touched: a file that is refused changes nothing.
+    if (!attempt(failed, [&] { keel::readKeelFile(file); }))
+        return false;
+    const QString key = window::KeelImport::WindowKey;
+    const Ref<site::SchemeWindows> windows = m_site->scheme().Windows();
+    const Ref<site::SchemeWindow> former = windows->Item(binding::Variant(key));
+    if (former && !m_dialogs.askReplace(QStringLiteral("%1 has a window %2 already. Replace it by %3?")
+                                            .arg(m_site->displayName(), key, QFileInfo(file).fileName())))
+        return false;
+    const QString shown = m_pages->currentKey();
+    const bool done = attempt(failed, [&] { m_pages->importOlderWindow(file); });
+    if (!done) {
+        surface::WindowOps::UnlockUpdates();                              // a failed import has stopped the drawing
+        values::attempt([&] { windows->Remove(binding::Variant(key)); }); // as far as it was built
+        if (former)
+            attempt(failed, [&] { windows->Add(former, key); });
+        showWindow(m_site->windowKey(shown) ? shown : m_site->panelKeys().value(0));
+    }
+    m_watch->suspect();
+    followChanges();
+    m_edits.start();
+    return done;
 }
 
 void MainWindow::connectPanelActions()

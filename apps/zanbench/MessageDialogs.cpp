@@ -82,6 +82,23 @@ QString MessageDialogs::chooseTarget(const QString& file)
     return QFileDialog::getSaveFileName(m_parent, QStringLiteral("Save the scheme as"), file, Filter);
 }
 
+QString MessageDialogs::chooseOlderWindow(const QString& folder)
+{
+    return QFileDialog::getOpenFileName(m_parent, QStringLiteral("Import an older window"), folder,
+                                        QStringLiteral("Windows of a terminal (*.kel);;All files (*)"));
+}
+
+bool MessageDialogs::askReplace(const QString& text)
+{
+    QMessageBox box(QMessageBox::Warning, Title, surface::textForBox(text, m_parent), QMessageBox::Cancel,
+                    m_parent);
+    box.setTextFormat(Qt::PlainText);
+    const QPushButton* replace = box.addButton(QStringLiteral("&Replace"), QMessageBox::DestructiveRole);
+    box.setDefaultButton(QMessageBox::Cancel);
+    box.exec();
+    return box.clickedButton() == replace;
+}
+
 void MessageDialogs::showError(const QString& text)
 {
     // What a scheme or a script has put into the text is no markup.

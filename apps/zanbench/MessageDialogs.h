@@ -20,6 +20,8 @@ public:
     QString chooseScheme(const QString& folder) override;
     QString chooseNew(const QString& folder) override;
     QString chooseTarget(const QString& file) override;
+    QString chooseOlderWindow(const QString& folder) override;
+    bool askReplace(const QString& text) override;
     void showError(const QString& text) override;
     void showAbout(const QString& text) override;
 

@@ -3,6 +3,9 @@
 #include "zanbench/PanelLoader.h"
 
 #include "display/SiteMapControl.h"
+#include "document/Elements.h"
+
+#include <QScopeGuard>
 
 #include <algorithm>
 
@@ -105,6 +108,20 @@ void PanelPages::show(const QString& key)
     bringToFront(page ? *page : load(key));
 }
 
+void PanelPages::importOlderWindow(const QString& file)
+{
+    window::BenchWindow* panel = currentPanel();
+    if (!panel)
+        values::raise(values::ErrorNumber::ObjectNotSet);
+    auto giveUp = qScopeGuard([this, panel = QPointer<window::BenchWindow>(panel)] {
+        // What was built of the window is not to be shown again.
+        if (Page* page = panel ? pageOf(*panel) : nullptr)
+            page->key.clear();
+    });
+    panel->ImportKeel(file);
+    giveUp.dismiss();
+}
+
 void PanelPages::bringToFront(Page& page)
 {
     setCurrentWidget(page.view);
@@ -199,13 +216,20 @@ void PanelPages::drop(Page& page)
 
 // What a panel loads by itself ---------------------------------------------------------------------------------
 
+/// The elements of the scheme's windows: others than before when one was added, taken out or replaced.
+std::vector<document::Node> PanelPages::windows() const
+{
+    const document::Node scheme = m_site->scheme().document().documentElement();
+    return scheme.children(document::element::Window);
+}
+
 void PanelPages::leaving(Page& page)
 {
     if (page.changes++ == 0) {
         // All of them: the window that is entered may have a page already, which this panel makes needless.
         guarded([this] { updateDocuments(); });
         page.wasChanged = m_watch->isChanged();
-        page.windowCount = m_site->scheme().Windows()->Count();
+        page.windows = windows();
     }
     const Ref<site::SchemeWindow> window = page.panel->CurrentWindow();
     const document::Node node = window ? window->XML() : document::Node();
@@ -256,7 +280,7 @@ void PanelPages::adopt(Page& page)
     page.key = key;
     guarded([&] {
         applyManner(*page.panel);
-        if (!page.wasChanged && m_site->scheme().Windows()->Count() == page.windowCount) {
+        if (!page.wasChanged && windows() == page.windows) {
             page.panel->UpdateDocument();
             m_watch->settle();
         }

@@ -51,6 +51,9 @@ public:
 
     /// Shows a window of the scheme, given as the scheme writes its key. Raises what loading it raises.
     void show(const QString& key);
+    /// Has the panel in front lay out a window of an older terminal, and shows it. The window that it has shown keeps its
+    /// document. Raises what the import raises.
+    void importOlderWindow(const QString& file);
     window::BenchWindow* currentPanel() const;
     /// Key of the window that is shown; empty for none, and for a panel that shows no window of the scheme.
     QString currentKey() const;
@@ -91,10 +94,10 @@ private:
         QString key; // empty while its panel shows no window of the scheme
         PanelView* view = nullptr;
         window::BenchWindow* panel = nullptr;
-        int changes = 0;              // loads under way on the panel, one in another
-        std::vector<KeptWindow> kept; // of the windows that they leave
-        bool wasChanged = false;      // when the first of them began
-        std::int32_t windowCount = 0; // of the scheme, then
+        int changes = 0;                     // loads under way on the panel, one in another
+        std::vector<KeptWindow> kept;        // of the windows that they leave
+        bool wasChanged = false;             // when the first of them began
+        std::vector<document::Node> windows; // of the scheme, then
     };
 
     Page* pageOf(const QString& key) const;
@@ -106,6 +109,7 @@ private:
     void applyManner(window::BenchWindow& panel) const;
     void connectPanel(window::BenchWindow& panel);
     void followLock(window::BenchWindow& panel);
+    std::vector<document::Node> windows() const;
     void leaving(Page& page);
     void entered(Page& page);
     void adopt(Page& page);

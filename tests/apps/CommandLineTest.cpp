@@ -85,6 +85,7 @@ TEST(CommandLine, EachCommandHasAHelpOfItsOwn)
         {"Usage: zanbench script FILE.vbs", parseScript(words("--scheme --help -h")).text},
         {"Usage: zanbench test FOLDER", parseTest(words("--help")).text},
         {"Usage: zanbench windows SCHEME", parseWindows(words("--help")).text},
+        {"Usage: zanbench import FILE", parseImport(words("--help")).text},
     };
     for (const auto& [beginning, text] : rows)
         EXPECT_TRUE(text.startsWith(beginning)) << beginning << " but " << text.toStdString();

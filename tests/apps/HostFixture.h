@@ -20,8 +20,9 @@ public:
     Unsaved unsavedAnswer = Unsaved::Cancel;
     Conflict conflictAnswer = Conflict::Cancel;
     Edits editsAnswer = Edits::Later;
-    QString chosenScheme, chosenTarget, chosenNew;
-    QStringList unsavedQuestions, conflicts, editsQuestions, errors;
+    bool replaceAnswer = false;
+    QString chosenScheme, chosenTarget, chosenNew, chosenOlderWindow;
+    QStringList unsavedQuestions, conflicts, editsQuestions, replaceQuestions, errors;
 
     Unsaved askUnsaved(const QString& name) override
     {
@@ -41,6 +42,12 @@ public:
     QString chooseScheme(const QString&) override { return chosenScheme; }
     QString chooseNew(const QString&) override { return chosenNew; }
     QString chooseTarget(const QString&) override { return chosenTarget; }
+    QString chooseOlderWindow(const QString&) override { return chosenOlderWindow; }
+    bool askReplace(const QString& text) override
+    {
+        replaceQuestions.append(text);
+        return replaceAnswer;
+    }
     void showError(const QString& text) override { errors.append(text); }
     void showAbout(const QString&) override {}
 };

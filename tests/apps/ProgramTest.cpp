@@ -15,7 +15,7 @@ TEST_F(ProgramTest, HelpAndVersionAreAnswersAndNoErrors)
     }
     EXPECT_TRUE(run({"--version"}).out.startsWith("zanbench "));
     EXPECT_TRUE(run({"shot", "--help"}).out.contains("--scale"));
-    for (const char* command : {"shot", "script", "test", "windows"}) {
+    for (const char* command : {"shot", "script", "test", "windows", "import"}) {
         const Outcome own = run({command, "--help"});
         EXPECT_EQ(own.code, 0);
         EXPECT_TRUE(own.out.startsWith(QStringLiteral("Usage: zanbench %1").arg(command))) << command;
