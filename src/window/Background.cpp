@@ -1,55 +1,34 @@
 #include "window/Background.h"
 
 #include "surface/host/Surface.h"
+#include "values/Failure.h"
+#include "window/BackgroundOps.h"
+#include "window/TemporaryPicture.h"
 
-#include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
+#include <QPointer>
 
 namespace zan::window {
 
 using surface::Picture;
 using values::ErrorNumber;
 
-namespace {
-
-/// A folder that nobody else may enter and whose name nobody can know beforehand, so that nothing can wait in it
-/// for the picture. Empty when none can be made.
-QString makePrivateFolder()
+Background::Background(surface::Surface& surface, std::function<surface::HostForms&()> forms)
+    : m_surface(surface)
+    , m_forms(std::move(forms))
 {
-    QTemporaryDir folder(QDir::temp().filePath(QStringLiteral("zanbench-XXXXXX")));
-    folder.setAutoRemove(false);
-    return folder.isValid() ? folder.path() : QString();
+    static const bool isCleared = (TemporaryPicture::clearAbandoned(), true); // once in a program's life
+    static_cast<void>(isCleared);
 }
 
-/// Writes a file that must not exist yet, through no link.
-bool writeBitmap(const Picture& picture, const QString& name)
-{
-    QFile file(name);
-    return file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner) &&
-           picture.image().save(&file, "BMP") && file.flush();
-}
-
-} // namespace
-
-Background::~Background()
-{
-    removeTemporaryFile();
-}
-
-void Background::removeTemporaryFile()
-{
-    if (!m_isTemporary || m_file.isEmpty())
-        return;
-    QFile::remove(m_file);
-    QDir().rmdir(QFileInfo(m_file).path()); // the picture's own folder, unless somebody has put something there
-}
+Background::~Background() = default;
 
 void Background::setPictureFile(const QString& file)
 {
+    if (m_temporary)
+        m_temporary->leave();
+    m_temporary.reset();
     m_file = file;
-    m_isTemporary = false;
     refresh();
 }
 
@@ -66,51 +45,59 @@ Ref<Picture> Background::picture() const
 
 void Background::setPicture(const Ref<Picture>& picture)
 {
-    if (!picture) {
+    const Ref<Picture> wanted = picture; // the caller's may be the surface's
+    m_temporary.reset();
+    if (!wanted) {
         m_surface.setPicture({});
-        removeTemporaryFile();
         m_file.clear();
+        m_read = {};
         return;
     }
-    removeTemporaryFile();
-    const QString folder = makePrivateFolder();
-    m_file = QStringLiteral("%1/~%2.BMP").arg(folder.isEmpty() ? QDir::tempPath() : folder).arg(m_surface.hWnd());
-    m_isTemporary = !folder.isEmpty();
-    if (folder.isEmpty() || !writeBitmap(*picture, m_file)) {
-        removeTemporaryFile();
+    const QString name = QStringLiteral("~%1.BMP").arg(m_surface.hWnd());
+    m_temporary = TemporaryPicture::write(wanted->image(), name);
+    if (!m_temporary) {
+        m_file = TemporaryPicture::userFolder() + u'/' + name;
         values::raise(
             ErrorNumber::PathFileAccess,
-            QStringLiteral("The background picture could not be written to %1. Free some space or choose a "
-                           "picture file instead.")
-                .arg(m_file));
+            QStringLiteral("The background picture could not be written below %1. Free some space, see to it that "
+                           "the folder is yours alone, or choose a picture file instead.")
+                .arg(TemporaryPicture::userFolder()));
     }
+    m_file = m_temporary->file();
     refresh();
+}
+
+/// The picture of the file, decoded once for as long as the file is the same: while a panel is being sized it is asked
+/// for at every step.
+Ref<Picture> Background::readPicture()
+{
+    const QFileInfo info(m_file);
+    ReadFile read{m_file, info.lastModified(), info.size(), {}};
+    if (m_read.picture && m_read.name == read.name && m_read.changed == read.changed && m_read.size == read.size)
+        return m_read.picture;
+    read.picture = surface::loadPicture(m_file);
+    m_read = std::move(read);
+    return m_read.picture;
 }
 
 void Background::refresh()
 {
     if (m_file.isEmpty()) {
+        m_read = {};
         m_surface.setPicture({});
         return;
     }
     if (!QFileInfo::exists(m_file))
         return;
-    try {
-        const Ref<Picture> loaded = surface::loadPicture(m_file);
-        if (!loaded)
-            return;
-        if (!m_stretch || m_surface.size().isEmpty()) {
-            m_surface.setPicture(loaded);
-            return;
-        }
-        const qreal scale = m_surface.devicePixelRatioF();
-        QImage stretched =
-            loaded->image().scaled(m_surface.size() * scale, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-        stretched.setDevicePixelRatio(scale);
-        m_surface.setPicture(values::make<Picture>(stretched));
-    } catch (const values::RuntimeError&) {
-        // A file that holds no picture leaves the background as it is.
-    }
+    // Whatever goes wrong, a file that holds no picture above all, leaves the background as it is.
+    values::attempt([this] {
+        const QPointer<surface::Surface> alive(&m_surface);
+        Ref<Picture> shown = readPicture();
+        if (shown && m_stretch && !m_surface.size().isEmpty())
+            shown = BackgroundOps::StretchToBackground(m_surface, shown->image(), m_forms());
+        if (shown && alive)
+            alive->setPicture(shown);
+    });
 }
 
 } // namespace zan::window

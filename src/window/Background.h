@@ -1,8 +1,13 @@
 #pragma once
 
+#include "surface/forms/HostForms.h"
 #include "surface/host/Picture.h"
 
+#include <QDateTime>
 #include <QString>
+
+#include <functional>
+#include <memory>
 
 namespace zan::surface {
 class Surface;
@@ -10,17 +15,18 @@ class Surface;
 
 namespace zan::window {
 
+class TemporaryPicture;
+
 using values::Ref;
 
 /// The picture behind a panel's controls. It always lives in a file; a picture object handed over is written to a
-/// temporary bitmap file first ("~", the window's handle, ".BMP", in a folder of its own that only the user may enter),
-/// which goes when the background goes or gets another picture.
+/// temporary bitmap file first ("~", the window's handle, ".BMP"), which goes when the background goes or gets another
+/// picture.
 class Background
 {
 public:
-    explicit Background(surface::Surface& surface)
-        : m_surface(surface)
-    {}
+    /// `forms` gives who shows a box, whenever there is something to tell.
+    Background(surface::Surface& surface, std::function<surface::HostForms&()> forms);
     ~Background();
     Background(const Background&) = delete;
     Background& operator=(const Background&) = delete;
@@ -29,7 +35,7 @@ public:
     /// A temporary file that was in use is left behind.
     void setPictureFile(const QString& file);
     /// Whether the file is one that this background wrote itself.
-    bool isTemporary() const noexcept { return m_isTemporary && !m_file.isEmpty(); }
+    bool isTemporary() const noexcept { return bool(m_temporary); }
     bool stretch() const noexcept { return m_stretch; }
     void setStretch(bool stretch);
     /// The picture of the file, loaded anew and never stretched; nothing when there is no such file.
@@ -40,11 +46,22 @@ public:
     void refresh();
 
 private:
-    void removeTemporaryFile();
+    /// What the file held when it was read last: it is read again when it holds something else.
+    struct ReadFile
+    {
+        QString name;
+        QDateTime changed;
+        qint64 size = -1;
+        Ref<surface::Picture> picture;
+    };
+
+    Ref<surface::Picture> readPicture();
 
     surface::Surface& m_surface;
+    std::function<surface::HostForms&()> m_forms;
     QString m_file;
-    bool m_isTemporary = false;
+    std::unique_ptr<TemporaryPicture> m_temporary;
+    ReadFile m_read;
     bool m_stretch = false;
 };
 

@@ -31,7 +31,8 @@ void requireStyle(std::int16_t style)
 PanelDesign::PanelDesign(BenchWindow& panel, surface::Surface& surface)
     : m_panel(panel)
     , m_surface(surface)
-    , m_background(std::make_unique<Background>(surface))
+    , m_background(
+          std::make_unique<Background>(surface, [&panel]() -> surface::HostForms& { return panel.forms(); }))
 {}
 
 PanelDesign::~PanelDesign() = default;
