@@ -3,6 +3,9 @@
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_C_STANDARD 99)
+set(CMAKE_C_STANDARD_REQUIRED ON)
+set(CMAKE_C_EXTENSIONS OFF)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
@@ -36,13 +39,14 @@ if(ZAN_MOLD)
   add_link_options(-fuse-ld=mold)
 endif()
 
-add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow
+                    "$<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor;-Woverloaded-virtual>")
 # Errors where they are looked for; an optimiser's false alarm, and one that the sanitizers' own code sets off, does not
 # keep a user from a program.
 if(CMAKE_BUILD_TYPE STREQUAL "Debug" AND NOT ZAN_SANITIZE)
   add_compile_options(-Werror)
 endif()
-add_compile_options(-fno-semantic-interposition -fvisibility-inlines-hidden)
+add_compile_options(-fno-semantic-interposition "$<$<COMPILE_LANGUAGE:CXX>:-fvisibility-inlines-hidden>")
 add_compile_definitions(QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 
 # What every test runs under: no display, a known scale, no messages switched on or off by the machine. Fonts and
