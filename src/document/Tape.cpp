@@ -22,8 +22,9 @@ class Tape::ShortTexts
 public:
     static ShortTexts& ofThread()
     {
-        thread_local ShortTexts texts;
-        return texts;
+        // On the heap: a library whose threads' own memory is large cannot be loaded by a program that runs already.
+        thread_local const auto texts = std::make_unique<ShortTexts>();
+        return *texts;
     }
     const QString& text(const char* raw, std::size_t size);
 

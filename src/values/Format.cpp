@@ -222,8 +222,9 @@ QString format(const Variant& value, QStringView formatText, FirstDayOfWeek firs
             raise(ErrorNumber::OutOfStringSpace);
         return Formatter(FormatPattern(formatText), firstDay, firstWeek).text(value);
     }
-    thread_local PatternCache cache;
-    return Formatter(cache.pattern(formatText), firstDay, firstWeek).text(value);
+    // On the heap: a library whose threads' own memory is large cannot be loaded by a program that runs already.
+    thread_local const auto cache = std::make_unique<PatternCache>();
+    return Formatter(cache->pattern(formatText), firstDay, firstWeek).text(value);
 }
 
 } // namespace zan::values
