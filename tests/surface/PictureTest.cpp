@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
 namespace zan::surface::tests {
 
 using test::errorOf;
@@ -54,7 +56,35 @@ QByteArray bitmapHeader(qint32 width, qint32 height)
     return header;
 }
 
+/// The jpg with another size in its head.
+QByteArray enlarged(QByteArray jpg, quint16 width, quint16 height)
+{
+    const qsizetype frame = jpg.indexOf(QByteArray("\xff\xc0", 2));
+    qToBigEndian<quint16>(height, jpg.data() + frame + 5);
+    qToBigEndian<quint16>(width, jpg.data() + frame + 7);
+    return jpg;
+}
+
 } // namespace
+
+TEST_F(Pictures, HugeOnesAreRefusedByTheirHeadBeforeTheyAreInMemory)
+{
+    QFile small(save(QStringLiteral("small.jpg"), "JPG"));
+    ASSERT_TRUE(small.open(QIODevice::ReadOnly));
+    const QByteArray jpg = small.readAll();
+    QByteArray gif = TinyGif;
+    for (const qsizetype place : {6, 8})
+        qToLittleEndian<quint16>(20000, gif.data() + place);
+    rusage before = {}, after = {};
+    ASSERT_EQ(::getrusage(RUSAGE_SELF, &before), 0);
+    for (const QByteArray& content : {bitmapHeader(20000, 20000), enlarged(jpg, 20000, 20000), gif,
+                                      bitmapHeader(8000, 8000), enlarged(jpg, 8000, 8000)})
+        EXPECT_EQ(errorOf([&] { loadPicture(write(QStringLiteral("huge"), content)); }), 481);
+    ASSERT_EQ(::getrusage(RUSAGE_SELF, &after), 0);
+    EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 64 * 1024) << "kilobytes; the smallest of them takes 256,000";
+    EXPECT_EQ(errorOf([&] { loadPicture(write(QStringLiteral("fits"), enlarged(jpg, 4000, 3000))); }), 0)
+        << "the size is what they are refused for";
+}
 
 TEST_F(Pictures, BitmapsJpegsAndGifsLoad)
 {

@@ -1,5 +1,6 @@
 #include "WindowFixture.h"
 
+#include "surface/host/Metafile.h"
 #include "surface/host/Picture.h"
 #include "surface/host/Surface.h"
 #include "window/BackgroundOps.h"
@@ -233,6 +234,35 @@ TEST_F(BackgroundPicture, FileIsShownAtItsOwnSize)
     panel->setPictureFile(saved(image(Qt::red)));
     EXPECT_EQ(panel->surface().picture()->image().size(), QSize(4, 3));
     EXPECT_EQ(shownAt(0, 0), QColor(Qt::red));
+}
+
+TEST_F(BackgroundPicture, FileOfEachKindIsShown)
+{
+    QFile gif(cache.filePath(QStringLiteral("a.gif"))), wmf(cache.filePath(QStringLiteral("a.wmf")));
+    ASSERT_TRUE(gif.open(QIODevice::WriteOnly) && wmf.open(QIODevice::WriteOnly));
+    gif.write(QByteArray::fromHex("47494638396101000100800000ff0000ffffff2c00000000010001000002024401003b"));
+    // An inch by half an inch, and nothing on it.
+    wmf.write(QByteArray::fromHex("d7cdc69a000000000000a005d002a005000000000000" // where it lies
+                                  "010009000003150000000000050000000000"         // what it is
+                                  "050000000b0200000000"                         // origin
+                                  "050000000c02d002a005"                         // extent
+                                  "030000000000"));                              // end
+    gif.close();
+    wmf.close();
+    const std::pair<QString, QSize> rows[] = {
+        {saved(image(Qt::red)), {4, 3}},
+        {saved(image(Qt::red, {8, 8}), QStringLiteral("a.jpg")), {8, 8}},
+        {gif.fileName(), {1, 1}},
+        {wmf.fileName(), {96, 48}},
+    };
+    for (const auto& [file, size] : rows) {
+        if (file.endsWith(QLatin1String("wmf")) && surface::Metafile::program().isEmpty())
+            continue; // the program that draws them was not built
+        panel->setPictureFile(QString());
+        panel->setPictureFile(file);
+        ASSERT_TRUE(panel->surface().picture()) << file.toStdString();
+        EXPECT_EQ(panel->surface().picture()->image().size(), size) << file.toStdString();
+    }
 }
 
 TEST_F(BackgroundPicture, EmptyFileNameClearsIt)

@@ -2,6 +2,7 @@
 
 #include "binding/MemberTable.h"
 #include "surface/host/Handles.h"
+#include "surface/host/Metafile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -18,7 +19,8 @@ namespace {
 /// Largest file read and largest picture made of it: enough for any screen, too little to hurt.
 constexpr qint64 LargestPictureFile = 64LL * 1024 * 1024;
 constexpr int LargestPictureSide = 16384;
-constexpr qint64 LargestPictureArea = 64LL * 1024 * 1024;
+constexpr qint64 LargestPictureArea = 32LL * 1024 * 1024;
+const QByteArray Wmf = QByteArrayLiteral("wmf");
 constexpr double HundredthMillimetresPerPixel = 2540.0 / 96.0;
 
 bool isReasonable(QSize size)
@@ -37,7 +39,16 @@ QByteArray formatOf(QFile& file)
         return "gif";
     if (head.startsWith("\xff\xd8\xff"))
         return "jpg";
-    return {};
+    return Metafile::isMetafile(head) ? Wmf : QByteArray();
+}
+
+/// Reads a picture of pixels. What is too large is refused by its head, before there is anything of it in memory.
+QImage readPixels(QFile& file, const QByteArray& format)
+{
+    QImageReader reader(&file, format);
+    reader.setAutoDetectImageFormat(false);
+    reader.setAutoTransform(true);
+    return isReasonable(reader.size()) ? reader.read() : QImage();
 }
 
 } // namespace
@@ -95,12 +106,8 @@ Ref<Picture> loadPicture(const QString& file)
     const QByteArray format = formatOf(source);
     if (format.isEmpty() || source.size() > LargestPictureFile)
         values::raise(ErrorNumber::InvalidPicture);
-    QImageReader reader(&source, format);
-    reader.setAutoDetectImageFormat(false);
-    reader.setAutoTransform(true);
-    if (!isReasonable(reader.size()))
-        values::raise(ErrorNumber::InvalidPicture);
-    QImage image = reader.read();
+    QImage image =
+        format == Wmf ? Metafile::draw(source.read(Metafile::LargestFile + 1)) : readPixels(source, format);
     if (image.isNull() || !isReasonable(image.size()))
         values::raise(ErrorNumber::InvalidPicture);
     return values::make<Picture>(std::move(image));

@@ -38,7 +38,7 @@ private:
     std::int32_t m_handle;
 };
 
-/// Loads a bmp, gif or jpg file (the first frame). Raises 53 when there is no such file, 75 when it cannot be read,
+/// Loads a bmp, gif (its first frame), jpg or wmf file; the last takes at most Metafile::LongestWait. Raises 53 when there is no such file, 75 when it cannot be read,
 /// 481 when it holds no picture of these kinds or one of unreasonable size.
 /// An empty name gives no picture.
 Ref<Picture> loadPicture(const QString& file);
