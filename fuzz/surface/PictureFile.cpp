@@ -2,6 +2,7 @@
 // can be measured and drawn.
 
 #include "fuzz/support/MemoryFile.h"
+#include "surface/host/Metafile.h"
 #include "surface/host/Picture.h"
 
 #include <QGuiApplication>
@@ -35,6 +36,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static char name[] = "fuzz";
     static char* arguments[] = {name, nullptr};
     static const QGuiApplication* const application = [] {
+        surface::Metafile::setProgram(QStringLiteral("/nowhere")); // a process for each input would be all there is
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
         return new QGuiApplication(count, arguments);
     }();
