@@ -57,7 +57,7 @@ public:
     }
     DriverResult writeBlock(std::int32_t, const QByteArray&, CancelToken&) override { return {}; }
     DriverResult program(const PercentProgress&, CancelToken&) override { return {}; }
-    DriverResult unload(const PercentProgress&, CancelToken&) override { return {}; }
+    DriverResult unload(const RecordSink&, const PercentProgress&, CancelToken&) override { return {}; }
     void close() noexcept override {}
 
 private:

@@ -50,7 +50,7 @@ public:
     {
         return {DriverStatus::Failed, QStringLiteral("A file takes no program.")};
     }
-    DriverResult unload(const PercentProgress&, CancelToken&) override
+    DriverResult unload(const RecordSink&, const PercentProgress&, CancelToken&) override
     {
         return {DriverStatus::Failed, QStringLiteral("A file has no stored data.")};
     }

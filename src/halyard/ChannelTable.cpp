@@ -169,4 +169,38 @@ std::vector<Ref<Channel>> ChannelTable::activeChannels() const
     return channels;
 }
 
+site::HistoryColumns ChannelTable::historyColumns(std::int64_t period) const
+{
+    site::HistoryColumns columns;
+    std::size_t row = 0;
+    for (const Window& window : m_windows) {
+        const QString key = ask([&] { return window.window ? window.window->Key() : QString(); });
+        for (std::int32_t i = 0; i < window.count && row < m_rows.size(); ++i, ++row) {
+            if (!m_rows[row].isActive())
+                continue;
+            const Ref<Channel> channel = m_rows[row].channel;
+            columns.push_back({0, key, ask([&] { return channel->Key(); }), ask([&] { return channel->Label(); }),
+                               ask([&] { return channel->Units(); }), ask([&] { return channel->Format(); }),
+                               period});
+        }
+    }
+    return columns;
+}
+
+std::vector<Variant> ChannelTable::decoded(const MemoryImage& image) const
+{
+    std::vector<Variant> values;
+    values.reserve(m_rows.size());
+    std::vector<std::uint8_t> buffer;
+    for (const Row& row : m_rows) {
+        if (!row.isActive())
+            continue;
+        buffer.resize(std::max(buffer.size(), std::size_t(row.format.length)));
+        values.push_back(image.read(row.address, row.format.length, buffer.data())
+                             ? decodeRaw(row.format, buffer.data())
+                             : Variant());
+    }
+    return values;
+}
+
 } // namespace zan::halyard

@@ -3,6 +3,7 @@
 #include "halyard/BlockPlan.h"
 #include "halyard/MemoryImage.h"
 #include "halyard/RawValue.h"
+#include "site/HistoryKeeper.h"
 #include "site/Scheme.h"
 
 #include <QByteArray>
@@ -41,6 +42,10 @@ public:
     void forgetRaw();
     /// The channels that are read, in order of windows and channels.
     std::vector<Ref<Channel>> activeChannels() const;
+    /// What a history has to know of these channels, in the same order.
+    site::HistoryColumns historyColumns(std::int64_t period) const;
+    /// The values that these channels have in a memory, in the same order; their own do not change.
+    std::vector<Variant> decoded(const MemoryImage& image) const;
     /// Counts up whenever the set or the order of the channels changes.
     std::uint32_t generation() const noexcept { return m_generation; }
 

@@ -50,6 +50,15 @@ struct MemoryField
 /// Fields in order of address, then longest first.
 using MemoryLayout = std::vector<MemoryField>;
 
+/// What a logger has kept of its memory by itself, at one moment.
+struct LoggedMemory
+{
+    std::int64_t moment = 0;                                 ///< of the clock that the driver was made with
+    std::vector<std::pair<std::int32_t, QByteArray>> blocks; ///< address and bytes; what is missing was not kept
+};
+/// Takes some of the records that a logger has kept, in any order; the same ones any number of times.
+using RecordSink = std::function<void(std::vector<LoggedMemory> records)>;
+
 /// Text that a user may see while a call is under way.
 using TextProgress = std::function<void(const QString& text)>;
 /// Percentage 0 to 100, negative for a text alone.
@@ -86,8 +95,9 @@ public:
     }
     /// Sends the logger its program, which resets it.
     virtual DriverResult program(const PercentProgress& progress, CancelToken& token) = 0;
-    /// Fetches the data that the logger has stored.
-    virtual DriverResult unload(const PercentProgress& progress, CancelToken& token) = 0;
+    /// Fetches the data that the logger has stored, of the fields that it was prepared for, and hands it over piece by
+    /// piece. What was handed over counts, even when the rest fails.
+    virtual DriverResult unload(const RecordSink& records, const PercentProgress& progress, CancelToken& token) = 0;
     /// Ends the connection, if there is one.
     virtual void close() noexcept = 0;
 

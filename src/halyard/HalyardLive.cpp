@@ -52,7 +52,8 @@ RawFormat writeFormat(const Channel& channel, const Variant& value, ByteOrder or
 } // namespace
 
 HalyardLive::HalyardLive(DriverThread& thread, LoggerEvents& events, std::shared_ptr<Clock> clock,
-                         const Ref<site::Scheme>& scheme, const LiveSettings& settings)
+                         const Ref<site::Scheme>& scheme, const LiveSettings& settings,
+                         const Ref<site::HistoryKeeper>& history)
     : m_thread(&thread)
     , m_events(&events)
     , m_clock(std::move(clock))
@@ -63,6 +64,7 @@ HalyardLive::HalyardLive(DriverThread& thread, LoggerEvents& events, std::shared
     , m_timer(m_clock->createTimer([this] { pollNow(); }))
     , m_records(values::make<RecentRecords>(settings.records))
     , m_buffers(values::make<RecentBuffers>(m_records))
+    , m_feed(history, m_clock, settings.logPeriod)
 {}
 
 double HalyardLive::ReadMemory(std::int32_t address, std::int16_t bytes)
@@ -372,7 +374,21 @@ bool HalyardLive::logRecord()
         m_columnsGeneration = m_table.generation();
     }
     m_records->add(dateOf(m_clock->dateTime()), m_columns);
+    m_feed.record(m_table);
     return true;
+}
+
+std::shared_ptr<const MemoryLayout> HalyardLive::layoutToUnload()
+{
+    if (m_request->layout)
+        return nullptr;
+    m_table.refresh(m_scheme);
+    return std::make_shared<const MemoryLayout>(m_table.layout());
+}
+
+bool HalyardLive::storeKept(const std::vector<LoggedMemory>& kept)
+{
+    return m_events && m_feed.record(m_table, kept);
 }
 
 void HalyardLive::scheduleNext()

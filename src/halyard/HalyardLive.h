@@ -3,6 +3,7 @@
 #include "halyard/ChannelTable.h"
 #include "halyard/Clock.h"
 #include "halyard/DriverThread.h"
+#include "halyard/HistoryFeed.h"
 #include "halyard/LoggerEvents.h"
 #include "halyard/RecentRecords.h"
 #include "site/Logger.h"
@@ -41,9 +42,11 @@ public:
     static constexpr int PatienceWithBlock = 3;
 
     HalyardLive(DriverThread& thread, LoggerEvents& events, std::shared_ptr<Clock> clock,
-                const Ref<site::Scheme>& scheme, const LiveSettings& settings);
+                const Ref<site::Scheme>& scheme, const LiveSettings& settings,
+                const Ref<site::HistoryKeeper>& history = {});
 
     Ref<site::LogBuffers> Buffers() override { return m_buffers; }
+    Ref<site::History> History() override { return Ref<site::History>(m_feed.keeper().get()); }
     double ReadMemory(std::int32_t address, std::int16_t bytes) override;
     void WriteChannel(const Ref<Channel>& channel, const Variant& given) override;
 
@@ -55,6 +58,10 @@ public:
     void setPolling(bool isPolling);
     /// Reads now instead of at the end of the period; at once after the poll that is under way, if there is one.
     void pollNow();
+    /// The layout that an unload is of; null when the driver has been told.
+    std::shared_ptr<const MemoryLayout> layoutToUnload();
+    /// Records that the logger has kept; true when they went to a history.
+    bool storeKept(const std::vector<LoggedMemory>& kept);
     /// The logger is gone: nothing is read or written any more.
     void detach();
 
@@ -123,6 +130,7 @@ private:
     std::shared_ptr<const LogColumns> m_columns;
     std::uint32_t m_columnsGeneration = 0;
     std::int64_t m_nextRecord = 0;
+    HistoryFeed m_feed;
 };
 
 } // namespace zan::halyard

@@ -5,12 +5,13 @@
 namespace zan::halyard {
 
 HalyardLogger::HalyardLogger(std::unique_ptr<Driver> driver, const Ref<site::Scheme>& scheme,
-                             std::shared_ptr<Clock> clock, const LiveSettings& settings)
+                             std::shared_ptr<Clock> clock, const LiveSettings& settings,
+                             const Ref<site::HistoryKeeper>& history)
     : m_thread(std::move(driver), *this)
     , m_scheme(scheme)
     , m_link(values::make<HalyardLink>(m_thread, static_cast<LoggerEvents&>(*this)))
     , m_live(values::make<HalyardLive>(m_thread, static_cast<LoggerEvents&>(*this), std::move(clock), scheme,
-                                       settings))
+                                       settings, history))
 {}
 
 HalyardLogger::~HalyardLogger()
@@ -68,19 +69,28 @@ void HalyardLogger::startOperation()
     if (!isProgram && !(m_actions & site::UnloadAction))
         return;
     const std::uint32_t id = m_operation.id + 1;
+    const auto layout = isProgram ? nullptr : m_live->layoutToUnload();
     const auto token =
-        m_thread.post([this, id, isProgram](Driver& driver, CancelToken& cancel, ResultQueue& results) {
+        m_thread.post([this, id, isProgram, layout](Driver& driver, CancelToken& cancel, ResultQueue& results) {
+            const RecordSink records = [&](std::vector<LoggedMemory> kept) {
+                results.post([this, id, kept = std::move(kept)] { onRecords(id, kept); });
+            };
             const PercentProgress progress = [&](int percentage, const QString& text) {
                 results.post([this, id, percentage, text] { onOperationProgress(id, percentage, text); });
             };
             DriverResult result{DriverStatus::Cancelled, {}};
             if (!cancel.isCancelled()) {
-                result = guarded(
-                    [&] { return isProgram ? driver.program(progress, cancel) : driver.unload(progress, cancel); });
+                result = guarded([&] {
+                    if (isProgram)
+                        return driver.program(progress, cancel);
+                    if (layout)
+                        driver.prepare(layout);
+                    return driver.unload(records, progress, cancel);
+                });
             }
             results.post([this, id, result] { onOperationEnded(id, result); });
         });
-    m_operation = {isProgram ? site::ProgramAction : site::UnloadAction, id, false, token};
+    m_operation = {isProgram ? site::ProgramAction : site::UnloadAction, id, false, false, token};
 }
 
 void HalyardLogger::cancelOperation()
@@ -99,6 +109,13 @@ void HalyardLogger::onOperationProgress(std::uint32_t id, int percentage, const 
         announce(&Logger::UnloadLoggerProgress, percentage, text);
 }
 
+void HalyardLogger::onRecords(std::uint32_t id, const std::vector<LoggedMemory>& kept)
+{
+    const bool isStored = m_live->storeKept(kept); // whatever has become of the rest
+    if (id == m_operation.id)
+        m_operation.hasRecords |= isStored;
+}
+
 void HalyardLogger::onOperationEnded(std::uint32_t id, const DriverResult& result)
 {
     if (id != m_operation.id)
@@ -112,6 +129,8 @@ void HalyardLogger::onOperationEnded(std::uint32_t id, const DriverResult& resul
         connectionLost(result.message);
         return;
     }
+    if (operation.hasRecords)
+        newRecords();
     if (result.isOk() && operation.flag == site::ProgramAction)
         m_live->pollNow(); // the logger has been reset
     startOperation();

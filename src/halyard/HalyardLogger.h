@@ -11,7 +11,8 @@ namespace zan::halyard {
 /// after the other, polling standing still meanwhile. The flag goes when the work is done. The work announces its
 /// progress and ends with ProgramComplete or UnloadComplete, or, when it fails or RemoveActions takes its flag away,
 /// with ConnectionError, so that a window that shows the progress always learns of the end; when the link ends it,
-/// with the link's own events. AddAction(8) polls the channels while connected.
+/// with the link's own events. What is unloaded goes to the history, and NewENTData follows before UnloadComplete.
+/// AddAction(8) polls the channels while connected.
 ///
 /// The logger may be released at any moment, in its own events too: the driver is stopped, nothing is announced any
 /// more, and its link and live objects, if anybody still holds them, do nothing from then on.
@@ -20,7 +21,7 @@ class HalyardLogger final : public site::Logger, private LoggerEvents
     Q_OBJECT
 public:
     HalyardLogger(std::unique_ptr<Driver> driver, const Ref<site::Scheme>& scheme, std::shared_ptr<Clock> clock,
-                  const LiveSettings& settings);
+                  const LiveSettings& settings, const Ref<site::HistoryKeeper>& history = {});
     ~HalyardLogger() override;
 
     Ref<site::Link> Link() override { return m_link; }
@@ -47,12 +48,14 @@ private:
         std::int32_t flag = 0; // 0 for none
         std::uint32_t id = 0;
         bool isCancelled = false;
+        bool hasRecords = false; // some have gone to the history
         DriverThread::Token token;
     };
 
     void startOperation();
     void cancelOperation();
     void onOperationProgress(std::uint32_t id, int percentage, const QString& text);
+    void onRecords(std::uint32_t id, const std::vector<LoggedMemory>& kept);
     void onOperationEnded(std::uint32_t id, const DriverResult& result);
     void announceEnd(const Operation& operation, const DriverResult& result);
 

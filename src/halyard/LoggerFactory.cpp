@@ -17,6 +17,7 @@ std::unique_ptr<Driver> createSimulated(const DriverRequest& request, QString& e
     if (!request.uri.address.isEmpty())
         error = QStringLiteral("A simulated logger has no address: options follow as in \"sim:?seed=7\".");
     SimulatedOptions options = SimulatedOptions::take(request.options, request.order);
+    options.logPeriod = request.logPeriod;
     return std::make_unique<SimulatedDriver>(std::move(options), request.clock);
 }
 
@@ -55,7 +56,7 @@ QStringList driverSchemes()
 }
 
 LoggerResult createLogger(const QString& uri, const values::Ref<site::Scheme>& scheme,
-                          const std::shared_ptr<Clock>& clock)
+                          const std::shared_ptr<Clock>& clock, const values::Ref<site::HistoryKeeper>& history)
 {
     LoggerUri parsed;
     if (const QString error = LoggerUri::parse(uri, parsed); !error.isEmpty())
@@ -70,7 +71,8 @@ LoggerResult createLogger(const QString& uri, const values::Ref<site::Scheme>& s
     UriOptions options(parsed.options);
     const LiveSettings settings = takeSettings(options);
     QString error;
-    std::unique_ptr<Driver> driver = factory->second({parsed, options, settings.order, clock}, error);
+    std::unique_ptr<Driver> driver =
+        factory->second({parsed, options, settings.order, clock, settings.logPeriod}, error);
     if (error.isEmpty())
         error = options.error();
     if (error.isEmpty() && !driver)
@@ -78,13 +80,15 @@ LoggerResult createLogger(const QString& uri, const values::Ref<site::Scheme>& s
     if (!error.isEmpty())
         return {nullptr, error, false};
     const bool isSimulated = driver->isSimulated();
-    return {values::make<HalyardLogger>(std::move(driver), scheme, clock, settings), {}, isSimulated};
+    return {values::make<HalyardLogger>(std::move(driver), scheme, clock, settings, history), {}, isSimulated};
 }
 
 values::Ref<site::Logger> createUnavailableLogger(const QString& reason, const values::Ref<site::Scheme>& scheme,
-                                                  const std::shared_ptr<Clock>& clock)
+                                                  const std::shared_ptr<Clock>& clock,
+                                                  const values::Ref<site::HistoryKeeper>& history)
 {
-    return values::make<HalyardLogger>(std::make_unique<UnavailableDriver>(reason), scheme, clock, LiveSettings());
+    return values::make<HalyardLogger>(std::make_unique<UnavailableDriver>(reason), scheme, clock, LiveSettings(),
+                                       history);
 }
 
 } // namespace zan::halyard

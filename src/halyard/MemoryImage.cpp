@@ -28,6 +28,20 @@ bool forEachPage(std::int32_t pageSize, std::int64_t address, std::int64_t lengt
 
 } // namespace
 
+MemoryImage::MemoryImage(const MemoryImage& other)
+{
+    for (const auto& [number, page] : other.m_pages)
+        m_pages.emplace(number, std::make_unique<Page>(*page));
+}
+
+MemoryImage& MemoryImage::operator=(MemoryImage other) noexcept
+{
+    m_pages.swap(other.m_pages);
+    m_lastNumber = -1;
+    m_lastPage = nullptr;
+    return *this;
+}
+
 void MemoryImage::store(std::int32_t address, const QByteArray& bytes)
 {
     m_lastNumber = -1;

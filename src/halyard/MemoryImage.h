@@ -15,6 +15,10 @@ namespace zan::halyard {
 class MemoryImage
 {
 public:
+    MemoryImage() = default;
+    MemoryImage(const MemoryImage& other);
+    MemoryImage& operator=(MemoryImage other) noexcept;
+
     void store(std::int32_t address, const QByteArray& bytes);
     /// Makes bytes unknown again.
     void forget(std::int32_t address, std::int32_t length);

@@ -1,5 +1,8 @@
 #include "halyard/SimulatedDriver.h"
 
+#include "halyard/BlockPlan.h"
+
+#include <algorithm>
 #include <limits>
 
 namespace zan::halyard {
@@ -7,6 +10,10 @@ namespace zan::halyard {
 namespace {
 
 constexpr std::int64_t LongestTime = 3'600'000; // an hour in milliseconds
+/// Steps in which programming and unloading go from 0 to 100 percent.
+constexpr int WorkSteps = 20;
+/// Times without a connection that the logger remembers.
+constexpr std::size_t MostAbsences = 1000;
 constexpr std::int64_t EndOfMemory = std::int64_t(std::numeric_limits<std::int32_t>::max()) + 1;
 
 void takeWaves(UriOptions& options, SimulatedOptions& result)
@@ -53,6 +60,7 @@ SimulatedOptions SimulatedOptions::take(UriOptions& options, ByteOrder order)
     result.answerTime = options.integer(QStringLiteral("slow"), result.answerTime, 0, LongestTime);
     result.programTime = options.integer(QStringLiteral("programtime"), result.programTime, 0, LongestTime);
     result.unloadTime = options.integer(QStringLiteral("unloadtime"), result.unloadTime, 0, LongestTime);
+    result.keeps = options.integer(QStringLiteral("keeps"), result.keeps, 0, 100'000);
     result.refusesConnection = options.flag(QStringLiteral("refuse"));
     result.failsProgram = options.flag(QStringLiteral("programerror"));
     result.failsUnload = options.flag(QStringLiteral("unloaderror"));
@@ -68,6 +76,7 @@ SimulatedDriver::SimulatedDriver(SimulatedOptions options, std::shared_ptr<Clock
     , m_clock(std::move(clock))
     , m_memory(m_options.seed, m_options.order, m_options.waves)
     , m_birth(m_clock->now())
+    , m_closed(m_birth)
 {}
 
 DriverResult SimulatedDriver::open(const TextProgress& progress, CancelToken& token)
@@ -85,7 +94,28 @@ DriverResult SimulatedDriver::open(const TextProgress& progress, CancelToken& to
     }
     m_opened = m_clock->now();
     m_isOpen = true;
+    endAbsence();
     return {};
+}
+
+void SimulatedDriver::endAbsence()
+{
+    m_absences.push_back({m_closed, m_opened, m_memory.written()});
+    // What its store does not hold any more is forgotten, and with it the absences that lie further back.
+    std::int64_t records = 0;
+    for (std::size_t i = m_absences.size(); i-- > 0;) {
+        records += (m_absences[i].until - m_absences[i].from) / m_options.logPeriod;
+        if (records >= m_options.keeps || m_absences.size() - i >= MostAbsences) {
+            m_absences.erase(m_absences.begin(), m_absences.begin() + std::ptrdiff_t(i));
+            return;
+        }
+    }
+}
+
+void SimulatedDriver::close() noexcept
+{
+    if (std::exchange(m_isOpen, false))
+        m_closed = m_clock->now();
 }
 
 DriverResult SimulatedDriver::answer(std::int64_t milliseconds, CancelToken& token)
@@ -95,7 +125,7 @@ DriverResult SimulatedDriver::answer(std::int64_t milliseconds, CancelToken& tok
     const double age = double(m_clock->now() - m_opened) / 1000.0;
     if (m_isOpen && (m_options.dropAfter <= 0 || age < m_options.dropAfter))
         return {};
-    m_isOpen = false;
+    close();
     return {DriverStatus::Broken, QStringLiteral("The logger does not answer any more.")};
 }
 
@@ -109,6 +139,7 @@ bool SimulatedDriver::hasMemory(std::int64_t address, std::int64_t length) const
 void SimulatedDriver::prepare(const std::shared_ptr<const MemoryLayout>& layout)
 {
     m_memory.setLayout(*layout);
+    m_layout = *layout;
 }
 
 DriverResult SimulatedDriver::readBlock(std::int32_t address, std::int32_t length, QByteArray& bytes,
@@ -148,24 +179,72 @@ DriverResult SimulatedDriver::program(const PercentProgress& progress, CancelTok
 {
     DriverResult result =
         work(m_options.programTime, QStringLiteral("Sending program..."), m_options.failsProgram, progress, token);
-    if (result.isOk())
+    if (result.isOk()) {
         m_memory.reset();
+        m_absences.clear();
+    }
     return result;
 }
 
-DriverResult SimulatedDriver::unload(const PercentProgress& progress, CancelToken& token)
+std::vector<std::pair<std::int64_t, const SimulatedDriver::Absence*>> SimulatedDriver::keptMoments() const
 {
-    return work(m_options.unloadTime, QStringLiteral("Unloading data..."), m_options.failsUnload, progress, token);
+    std::vector<std::pair<std::int64_t, const Absence*>> moments;
+    for (auto absence = m_absences.rbegin(); absence != m_absences.rend(); ++absence) {
+        const std::int64_t count = (absence->until - absence->from) / m_options.logPeriod;
+        for (std::int64_t i = count; i > 0 && std::int64_t(moments.size()) < m_options.keeps; --i)
+            moments.emplace_back(absence->from + i * m_options.logPeriod, &*absence);
+    }
+    std::reverse(moments.begin(), moments.end());
+    return moments;
+}
+
+LoggedMemory SimulatedDriver::keptRecord(std::int64_t moment, const Absence& absence) const
+{
+    LoggedMemory record{moment, {}};
+    const double seconds = double(moment - m_birth) / 1000.0;
+    for (const MemoryBlock& block : planBlocks(m_layout, limits())) {
+        const auto keep = [&](std::int32_t address, std::int32_t length) {
+            if (hasMemory(address, length))
+                record.blocks.emplace_back(address, m_memory.read(address, length, seconds, absence.written));
+        };
+        if (hasMemory(block.address, block.length)) {
+            keep(block.address, block.length);
+            continue;
+        }
+        for (const MemoryField& field : m_layout) { // a hole does not take its neighbours along
+            if (field.address >= block.address && field.address < block.address + block.length)
+                keep(field.address, field.length);
+        }
+    }
+    return record;
+}
+
+DriverResult SimulatedDriver::unload(const RecordSink& records, const PercentProgress& progress, CancelToken& token)
+{
+    const auto moments = keptMoments();
+    std::size_t done = 0;
+    const auto take = [&](int step) {
+        std::vector<LoggedMemory> piece;
+        for (const std::size_t end = moments.size() * std::size_t(step) / WorkSteps; done < end; ++done)
+            piece.push_back(keptRecord(moments[done].first, *moments[done].second));
+        if (!piece.empty())
+            records(std::move(piece));
+    };
+    return work(m_options.unloadTime, QStringLiteral("Unloading data..."), m_options.failsUnload, progress, token,
+                take);
 }
 
 DriverResult SimulatedDriver::work(std::int64_t milliseconds, const QString& text, bool fails,
-                                   const PercentProgress& progress, CancelToken& token)
+                                   const PercentProgress& progress, CancelToken& token,
+                                   const std::function<void(int step)>& take)
 {
-    constexpr int steps = 20;
+    constexpr int steps = WorkSteps;
     constexpr int failingStep = 12;
     progress(-1, QStringLiteral("Waiting for prompt..."));
     for (int step = 0; step <= steps; ++step) {
         progress(step * 100 / steps, text);
+        if (take)
+            take(step);
         if (fails && step == failingStep)
             return {DriverStatus::Failed, QStringLiteral("the logger reported an error.")};
         const std::int64_t time = milliseconds * (step + 1) / steps - milliseconds * step / steps;

@@ -27,7 +27,8 @@ void SimulatedMemory::setLayout(const MemoryLayout& layout)
     }
 }
 
-QByteArray SimulatedMemory::read(std::int32_t address, std::int32_t length, double seconds) const
+QByteArray SimulatedMemory::read(std::int32_t address, std::int32_t length, double seconds,
+                                 const MemoryImage& written) const
 {
     QByteArray bytes(length, '\0');
     std::vector<bool> isCovered(std::size_t(length), false);
@@ -45,7 +46,7 @@ QByteArray SimulatedMemory::read(std::int32_t address, std::int32_t length, doub
         storeRaw(type, m_order, waveAt(address + i, type).at(seconds),
                  reinterpret_cast<std::uint8_t*>(bytes.data()) + i);
     }
-    m_written.overlay(address, length, reinterpret_cast<std::uint8_t*>(bytes.data()));
+    written.overlay(address, length, reinterpret_cast<std::uint8_t*>(bytes.data()));
     return bytes;
 }
 

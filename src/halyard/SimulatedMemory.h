@@ -24,7 +24,13 @@ public:
     void write(std::int32_t address, const QByteArray& bytes) { m_written.store(address, bytes); }
     /// Forgets what has been written.
     void reset() { m_written.clear(); }
-    QByteArray read(std::int32_t address, std::int32_t length, double seconds) const;
+    QByteArray read(std::int32_t address, std::int32_t length, double seconds) const
+    {
+        return read(address, length, seconds, m_written);
+    }
+    /// The same with what had been written at some other time.
+    QByteArray read(std::int32_t address, std::int32_t length, double seconds, const MemoryImage& written) const;
+    const MemoryImage& written() const noexcept { return m_written; }
 
 private:
     struct Field

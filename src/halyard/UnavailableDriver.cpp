@@ -31,7 +31,7 @@ DriverResult UnavailableDriver::program(const PercentProgress&, CancelToken&)
     return refusal();
 }
 
-DriverResult UnavailableDriver::unload(const PercentProgress&, CancelToken&)
+DriverResult UnavailableDriver::unload(const RecordSink&, const PercentProgress&, CancelToken&)
 {
     return refusal();
 }

@@ -16,7 +16,7 @@ public:
                            CancelToken& token) override;
     DriverResult writeBlock(std::int32_t address, const QByteArray& bytes, CancelToken& token) override;
     DriverResult program(const PercentProgress& progress, CancelToken& token) override;
-    DriverResult unload(const PercentProgress& progress, CancelToken& token) override;
+    DriverResult unload(const RecordSink& records, const PercentProgress& progress, CancelToken& token) override;
     void close() noexcept override {}
 
 private:

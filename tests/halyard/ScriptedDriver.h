@@ -58,6 +58,7 @@ struct DriverScript
     CancelToken* waiting = nullptr;
     std::map<std::string, DriverResult> results;
     std::map<std::int32_t, DriverStatus> blockStatus; ///< by an address inside the block
+    std::vector<LoggedMemory> kept;                   // what an unload hands over; set before it begins
     std::map<std::int32_t, std::uint8_t> memory;      ///< bytes that are not 0
     std::vector<std::string> calls;                   ///< as they came, "read 100+4"
     bool throws = false;                              ///< every call throws
@@ -121,9 +122,11 @@ public:
         progress(50, QStringLiteral("Half way"));
         return call("program", "program", token);
     }
-    DriverResult unload(const PercentProgress& progress, CancelToken& token) override
+    DriverResult unload(const RecordSink& records, const PercentProgress& progress, CancelToken& token) override
     {
         progress(-1, QStringLiteral("Reading"));
+        if (!m_script->kept.empty())
+            records(m_script->kept);
         return call("unload", "unload", token);
     }
     void close() noexcept override
