@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <cstdint>
 #include <optional>
 
 namespace zan::host {
@@ -73,6 +74,20 @@ struct ImportOptions
     QString out;    ///< where the scheme is written; empty: where it came from, or nowhere
 };
 
+/// `zanbench history`: what is done with the history of a scheme.
+struct HistoryOptions
+{
+    enum class Action { Export, Info, Check, Vacuum };
+
+    QString scheme;
+    Action action = Action::Info;
+    QString out;                       ///< of an export; empty: the standard output
+    QString channel;                   ///< WINDOW|KEY; empty: all
+    std::optional<std::int64_t> from;  ///< milliseconds since 1970, UTC
+    std::optional<std::int64_t> until; ///< without this moment itself
+    bool isUtc = false;
+};
+
 /// Pixels of the largest picture that is drawn, and of the largest panel of a run without a screen: 128 MB.
 constexpr qint64 LargestPictureArea = 32 * 1024 * 1024;
 
@@ -93,6 +108,7 @@ Parsed<ScriptOptions> parseScript(const QStringList& arguments);
 Parsed<TestOptions> parseTest(const QStringList& arguments);
 Parsed<WindowsOptions> parseWindows(const QStringList& arguments);
 Parsed<ImportOptions> parseImport(const QStringList& arguments);
+Parsed<HistoryOptions> parseHistory(const QStringList& arguments);
 
 /// How to open a scheme: the first half of the general help.
 QString openHelp();

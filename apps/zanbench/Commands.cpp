@@ -78,6 +78,8 @@ const std::vector<Command>& commands()
         {QStringLiteral("test"), QStringLiteral("Run the script tests of a folder."), &runTests},
         {QStringLiteral("windows"), QStringLiteral("List the windows of a scheme."), &runWindows},
         {QStringLiteral("import"), QStringLiteral("Lay out a window of an older text terminal."), &runImport},
+        {QStringLiteral("history"), QStringLiteral("Export, look at, check or tidy what a site has recorded."),
+         &runHistory},
     };
     return all;
 }

@@ -32,6 +32,9 @@ ExitCode runWindows(const QStringList& arguments, ProcessArguments process);
 /// `zanbench import`.
 ExitCode runImport(const QStringList& arguments, ProcessArguments process);
 
+/// `zanbench history`.
+ExitCode runHistory(const QStringList& arguments, ProcessArguments process);
+
 /// A command named by the first word of the command line.
 struct Command
 {

@@ -169,7 +169,7 @@ bool MainWindow::openScheme(const OpenOptions& options)
 {
     if (!confirmLeaving())
         return false;
-    OpenedSiteResult opened = OpenedSite::open(options.scheme, options.logger);
+    OpenedSiteResult opened = OpenedSite::open(options.scheme, options.logger, HistoryUse::Kept);
     if (!opened.site) {
         m_dialogs.showError(opened.error);
         return false;
@@ -186,11 +186,15 @@ bool MainWindow::openScheme(const OpenOptions& options)
     setTrail({});
     m_keeper = keeperOf(opened.site->scheme().path());
     const EditKeeper::Offer offer = offerEdits(*m_keeper, *opened.site);
-    if (offer.restored)
-        opened = OpenedSite::serve(offer.restored, options.logger);
+    if (offer.restored) {
+        opened = {}; // of two that are open at once only one would write the history
+        opened = OpenedSite::serve(offer.restored, options.logger, HistoryUse::Kept);
+    }
     QStringList notes = offer.notes;
     if (!opened.site->loggerProblem().isEmpty())
         notes.append(opened.site->loggerProblem());
+    if (!opened.site->historyProblem().isEmpty())
+        notes.append(opened.site->historyProblem());
     m_actions.lock->setChecked(!options.unlock);
     beginSite(std::move(opened), bool(offer.restored));
 
@@ -228,6 +232,11 @@ void MainWindow::connectSite()
     const Ref<site::Link> link = logger->Link();
     connect(link.get(), &site::Link::StateChange, this, &MainWindow::linkChanged);
     connect(logger.get(), &site::Logger::NewBenchData, m_status, &HostStatus::dataArrived);
+    connect(logger.get(), &site::Logger::NewENTData, this, [this, told = QString()]() mutable {
+        const QString problem = m_site ? m_site->historyProblem() : QString();
+        if (std::exchange(told, problem) != problem && !problem.isEmpty())
+            m_errors->showError(problem);
+    });
     connect(logger.get(), &site::Logger::ConnectionProgress, m_status, &HostStatus::setProgress);
     connect(logger.get(), &site::Logger::ConnectionError, m_errors, &ErrorBar::showError);
     if (auto* halyard = qobject_cast<halyard::HalyardLogger*>(logger.get())) {

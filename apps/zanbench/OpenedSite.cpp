@@ -19,19 +19,21 @@ bool isChannelStore(site::SchemeWindow& window)
 
 } // namespace
 
-OpenedSiteResult OpenedSite::open(const QString& path, const QString& loggerUri)
+OpenedSiteResult OpenedSite::open(const QString& path, const QString& loggerUri, HistoryUse use)
 {
     const trellis::OpenResult opened = trellis::SchemeFile::open(path);
-    return opened ? serve(opened.scheme, loggerUri) : OpenedSiteResult{nullptr, opened.error.text()};
+    return opened ? serve(opened.scheme, loggerUri, use) : OpenedSiteResult{nullptr, opened.error.text()};
 }
 
-OpenedSiteResult OpenedSite::serve(const Ref<trellis::SchemeFile>& scheme, const QString& loggerUri)
+OpenedSiteResult OpenedSite::serve(const Ref<trellis::SchemeFile>& scheme, const QString& loggerUri, HistoryUse use)
 {
     std::unique_ptr<OpenedSite> site(new OpenedSite);
     site->m_scheme = scheme;
+    site->m_history = SiteHistory::open(*scheme, use);
     const QString uri = loggerUri.isEmpty() ? scheme->loggerUri() : loggerUri;
     if (!uri.isEmpty()) {
-        halyard::LoggerResult made = halyard::createLogger(uri, scheme);
+        halyard::LoggerResult made =
+            halyard::createLogger(uri, scheme, halyard::systemClock(), site->m_history.store);
         if (made.logger) {
             site->m_logger = made.logger;
             site->m_loggerUri = uri;
@@ -45,8 +47,14 @@ OpenedSiteResult OpenedSite::serve(const Ref<trellis::SchemeFile>& scheme, const
     // A panel reaches its scheme through its logger. The one that stands in has no data, least of all made-up ones.
     const QString reason =
         site->m_loggerProblem.isEmpty() ? QStringLiteral("The scheme names no logger.") : site->m_loggerProblem;
-    site->m_logger = halyard::createUnavailableLogger(reason, scheme);
+    site->m_logger =
+        halyard::createUnavailableLogger(reason, scheme, halyard::systemClock(), site->m_history.store);
     return {std::move(site), {}};
+}
+
+QString OpenedSite::historyProblem() const
+{
+    return m_history.store ? m_history.store->State() : m_history.problem;
 }
 
 QStringList OpenedSite::panelKeys() const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zanbench/SiteHistory.h"
+
 #include "site/Logger.h"
 #include "trellis/SchemeFile.h"
 
@@ -28,10 +30,12 @@ public:
     /// Opens a scheme with the logger of this URI, or with the scheme's own when it is empty. A URI given here that
     /// is no logger's is an error; one in the scheme is not: the site then opens with loggerProblem(), and its
     /// logger answers every attempt to connect with it.
-    static OpenedSiteResult open(const QString& path, const QString& loggerUri);
+    /// Its records are kept as `use` says; a HISTORY that cannot be used is no error either, but historyProblem().
+    static OpenedSiteResult open(const QString& path, const QString& loggerUri, HistoryUse use = HistoryUse::None);
 
     /// The same with a scheme that is there already, as restored edits are.
-    static OpenedSiteResult serve(const Ref<trellis::SchemeFile>& scheme, const QString& loggerUri);
+    static OpenedSiteResult serve(const Ref<trellis::SchemeFile>& scheme, const QString& loggerUri,
+                                  HistoryUse use = HistoryUse::None);
 
     trellis::SchemeFile& scheme() const { return *m_scheme; }
     const Ref<site::Logger>& logger() const { return m_logger; }
@@ -39,6 +43,8 @@ public:
     const QString& loggerUri() const { return m_loggerUri; }
     /// Why the scheme's logger cannot be used; empty when it can, or when the scheme names none.
     const QString& loggerProblem() const { return m_loggerProblem; }
+    /// What a person has to know of the history; empty while everything is stored, or nothing is to be.
+    QString historyProblem() const;
     bool canConnect() const { return !m_loggerUri.isEmpty(); }
     /// Whether the logger makes its values up: the host says so wherever it names the site.
     bool isSimulated() const { return m_isSimulated; }
@@ -63,6 +69,7 @@ private:
 
     Ref<trellis::SchemeFile> m_scheme;
     Ref<site::Logger> m_logger;
+    SiteHistory m_history; // the logger's records go there
     QString m_loggerUri;
     QString m_loggerProblem;
     bool m_isSimulated = false;

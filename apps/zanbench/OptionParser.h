@@ -34,7 +34,7 @@ public:
 
     bool has(const QString& name) const { return m_parser.isSet(name); }
     QString text(const QString& name) const { return m_parser.value(name); }
-    QString positional() const { return m_parser.positionalArguments().value(0); }
+    QString positional(int place = 0) const { return m_parser.positionalArguments().value(place); }
     /// The command's own help: its usage and its options.
     QString help() const;
 

@@ -13,6 +13,7 @@ using document::element::Window;
 inline const values::Name Scheme("SCHEME");
 inline const values::Name SchemeName("NAME");
 inline const values::Name Logger("LOGGER");
+inline const values::Name History("HISTORY");
 inline const values::Name Channel("CHANNEL");
 inline const values::Name Label("LABEL");
 inline const values::Name Units("UNITS");

@@ -163,6 +163,11 @@ void SchemeFile::setLoggerUri(const QString& uri)
     writeText(m_document.documentElement(), element::Logger, uri);
 }
 
+QString SchemeFile::historyText() const
+{
+    return m_document.documentElement().child(element::History).text();
+}
+
 void SchemeFile::Save()
 {
     store(m_file, false);

@@ -69,6 +69,8 @@ public:
     /// URI of the logger of the site; empty when the scheme names none.
     QString loggerUri() const;
     void setLoggerUri(const QString& uri);
+    /// Where the history of the site is kept; empty when the scheme does not say.
+    QString historyText() const;
     /// The whole tree.
     Node document() const { return m_document; }
 

@@ -1,5 +1,7 @@
 #include "zanbench/CommandLine.h"
 
+#include <QDateTime>
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -86,6 +88,7 @@ TEST(CommandLine, EachCommandHasAHelpOfItsOwn)
         {"Usage: zanbench test FOLDER", parseTest(words("--help")).text},
         {"Usage: zanbench windows SCHEME", parseWindows(words("--help")).text},
         {"Usage: zanbench import FILE", parseImport(words("--help")).text},
+        {"Usage: zanbench history SCHEME", parseHistory(words("--help")).text},
     };
     for (const auto& [beginning, text] : rows)
         EXPECT_TRUE(text.startsWith(beginning)) << beginning << " but " << text.toStdString();
@@ -147,6 +150,37 @@ TEST(CommandLine, TheLargestPictureIsAllowed)
 {
     EXPECT_TRUE(parseShot(words("s.scheme --out o.JPG --size 16384x2048")).options);
     EXPECT_TRUE(parseShot(words("s.scheme --out o.png --size 2896x2896 --scale 2")).options);
+}
+
+TEST(CommandLine, TimesOfAHistoryAreLocalUnlessTheySayOtherwise)
+{
+    const auto parsed = parseHistory(words(
+        "a.scheme export --from 2026-03-01T12:00:00Z --until 2026-03-02 --channel Pump|LEVEL --utc --out a.csv"));
+    ASSERT_TRUE(parsed.options) << parsed.text.toStdString();
+    EXPECT_EQ(parsed.options->action, HistoryOptions::Action::Export);
+    EXPECT_EQ(parsed.options->from, QDateTime(QDate(2026, 3, 1), QTime(12, 0), Qt::UTC).toMSecsSinceEpoch());
+    EXPECT_EQ(parsed.options->until, QDateTime(QDate(2026, 3, 2), QTime(0, 0)).toMSecsSinceEpoch());
+    EXPECT_EQ(parsed.options->channel, QStringLiteral("Pump|LEVEL"));
+    EXPECT_EQ(parsed.options->out, QStringLiteral("a.csv"));
+    EXPECT_TRUE(parsed.options->isUtc);
+}
+
+TEST(CommandLine, HistoryIsToldWhatIsMissingOrWrong)
+{
+    const std::pair<const char*, const char*> rows[] = {
+        {"", "scheme file is missing"},
+        {"a.scheme", "export, info, check or vacuum"},
+        {"a.scheme destroy", "'destroy' is none of export, info, check or vacuum"},
+        {"a.scheme export --from yesterday", "'yesterday' is no time"},
+        {"a.scheme info --out a.csv", "--out belongs to export"},
+        {"a.scheme info b", "'b' is one argument too many"},
+    };
+    for (const auto& [line, problem] : rows) {
+        const auto parsed = parseHistory(words(line));
+        EXPECT_FALSE(parsed.options) << line;
+        EXPECT_EQ(parsed.code, Misuse) << line;
+        EXPECT_TRUE(parsed.text.contains(QLatin1String(problem))) << parsed.text.toStdString();
+    }
 }
 
 TEST(CommandLine, ScriptTestAndWindowsAreToldWhatIsMissingOrWrong)
