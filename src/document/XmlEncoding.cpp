@@ -136,7 +136,11 @@ std::optional<QByteArray> toUtf8(const QByteArray& bytes, ParseError& error)
         return utf16ToUtf8(bytes, true, error);
     if (bytes.startsWith("\xFF\xFE"))
         return utf16ToUtf8(bytes, false, error);
-    const QByteArray encoding = declaredEncoding(bytes);
+    return toUtf8(bytes, declaredEncoding(bytes), error);
+}
+
+std::optional<QByteArray> toUtf8(const QByteArray& bytes, QByteArrayView encoding, ParseError& error)
+{
     if (encoding.isEmpty() || encoding == "utf-8" || encoding == "utf8" || encoding == "us-ascii" ||
         encoding == "ascii")
         return bytes;
@@ -146,7 +150,7 @@ std::optional<QByteArray> toUtf8(const QByteArray& bytes, ParseError& error)
         return singleBytesToUtf8(bytes, true);
     error = errorAt(bytes, bytes.indexOf("encoding"),
                     QStringLiteral("The encoding \"%1\" cannot be read here; save the text as UTF-8.")
-                        .arg(QString::fromLatin1(encoding.left(40))));
+                        .arg(QString::fromLatin1(encoding.first(std::min<qsizetype>(encoding.size(), 40)))));
     return std::nullopt;
 }
 

@@ -19,6 +19,8 @@ QString fromUtf8(QByteArrayView utf8);
 /// The bytes of an XML text as UTF-8 without a byte order mark. A mark decides; without one the declared encoding
 /// does: UTF-8, US-ASCII, ISO-8859-1 or windows-1252. Nothing, and the reason, for any other.
 std::optional<QByteArray> toUtf8(const QByteArray& bytes, ParseError& error);
+/// The same of bytes without a mark whose encoding has been told in another way, by one of those names in lower case.
+std::optional<QByteArray> toUtf8(const QByteArray& bytes, QByteArrayView encoding, ParseError& error);
 /// The same of text in memory, whatever encoding it declares.
 std::optional<QByteArray> toUtf8(const QString& text, ParseError& error);
 
