@@ -19,7 +19,13 @@ void Scan::update(wrappers::iBenchControl& control, wrappers::BenchControls& con
 bool Scan::mayRest(const wrappers::iBenchControl& control)
 {
     const ControlType* type = typeOf(control);
-    return !type || type->live.due == wrappers::UpdateDue::AfterAChange;
+    return !type || (type->live.due == wrappers::UpdateDue::AfterAChange && !isWaiting(control));
+}
+
+bool Scan::isWaiting(const wrappers::iBenchControl& control)
+{
+    const ControlType* type = typeOf(control);
+    return type && type->live.isWaiting && type->live.isWaiting(control);
 }
 
 void Scan::followLink(wrappers::iBenchControl& control, int state)

@@ -15,6 +15,7 @@ public:
     {}
     void update(wrappers::iBenchControl& control, wrappers::BenchControls& controls) override;
     bool mayRest(const wrappers::iBenchControl& control) override;
+    bool isWaiting(const wrappers::iBenchControl& control) override;
     void followLink(wrappers::iBenchControl& control, int state) override;
     void feedRecords(wrappers::iBenchControl& control, wrappers::BenchControls& controls) override;
 

@@ -2,6 +2,7 @@
 
 #include "document/Elements.h"
 #include "document/XMLOps.h"
+#include "livedata/RestrictionDisplay.h"
 #include "values/Convert.h"
 #include "values/Failure.h"
 #include "values/Format.h"
@@ -13,6 +14,7 @@ using document::XMLOps::GetAttribute;
 using values::Name;
 using values::Ref;
 using values::Variant;
+using wrappers::BenchControls;
 using wrappers::iBenchControl;
 
 namespace {
@@ -40,11 +42,13 @@ QString plainText(const site::Channel& channel)
     return channel.Value().isEmpty() ? QString() : values::format(channel.Value(), channel.Format());
 }
 
-void updateLabel(iBenchControl& control)
+void updateLabel(iBenchControl& control, const BenchControls& controls)
 {
     const Ref<site::Channel> channel = control.Channel();
-    if (!channel)
+    if (!channel) {
+        UpdateRestrictions(control, controls);
         return;
+    }
     // Compared as text: "00" counts as labelled.
     const QString showLabels = GetAttribute(control.XMLNode(), element::ShowLabels, QStringLiteral("0"));
     const bool plain = showLabels == QLatin1String("0");
@@ -60,9 +64,9 @@ void showFailure(iBenchControl& control, Name property, const QString& text)
 
 } // namespace
 
-void UpdateLabel(iBenchControl& control)
+void UpdateLabel(iBenchControl& control, const BenchControls& controls)
 {
-    if (!values::attempt([&] { updateLabel(control); }))
+    if (!values::attempt([&] { updateLabel(control, controls); }))
         showFailure(control, CaptionName, QStringLiteral("ERROR!"));
 }
 

@@ -2,6 +2,7 @@
 
 #include "display/SiteMapControl.h"
 #include "display/frmProgress.h"
+#include "ecan/NetworkSource.h"
 #include "surface/host/Surface.h"
 #include "values/Failure.h"
 #include "values/Twips.h"
@@ -252,6 +253,16 @@ void BenchWindow::WriteProperties(PropertyBag& bag) const
 Ref<wrappers::BenchControls> BenchWindow::Controls() const
 {
     return m_document->controlsOrNothing();
+}
+
+QString BenchWindow::ECANHost() const
+{
+    return m_document->restrictionSource().host();
+}
+
+void BenchWindow::setECANHost(const QString& host)
+{
+    m_document->restrictionSource().setHost(host);
 }
 
 bool BenchWindow::HideProtectedControls() const

@@ -102,6 +102,12 @@ public:
     Ref<surface::Picture> Picture() const;
     void setPicture(const Ref<surface::Picture>& picture);
 
+    /// The server that labels bound to ECAN's web service ask: `host`, `host:port`, or http:// or https:// before that.
+    /// Empty by default: then nobody is asked. It is the host program's alone, kept neither in a bag nor in a document.
+    QString ECANHost() const;
+    /// Raises 380 for a text that names no server.
+    void setECANHost(const QString& host);
+
     bool HideProtectedControls() const;
     void setHideProtectedControls(bool hide);
     /// Empty after the panel was hidden.

@@ -43,6 +43,7 @@ const binding::MemberTable& BenchWindowObject::members() const
                 method<&C::SaveWindow>("SaveWindow"),
                 property<&C::LockMenu, &C::setLockMenu>("LockMenu"),
                 property<&C::HideProtectedControls, &C::setHideProtectedControls>("HideProtectedControls"),
+                property<&C::ECANHost, &C::setECANHost>("ECANHost"),
                 property<&C::AlignmentGuides, &C::setAlignmentGuides>("AlignmentGuides"),
                 property<&C::KeyboardEditing, &C::setKeyboardEditing>("KeyboardEditing"),
                 method<&C::Undo>("Undo"),

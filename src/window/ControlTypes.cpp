@@ -5,6 +5,7 @@
 #include "display/StatusLightControl.h"
 #include "display/ValueBarControl.h"
 #include "livedata/BarDisplay.h"
+#include "livedata/RestrictionDisplay.h"
 #include "livedata/StatusDisplay.h"
 #include "livedata/TextDisplay.h"
 #include "surface/intrinsic/CheckBox.h"
@@ -68,7 +69,7 @@ constexpr std::array<ControlType, 13> table{{
      .press = OnPress::HostDrag,
      .selectsOnHover = true,
      .drop = OnDrop::MovesIt,
-     .live = {.update = by<UpdateLabel>},
+     .live = {.update = by<UpdateLabel>, .isWaiting = WaitsForRestrictions},
      .setup = &dialogs::frmChannel},
     {.key = u"VB.TextBox",
      .menuCaption = u"&Text Box",

@@ -3,6 +3,7 @@
 #include "document/Elements.h"
 #include "document/LoadByName.h"
 #include "document/XMLOps.h"
+#include "ecan/NetworkSource.h"
 #include "livedata/Scan.h"
 #include "surface/host/Surface.h"
 #include "values/Failure.h"
@@ -22,7 +23,7 @@
 #include <QPointer>
 #include <QScopeGuard>
 
-#include <array>
+#include <vector>
 
 namespace zan::window {
 
@@ -38,6 +39,7 @@ using values::Name;
 namespace {
 
 const QString UnsavedWindowKey = QStringLiteral("RTD");
+const Name HostName("ECANHost");
 
 void storeFont(const Node& parent, binding::Object& font)
 {
@@ -51,6 +53,7 @@ PanelDocument::PanelDocument(BenchWindow& panel, surface::Surface& surface, wrap
     , m_surface(surface)
     , m_factory(std::make_unique<ControlFactory>(surface, types))
     , m_liveData(std::make_unique<livedata::Scan>(types))
+    , m_restrictions(std::make_unique<ecan::NetworkSource>())
     , m_controls(values::make<wrappers::BenchControls>())
     , m_siteMap(std::make_unique<SiteMapPlacement>(
           surface, [&panel](const QString& scheme) { Q_EMIT panel.LoadScheme(scheme); }))
@@ -60,6 +63,11 @@ PanelDocument::PanelDocument(BenchWindow& panel, surface::Surface& surface, wrap
     m_controls->setWindow(this);
     m_controls->setLiveData(m_liveData.get());
     m_controls->setParentHandle(surface.hWnd());
+    // Labels that wait need not wait for the logger, which may not even be connected.
+    QObject::connect(m_restrictions.get(), &ecan::NetworkSource::ended, m_restrictions.get(), [this] {
+        if (const Ref<wrappers::BenchControls> list = m_controls)
+            list->scanWaiting();
+    });
 }
 
 PanelDocument::~PanelDocument()
@@ -75,6 +83,7 @@ void PanelDocument::end()
     m_controls->setWindow(nullptr);
     m_controls->setLiveData(nullptr);
     m_controls = nullptr;
+    m_restrictions->stop();
 }
 
 Ref<wrappers::BenchControls> PanelDocument::controls() const
@@ -107,6 +116,11 @@ void PanelDocument::discardControl(const Ref<binding::Object>& control)
 void PanelDocument::restoreControl(const wrappers::PlacedControl& placed)
 {
     m_factory->restore(placed);
+}
+
+ecan::Source* PanelDocument::restrictions()
+{
+    return m_restrictions.get();
 }
 
 void PanelDocument::reportError(const values::RuntimeError& error)
@@ -205,6 +219,7 @@ void PanelDocument::load(const QString& key)
         return;
     m_panel.editor().leaveWindow();
     SiteMapPlacement::removeStale(tree);
+    m_restrictions->forgetAnswers(); // the labels of a window that is loaded again have their data fetched anew
     // The collection empties the tree of the window shown before and builds this one's controls.
     const Ref<wrappers::BenchControls> list = controls();
     list->setXMLNode(tree);
@@ -227,13 +242,17 @@ void PanelDocument::load(const QString& key)
 /// Sets the panel's properties from its container. Gives the element of the site map, or null.
 Node PanelDocument::applyContainer()
 {
-    std::array special{SpecialChild{element::Font, {}}, SpecialChild{element::SiteMap, {}}};
+    std::vector<SpecialChild> special{{element::Font, {}}, {element::SiteMap, {}}};
+    // What the host program alone decides is not taken from a document, however it spells the name.
+    for (Node child = m_container.firstChildElement(); child; child = child.nextSiblingElement()) {
+        if (child.name().localPart().equalsIgnoringCase(HostName))
+            special.push_back({child.name().localPart(), {}});
+    }
     const Ref<FontObject> font = m_surface.surfaceFont();
     document::loadByName(m_container, *m_panel.object(), special);
-    const auto& [fontNode, siteMap] = special;
-    if (fontNode.node)
-        wrappers::applyFontNode(fontNode.node, *font);
-    return siteMap.node;
+    if (special[0].node)
+        wrappers::applyFontNode(special[0].node, *font);
+    return special[1].node;
 }
 
 void PanelDocument::import(const QString& file)

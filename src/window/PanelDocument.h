@@ -9,6 +9,9 @@
 #include <functional>
 #include <memory>
 
+namespace zan::ecan {
+class NetworkSource;
+}
 namespace zan::surface {
 class Surface;
 }
@@ -68,11 +71,14 @@ public:
     wrappers::ControlTypes controlTypes() const override;
     /// The windows of the logger's scheme; Nothing when the scheme has none. Raises 91 without a logger or a scheme.
     Ref<site::SchemeWindows> schemeWindows() override;
+    /// Where labels without a channel have restriction data from.
+    ecan::NetworkSource& restrictionSource() const noexcept { return *m_restrictions; }
 
 private:
     Ref<wrappers::iBenchControl> createControl(const QString& type) override;
     void discardControl(const Ref<binding::Object>& control) override;
     void restoreControl(const wrappers::PlacedControl& placed) override;
+    ecan::Source* restrictions() override;
     void reportError(const values::RuntimeError& error) override;
 
     void announceChange(void (BenchWindow::*signal)());
@@ -85,6 +91,7 @@ private:
     surface::Surface& m_surface;
     std::unique_ptr<ControlFactory> m_factory;
     std::unique_ptr<wrappers::LiveData> m_liveData;
+    std::unique_ptr<ecan::NetworkSource> m_restrictions;
     Ref<wrappers::BenchControls> m_controls;
     Ref<site::SchemeWindow> m_currentWindow;
     document::Node m_container; // null while the current window's has not been needed yet

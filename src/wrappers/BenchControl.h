@@ -73,7 +73,8 @@ public:
     void UpdateNode() override;
     void ZOrder(std::optional<std::int32_t> position) override;
     bool Updated() const override { return m_updated; }
-    void setUpdated(bool updated) override { m_updated = updated; }
+    /// Once True it stays True: what has been fetched is not fetched again.
+    void setUpdated(bool updated) override { m_updated = m_updated || updated; }
 
     const binding::MemberTable& members() const override;
     /// Counts the exchanges of node, channel and live control.

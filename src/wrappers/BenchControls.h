@@ -62,6 +62,10 @@ public:
     /// Refreshes every control once, in order. A failure of one ends the pass and reaches the caller. Controls for
     /// which it is known that nothing would change are passed over.
     void ScanControls();
+    /// Refreshes the controls that wait for something else than the logger: it may have come. Raises nothing.
+    void scanWaiting();
+    /// Where restriction data comes from; null without a window that has any.
+    ecan::Source* restrictions() const { return m_window ? m_window->restrictions() : nullptr; }
     /// Whether the logger has delivered data since the window was loaded; outlives a disconnect.
     bool HaveData() const { return m_haveData; }
 

@@ -54,6 +54,19 @@ void BenchControls::ScanControls()
     }
 }
 
+void BenchControls::scanWaiting()
+{
+    const Ref<BenchControls> alive(this);
+    const Marking off(Marking::Off);
+    for (std::int32_t place = 1; m_liveData && place <= m_list.count(); ++place) {
+        const Ref<iBenchControl> control = m_list.at(place);
+        values::attempt([&] {
+            if (m_liveData->isWaiting(*control))
+                m_liveData->update(*control, *this);
+        });
+    }
+}
+
 bool BenchControls::holdsAt(std::int32_t place, const Ref<iBenchControl>& control) const
 {
     return m_liveData && place <= m_list.count() && m_list.at(place) == control;

@@ -76,6 +76,7 @@ struct LiveRoutines
 {
     void (*update)(iBenchControl& control, BenchControls& controls) = nullptr;
     UpdateDue due = UpdateDue::AfterAChange;
+    bool (*isWaiting)(const iBenchControl& control) = nullptr; ///< an update is due at each scan for as long
     void (*followLink)(iBenchControl& control, int state) = nullptr;
     void (*feedRecords)(iBenchControl& control, BenchControls& controls) = nullptr;
 };

@@ -4,6 +4,10 @@
 #include "wrappers/ControlType.h"
 #include "wrappers/iBenchControl.h"
 
+namespace zan::ecan {
+class Source;
+}
+
 namespace zan::wrappers {
 
 class BenchControls;
@@ -34,6 +38,8 @@ public:
     virtual void discardControl(const Ref<binding::Object>& control) = 0;
     /// Takes that back for a control that is put back as it stood.
     virtual void restoreControl(const PlacedControl& placed) = 0;
+    /// Where labels without a channel have restriction data from; null for a window without it.
+    virtual ecan::Source* restrictions() { return nullptr; }
     /// Hands an error that reached an event boundary to the host.
     virtual void reportError(const values::RuntimeError& error) = 0;
 };
@@ -49,6 +55,8 @@ public:
     /// documents (a ReadRecorder tells which), the channel and the live control. False when it depends on anything
     /// else, or must be made whether that has changed or not: such a control is updated at every scan.
     virtual bool mayRest(const iBenchControl&) { return false; }
+    /// Whether a control waits for something that its updates alone bring along, without the logger's having new data.
+    virtual bool isWaiting(const iBenchControl&) { return false; }
     /// Brings one control in line with a new state of the link.
     virtual void followLink(iBenchControl& control, int state) = 0;
     /// Feeds one control with the log buffers' new records.

@@ -79,7 +79,7 @@ public:
     virtual void UpdateNode() {}
     virtual void ZOrder(std::optional<std::int32_t> /*Position*/ = {}) {}
 
-    /// Scratch flag of the live-data code, not stored.
+    /// Whether restriction data has been fetched for the control; not stored.
     virtual bool Updated() const { return false; }
     virtual void setUpdated(bool) {}
 

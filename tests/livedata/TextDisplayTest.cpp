@@ -36,7 +36,7 @@ protected:
     }
     QString label()
     {
-        UpdateLabel(*wrapper);
+        UpdateLabel(*wrapper, *collection);
         return live->caption;
     }
     QString textBox()
@@ -47,6 +47,7 @@ protected:
 
     Ref<fake::FakeLogger> logger = make<fake::FakeLogger>();
     Ref<fake::FakeChannel> channel = logger->channel(QStringLiteral("RTD"), QStringLiteral("STAGE"));
+    Ref<wrappers::BenchControls> collection = make<wrappers::BenchControls>();
     Ref<BenchControl> wrapper = make<BenchControl>();
     Ref<fake::FakeControl> live = make<fake::FakeControl>();
 };
@@ -145,13 +146,12 @@ TEST_F(TextDisplay, WrapperWithoutLiveControlIsNoFailure)
 {
     const auto empty = make<BenchControl>();
     empty->setChannel(channel);
-    EXPECT_NO_THROW(UpdateLabel(*empty));
+    EXPECT_NO_THROW(UpdateLabel(*empty, *collection));
     EXPECT_NO_THROW(UpdateTextBox(*empty));
 }
 
 TEST_F(TextDisplay, ScanTellsTypesApartExactly)
 {
-    const auto collection = make<wrappers::BenchControls>();
     livedata::Scan scan{window::controlTypes()};
     wrapper->setChannel(channel);
     channel->value = Variant(4);

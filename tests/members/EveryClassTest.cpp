@@ -45,6 +45,7 @@ const Exemption Exemptions[] = {
     {"Channel", "XMLNode", Left::Unread, NodesAreHandles},
     {"BenchControl", "XMLNode", Left::Unread, NodesAreHandles},
     {"BenchControl", "XMLNode", Left::Unwritten, NodesAreHandles},
+    {"BenchControl", "Updated", Left::Unwritten, "stays True once it is"},
     {"BenchControls", "XMLNode", Left::Unread, NodesAreHandles},
     {"BenchControls", "XMLNode", Left::Unwritten, "a write makes all controls anew"},
     {"XMLNode", "parentNode", Left::Unread, NodesAreHandles},
