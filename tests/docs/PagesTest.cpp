@@ -1,4 +1,5 @@
 #include "halyard/LoggerFactory.h"
+#include "keel/KeelText.h"
 #include "trellis/SchemeFile.h"
 #include "window/BenchWindow.h"
 
@@ -40,6 +41,24 @@ TEST(Pages, TheProgramsForEmbeddersAreThoseThatAreBuilt)
         EXPECT_FALSE(source.isEmpty()) << program;
         EXPECT_TRUE(shown.contains(source)) << program << ": docs/embedding.md shows another text";
     }
+}
+
+TEST(Pages, TheOlderWindowsThatAreDescribedCanBeRead)
+{
+    int windows = 0;
+    for (const QString& text : blocks(QStringLiteral("docs/keel.md"), QStringLiteral("keel"))) {
+        const keel::KeelText described = keel::parseKeel(text.toUtf8());
+        ASSERT_FALSE(described.error) << described.error->text(QStringLiteral("docs/keel.md")).toStdString();
+        EXPECT_GT(described.fields.size(), 1U);
+        ++windows;
+    }
+    EXPECT_GT(windows, 0);
+    QFile example(QStringLiteral("examples/weir.kel"));
+    ASSERT_TRUE(example.open(QIODevice::ReadOnly));
+    const keel::KeelText read = keel::parseKeel(example.readAll());
+    ASSERT_FALSE(read.error) << read.error->text(example.fileName()).toStdString();
+    EXPECT_EQ(read.fields.at(0).label, u"MILL CREEK WEIR");
+    EXPECT_TRUE(read.fields.at(2).label.startsWith(u"╔═ RIVER ═"));
 }
 
 TEST(Pages, TheSchemeThatIsDescribedOpensAndShowsEveryControl)

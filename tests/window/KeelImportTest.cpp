@@ -172,7 +172,8 @@ TEST_F(KeelImportTest, UseCountOfALiveValueIsOneWhateverTheSchemeGaveIt)
     });
     import(Level + "5,0,Also,,0\n");
     EXPECT_EQ(control(2)->Channel()->UseCount(), 1);
-    EXPECT_EQ(control(3)->Channel()->UseCount(), 1) << "address 0 is one";
+    ASSERT_TRUE(control(3)->Channel()) << "address 0 is one";
+    EXPECT_EQ(control(3)->Channel()->UseCount(), 1);
 }
 
 TEST_F(KeelImportTest, RowWithoutAnAddressIsFixedTextOfLabelAndUnits)
