@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 namespace zan::wrappers {
 class iBenchControl;
@@ -67,6 +68,9 @@ public:
     void write(PropertyBag& bag) const;
 
 private:
+    struct BagRow;
+    static const std::vector<BagRow>& bagRows();
+    values::Variant fallbackOf(const BagRow& row) const;
     void changed(const char* name);
     template <class Apply>
     void forFollowers(Apply apply);
