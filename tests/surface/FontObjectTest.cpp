@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace zan::surface::tests {
 
 using test::errorOf;
@@ -116,7 +118,7 @@ TEST(FontObject, ACopyIsEqualAndChangesAlone)
     EXPECT_FALSE(original->italic());
 }
 
-TEST(FontObject, EqualityLooksAtEachOfTheEightValues)
+TEST(FontObject, EqualityAndCopiesLookAtEachOfTheEightValues)
 {
     const std::pair<const char*, Variant> rows[]{
         {"Name", Variant(u"ms sans serif")},
@@ -132,8 +134,15 @@ TEST(FontObject, EqualityLooksAtEachOfTheEightValues)
         const auto other = font();
         other->put(Name(name), value);
         EXPECT_FALSE(fontsEqual(*font(), *other)) << name;
+        EXPECT_TRUE(fontsEqual(*copyFont(*other), *other)) << name;
     }
     EXPECT_TRUE(fontsEqual(*font(), *font()));
+    for (const binding::Member* kept : font()->members().stored()) {
+        EXPECT_TRUE(std::any_of(std::begin(rows), std::end(rows),
+                                [kept](const auto& row) { return kept->name == Name(row.first); }))
+            << "a value of fonts that nobody compares: " << kept->name.text().toStdString();
+    }
+    EXPECT_EQ(font()->members().stored().size(), std::size(rows) - 1) << "all but Bold, which Weight says too";
 }
 
 TEST(FontObject, AFontWithOneCharacterSetBringsIt)

@@ -6,9 +6,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace zan::surface {
 
+using binding::Member;
 using values::ErrorNumber;
 
 namespace {
@@ -18,6 +20,7 @@ constexpr std::int16_t BoldWeight = 700;
 constexpr std::int16_t BoldAbove = 550;
 constexpr std::int64_t OnePoint = 10000; // Currency counts ten-thousandths
 constexpr std::int64_t LargestSize = 2160 * OnePoint;
+constexpr Currency DefaultSize{82500};
 constexpr double PixelsPerPoint = 96.0 / 72.0;
 
 void requireInRange(std::int64_t value, std::int64_t least, std::int64_t most)
@@ -39,7 +42,7 @@ FontObject::FontObject()
     , m_italic(false)
     , m_underline(false)
     , m_strikethrough(false)
-    , m_size{82500}
+    , m_size(DefaultSize)
     , m_name(defaultFontName())
 {}
 
@@ -59,21 +62,45 @@ Ref<FontObject> FontObject::fromQFont(const QFont& font)
     return result;
 }
 
+namespace {
+
+/// A design value of fonts: what it is in a new one, and how a copy takes it over, untold.
+template <class Copy>
+Member kept(Member row, Variant standard, Copy)
+{
+    row.hasField = row.isStored = true;
+    row.fallback = std::move(standard);
+    row.copy = [](Object& to, const Object& from) {
+        Copy()(static_cast<FontObject&>(to), static_cast<const FontObject&>(from));
+    };
+    return row;
+}
+
+} // namespace
+
 const binding::MemberTable& FontObject::members() const
 {
+    using F = FontObject;
     using binding::property;
     return binding::table([] {
         return binding::MemberTable(
             "Font", nullptr,
             {
-                property<&FontObject::name, &FontObject::setName>("Name").asDefault(),
-                property<&FontObject::size, &FontObject::setSize>("Size"),
-                property<&FontObject::bold, &FontObject::setBold>("Bold"),
-                property<&FontObject::italic, &FontObject::setItalic>("Italic"),
-                property<&FontObject::underline, &FontObject::setUnderline>("Underline"),
-                property<&FontObject::strikethrough, &FontObject::setStrikethrough>("Strikethrough"),
-                property<&FontObject::weight, &FontObject::setWeight>("Weight"),
-                property<&FontObject::charset, &FontObject::setCharset>("Charset"),
+                kept(property<&F::name, &F::setName>("Name").asDefault(), Variant(defaultFontName()),
+                     [](F& to, const F& from) { to.m_name = from.m_name; }),
+                kept(property<&F::size, &F::setSize>("Size"), Variant(DefaultSize),
+                     [](F& to, const F& from) { to.m_size = from.m_size; }),
+                property<&F::bold, &F::setBold>("Bold"), // another way to say Weight
+                kept(property<&F::italic, &F::setItalic>("Italic"), Variant(false),
+                     [](F& to, const F& from) { to.m_italic = from.m_italic; }),
+                kept(property<&F::underline, &F::setUnderline>("Underline"), Variant(false),
+                     [](F& to, const F& from) { to.m_underline = from.m_underline; }),
+                kept(property<&F::strikethrough, &F::setStrikethrough>("Strikethrough"), Variant(false),
+                     [](F& to, const F& from) { to.m_strikethrough = from.m_strikethrough; }),
+                kept(property<&F::weight, &F::setWeight>("Weight"), Variant(RegularWeight),
+                     [](F& to, const F& from) { to.m_weight = from.m_weight; }),
+                kept(property<&F::charset, &F::setCharset>("Charset"), Variant(std::int16_t(0)),
+                     [](F& to, const F& from) { to.m_charset = from.m_charset; }),
             });
     });
 }
@@ -221,13 +248,7 @@ Ref<FontObject> copyFont(const FontObject& font)
     // A copy has no owner to tell, so the values are taken over as they lie; the order of assignment that callers
     // rely on shows in the result only: a character set given apart from the name stays.
     auto copy = values::make<FontObject>();
-    copy->m_name = font.m_name;
-    copy->m_charset = font.m_charset;
-    copy->m_italic = font.m_italic;
-    copy->m_size = font.m_size;
-    copy->m_strikethrough = font.m_strikethrough;
-    copy->m_underline = font.m_underline;
-    copy->m_weight = font.m_weight;
+    font.members().copyDesign(*copy, font);
     copy->m_face = font.m_face;
     return copy;
 }
