@@ -120,6 +120,18 @@ TEST_F(Bag, EmptyBagGivesTheDefaults)
     EXPECT_EQ(other.BackStyle(), 1);
 }
 
+/// The file is read last: an absent one puts away a picture that came as an object.
+TEST_F(Bag, APictureWithoutAFileIsPutAwayByTheAbsentFile)
+{
+    PropertyBag bag;
+    QImage image(4, 3, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    bag.WriteProperty(values::Name("Picture"), binding::Variant(values::make<surface::Picture>(image)));
+    panel->ReadProperties(bag);
+    EXPECT_FALSE(panel->surface().picture());
+    EXPECT_EQ(panel->PictureFile(), QString());
+}
+
 TEST_F(Bag, ReadingRestylesTheTemplatesOfPlainControls)
 {
     PropertyBag bag;
