@@ -159,6 +159,7 @@ void Node::setText(const QString& text) const
         detach(child, m_record, document);
     }
     m_record->text = kept;
+    m_record->isDefault = false;
     m_record->noteChange();
 }
 
@@ -337,6 +338,7 @@ void Node::setAttribute(const QString& name, const QString& value) const
         same->value = value;
     else
         all.push_back({name, value});
+    m_record->isDefault = false;
     m_record->noteChange();
 }
 

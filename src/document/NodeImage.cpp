@@ -1,5 +1,6 @@
 #include "document/NodeImage.h"
 
+#include "document/StoredDefault.h"
 #include "document/XMLOps.h"
 
 namespace zan::document {
@@ -23,6 +24,7 @@ Node childOf(const Node& element, Name name, std::size_t occurrence)
 NodeImage::NodeImage(const Node& element)
     : m_name(element.name())
     , m_xml(element.xml())
+    , m_isDefault(isStoredDefault(element))
 {
     for (Node child = element.firstChildElement(); child; child = child.nextSiblingElement())
         m_children.emplace_back(child);
@@ -47,12 +49,24 @@ const NodeImage* NodeImage::find(Name name, std::size_t occurrence) const
     return nullptr;
 }
 
+/// Marks, in an element that was made of this image, what reads had stored.
+void NodeImage::restoreDefaults(const Node& element) const
+{
+    setStoredDefault(element, m_isDefault);
+    Node child = element.firstChildElement();
+    for (const NodeImage& image : m_children) {
+        image.restoreDefaults(child);
+        child = child.nextSiblingElement();
+    }
+}
+
 void NodeImage::applyChange(const Node& element, const NodeImage& to) const
 {
     if (*this == to || !element)
         return;
     if (m_children.empty() && to.m_children.empty()) {
         element.setText(to.m_text);
+        setStoredDefault(element, to.m_isDefault);
         return;
     }
     if (m_children.empty() && !m_text.isEmpty())
@@ -74,6 +88,7 @@ void NodeImage::applyChange(const Node& element, const NodeImage& to) const
             had->applyChange(child, wanted);
         } else if (!child) {
             child = XMLOps::LoadDocument(wanted.m_xml);
+            wanted.restoreDefaults(child);
             element.insertBefore(child, previous ? previous.nextSibling() : element.firstChild());
         }
         previous = child;

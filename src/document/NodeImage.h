@@ -24,12 +24,14 @@ public:
     void applyChange(const Node& element, const NodeImage& to) const;
 
 private:
+    void restoreDefaults(const Node& element) const;
     const NodeImage* find(values::Name name, std::size_t occurrence) const;
     static std::size_t occurrenceOf(const std::vector<NodeImage>& children, std::size_t place);
 
     values::Name m_name;
-    QString m_xml;  ///< the whole element
-    QString m_text; ///< of an element without elements
+    QString m_xml;            ///< the whole element
+    bool m_isDefault = false; ///< stored by a read
+    QString m_text;           ///< of an element without elements
     std::vector<NodeImage> m_children;
 };
 

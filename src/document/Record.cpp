@@ -31,6 +31,7 @@ void Node::Record::link(Record* child) noexcept
     child->previous = last;
     (last ? last->next : first) = child;
     last = child;
+    isDefault = false;
     noteChange(watchers | child->watchers);
 }
 
@@ -42,6 +43,7 @@ void Node::Record::linkBefore(Record* child, Record* before) noexcept
     before->previous = child;
     child->up = this;
     child->attached = true;
+    isDefault = false;
     noteChange(watchers | child->watchers);
 }
 
@@ -51,6 +53,7 @@ void Node::Record::unlink(Record* child) noexcept
     (child->previous ? child->previous->next : first) = child->next;
     (child->next ? child->next->previous : last) = child->previous;
     child->next = child->previous = nullptr;
+    isDefault = false;
     child->attached = false;
     noteChange(watchers | child->watchers);
 }

@@ -33,12 +33,13 @@ struct Node::Record
 
     std::uint32_t references = 0;
     NodeType type;
-    bool attached : 1 = false; ///< `up` is the parent; otherwise `up` is the document the node belongs to
-    bool folded : 1 = false;   ///< text, attributes and children are those of the entry
-    std::uint8_t watchers = 0; ///< bits of the counters whose owners keep something derived from the record
-    std::uint8_t slot = 0;     ///< place in its slab, from 1; 0 for a record that was made alone
-    Name name;                 ///< of an element or an instruction
-    Record* up = nullptr;      ///< null for a document only
+    bool attached : 1 = false;  ///< `up` is the parent; otherwise `up` is the document the node belongs to
+    bool folded : 1 = false;    ///< text, attributes and children are those of the entry
+    bool isDefault : 1 = false; ///< stored by a read, and written by nobody since
+    std::uint8_t watchers = 0;  ///< bits of the counters whose owners keep something derived from the record
+    std::uint8_t slot = 0;      ///< place in its slab, from 1; 0 for a record that was made alone
+    Name name;                  ///< of an element or an instruction
+    Record* up = nullptr;       ///< null for a document only
     Record* first = nullptr;
     Record* last = nullptr;
     Record* next = nullptr;

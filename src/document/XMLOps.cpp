@@ -1,12 +1,14 @@
 #include "document/XMLOps.h"
 
+#include "document/EditCount.h"
 #include "document/Elements.h"
 #include "document/Record.h"
+#include "document/StoredDefault.h"
 #include "document/XmlText.h"
 #include "values/Convert.h"
 #include "values/NumberText.h"
 
-namespace zan::document::XMLOps {
+namespace zan::document {
 
 namespace {
 
@@ -16,6 +18,7 @@ struct SharedDocument
     Node document;
     int users = 0;
     bool marks = true; ///< whether writes set CHANGED
+    std::uint64_t edits = 0;
 };
 
 SharedDocument& shared()
@@ -23,6 +26,25 @@ SharedDocument& shared()
     thread_local SharedDocument instance;
     return instance;
 }
+
+} // namespace
+
+std::uint64_t editCount() noexcept
+{
+    return shared().edits;
+}
+
+void countEdit() noexcept
+{
+    if (shared().marks)
+        ++shared().edits;
+}
+
+} // namespace zan::document
+
+namespace zan::document::XMLOps {
+
+namespace {
 
 /// A value that the normal write stores by absence.
 bool isAbsent(const QString& value)
@@ -62,6 +84,15 @@ void store(Node node, Name name, const QString& value)
         node.appendChild(node.createElement(name, value));
 }
 
+/// Stores what a read gives where there is nothing, unless absence says it.
+void storeDefault(const Node& node, Name name, const QString& value, bool force = false)
+{
+    if (!force && isAbsent(value))
+        return;
+    SetAttribute(node, name, value, force);
+    setStoredDefault(node.child(name), true);
+}
+
 } // namespace
 
 void SetAttribute(const Node& node, Name name, const QString& value, bool force)
@@ -73,8 +104,10 @@ void SetAttribute(const Node& node, Name name, const QString& value, bool force)
     if (!force) {
         if (isAbsent(value)) {
             // COMPAT: a removal does not mark the document changed; a creation and a change do.
-            if (const Node child = node.child(name))
+            if (const Node child = node.child(name)) {
                 node.removeChild(child);
+                countEdit();
+            }
             return;
         }
         QString current;
@@ -95,7 +128,7 @@ QString GetAttribute(const Node& node, Name name, const QString& defaultValue)
         return text;
     // COMPAT: reading what is missing stores the default, which marks the document changed, unless the default
     //    is stored by absence.
-    SetAttribute(node, name, defaultValue, false);
+    storeDefault(node, name, defaultValue);
     return defaultValue;
 }
 
@@ -104,6 +137,7 @@ void MarkChanged(const Node& node)
     static const QString set = QStringLiteral("-1");
     if (!shared().marks)
         return;
+    countEdit();
     const Node element = elementToMark(node);
     if (!element)
         return;
@@ -142,7 +176,7 @@ QString GetText(const Node& node, Name name, const QString& defaultValue, bool f
 {
     QString text = defaultValue;
     if (node && !node.childText(name, text))
-        SetAttribute(node, name, defaultValue, force);
+        storeDefault(node, name, defaultValue, force);
     return text;
 }
 
@@ -162,7 +196,7 @@ double GetNumber(const Node& node, Name name, double defaultValue, bool force)
     QString text;
     if (node.childText(name, text))
         return values::val(text);
-    SetAttribute(node, name, values::documentText(defaultValue), force);
+    storeDefault(node, name, values::documentText(defaultValue), force);
     return defaultValue;
 }
 

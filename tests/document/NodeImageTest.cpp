@@ -1,5 +1,6 @@
 #include "document/NodeImage.h"
 #include "document/Elements.h"
+#include "document/StoredDefault.h"
 #include "document/XMLOps.h"
 
 #include <gtest/gtest.h>
@@ -45,6 +46,22 @@ TEST(NodeImage, AChangeAndItsReverseGiveTheSameBytes)
             EXPECT_EQ(node.xml(), parse(first).xml()) << second;
         }
     }
+}
+
+TEST(NodeImage, WhatAReadHadStoredIsThatAgainWhenItComesBack)
+{
+    const Node node = parse("<C/>");
+    XMLOps::GetAttribute(node, Name("MODE"), QStringLiteral("CHANNEL"));
+    XMLOps::GetAttribute(node, Name("PROGRAM"), QStringLiteral("DATA"));
+    const NodeImage before(node);
+    XMLOps::SetAttribute(node, Name("MODE"), QStringLiteral("PROGRAM"));
+    XMLOps::SetAttribute(node, Name("PROGRAM"), QString());
+    const NodeImage after(node);
+    after.applyChange(node, before);
+    EXPECT_TRUE(isStoredDefault(node.child(Name("MODE"))));
+    EXPECT_TRUE(isStoredDefault(node.child(Name("PROGRAM"))));
+    before.applyChange(node, after);
+    EXPECT_FALSE(isStoredDefault(node.child(Name("MODE"))));
 }
 
 TEST(NodeImage, OnlyWhatTheChangeMovedIsMoved)

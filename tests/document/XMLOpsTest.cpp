@@ -1,5 +1,7 @@
 #include "Parsed.h"
 
+#include "document/EditCount.h"
+#include "document/StoredDefault.h"
 #include "document/XMLOps.h"
 
 #include <limits>
@@ -265,6 +267,46 @@ TEST_F(XmlOps, EveryNumberReadsBackAsItWasWritten)
         XMLOps::SetNumber(node, X, number, 0, true);
         EXPECT_EQ(XMLOps::GetNumber(node, X, 0, false), number);
     }
+}
+
+TEST_F(XmlOps, WhatAReadStoresIsADefaultUntilSomebodyWritesToIt)
+{
+    const Node node = control("<Y>1</Y>");
+    XMLOps::GetAttribute(node, X, text(u"CHANNEL"));
+    EXPECT_TRUE(isStoredDefault(node.child(X)));
+    XMLOps::GetAttribute(node, name("Y"), text(u"2"));
+    EXPECT_FALSE(isStoredDefault(node.child(name("Y")))) << "it was there";
+    XMLOps::SetAttribute(node, X, text(u"CHANNEL"));
+    EXPECT_TRUE(isStoredDefault(node.child(X))) << "an equal text writes nothing";
+    XMLOps::SetAttribute(node, X, text(u"PROGRAM"));
+    EXPECT_FALSE(isStoredDefault(node.child(X)));
+    XMLOps::GetNumber(node, name("N"), 0, true);
+    EXPECT_TRUE(isStoredDefault(node.child(name("N"))));
+    node.child(name("N")).appendChild(node.createElement(X));
+    EXPECT_FALSE(isStoredDefault(node.child(name("N"))));
+    EXPECT_FALSE(isStoredDefault({}));
+}
+
+TEST_F(XmlOps, WritesThatMarkAndRemovalsAreCountedAsEdits)
+{
+    const Node node = control("<Y>1</Y>");
+    const auto counts = [](auto&& write) {
+        const std::uint64_t before = editCount();
+        write();
+        return editCount() != before;
+    };
+    EXPECT_TRUE(counts([&] { XMLOps::SetAttribute(node, X, text(u"1")); }));
+    EXPECT_TRUE(counts([&] { XMLOps::SetAttribute(node, X, text(u"2")); })) << "it was marked already";
+    EXPECT_FALSE(counts([&] { XMLOps::SetAttribute(node, X, text(u"2")); })) << "an equal text writes nothing";
+    EXPECT_TRUE(counts([&] { XMLOps::SetAttribute(node, X, QString()); }))
+        << "a removal leaves no mark, and counts";
+    EXPECT_FALSE(counts([&] { XMLOps::SetAttribute(node, X, QString()); }));
+    const XMLOps::Marking off(XMLOps::Marking::Off);
+    EXPECT_FALSE(counts([&] {
+        XMLOps::SetAttribute(node, X, text(u"3"));
+        XMLOps::SetAttribute(node, name("Y"), QString());
+        countEdit();
+    })) << "what a scan stores is nobody's edit";
 }
 
 TEST_F(XmlOps, TheSharedDocumentExistsWhileSomebodyHasItOpen)
