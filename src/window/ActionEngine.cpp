@@ -61,6 +61,16 @@ ActionEngine::ActionEngine(BenchWindow& window)
 
 ActionEngine::~ActionEngine() = default;
 
+std::shared_ptr<void> ActionEngine::pauseScripts() const
+{
+    return m_scripts->pause();
+}
+
+void ActionEngine::setScriptClock(std::function<std::chrono::nanoseconds()> clock)
+{
+    m_scripts->setClock(std::move(clock));
+}
+
 Ref<site::Logger> ActionEngine::logger() const
 {
     return values::given(m_window.Logger());
@@ -80,7 +90,6 @@ void ActionEngine::RunAction(const Ref<iBenchControl>& control)
     if (!window)
         return; // the link has closed the panel
     if (!mayAct) {
-        const auto pause = m_scripts->pause();
         m_window.forms().messageBox(
             &m_window, QStringLiteral("You have to Connect to the site before you can perform this action"),
             HostForms::Information, QString());
@@ -119,10 +128,7 @@ void ActionEngine::askAndWrite(const Ref<site::Channel>& channel, const QString&
         if (window)
             m_isAsking = false;
     });
-    {
-        const auto pause = m_scripts->pause();
-        m_window.forms().showModal(*form);
-    }
+    m_window.forms().showModal(*form);
     if (window && form && !form->cancelled())
         writeChannel(target, channel, Variant(form->valueText()));
 }
@@ -204,7 +210,6 @@ void ActionEngine::vesper(const Node& action, const QString& function)
         status = QStringLiteral("Waiting for prompt...");
     } else if (function == QLatin1String("UNLOAD")) {
         const Ref<site::Logger> target = logger();
-        const auto pause = m_scripts->pause();
         m_window.forms().messageBox(&m_window,
                                     QStringLiteral("NB: Unload functionality not yet complete - get onto it Robin"),
                                     HostForms::Information, QString());
@@ -241,7 +246,6 @@ void ActionEngine::connectOrDisconnect(QString& title)
 bool ActionEngine::confirmProgramming()
 {
     const Ref<site::Logger> target = logger();
-    const auto pause = m_scripts->pause();
     const int answer = m_window.forms().messageBox(
         &m_window, QStringLiteral("Warning - this will reset the logger"), HostForms::OkCancel, QString());
     if (answer != HostForms::Ok)

@@ -6,6 +6,8 @@
 #include <QPointer>
 #include <QString>
 
+#include <chrono>
+#include <functional>
 #include <memory>
 
 namespace zan::window {
@@ -36,6 +38,10 @@ public:
     void PutValue(const Variant& value, std::int32_t address, std::int32_t dataType);
     /// Asks for a value for the channel of a text box, starting from the text that it shows.
     void setFromTextBox(const Ref<wrappers::iBenchControl>& control);
+    /// While what it gives lives, the time of the scripts under way stands still: somebody is asked something.
+    std::shared_ptr<void> pauseScripts() const;
+    /// Puts another clock in place of the machine's, by which the scripts' limit of time is counted.
+    void setScriptClock(std::function<std::chrono::nanoseconds()> clock);
 
 private:
     void setChannel(const Ref<site::Channel>& channel);

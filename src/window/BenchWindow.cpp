@@ -15,6 +15,7 @@
 #include "window/PanelEditor.h"
 #include "window/PanelEvents.h"
 #include "window/PanelSetup.h"
+#include "window/PausingForms.h"
 #include "window/SiteMapPlacement.h"
 
 #include <QMdiSubWindow>
@@ -60,7 +61,7 @@ BenchWindow::BenchWindow(wrappers::ControlTypes types, QWidget* parent)
     , m_surface(new surface::Surface(this))
     , m_object(values::make<BenchWindowObject>(*this))
     , m_ownForms(std::make_unique<surface::DesktopForms>())
-    , m_forms(m_ownForms.get())
+    , m_forms(std::make_unique<PausingForms>(*m_ownForms))
     , m_document(std::make_unique<PanelDocument>(*this, *m_surface, types))
     , m_design(std::make_unique<PanelDesign>(*this, *m_surface))
     , m_editor(std::make_unique<PanelEditor>(*this, *m_surface, *m_document))
@@ -69,6 +70,7 @@ BenchWindow::BenchWindow(wrappers::ControlTypes types, QWidget* parent)
     , m_actions(std::make_unique<ActionEngine>(*this))
 {
     setFocusProxy(m_surface);
+    m_forms->pause = [this] { return m_actions->pauseScripts(); };
     m_editor->history().changed = [this] { Q_EMIT EditsChanged(); };
     QObject::connect(m_surface, &surface::Surface::runtimeError, this, &BenchWindow::runtimeError);
 }
@@ -76,6 +78,7 @@ BenchWindow::BenchWindow(wrappers::ControlTypes types, QWidget* parent)
 /// The last words of a script's objects are spoken while the parts go: they reach no panel and click nothing.
 BenchWindow::~BenchWindow()
 {
+    m_forms->pause = nullptr;
     m_surface->setEvents(nullptr);
     m_object->forget();
     m_document->end();
@@ -392,7 +395,12 @@ void BenchWindow::setLogger(const Ref<site::Logger>& logger)
 
 void BenchWindow::setForms(surface::HostForms* forms)
 {
-    m_forms = forms ? forms : m_ownForms.get();
+    m_forms->setForms(forms ? *forms : *m_ownForms);
+}
+
+surface::HostForms& BenchWindow::forms() const
+{
+    return *m_forms;
 }
 
 void BenchWindow::reportError(const values::RuntimeError& error)

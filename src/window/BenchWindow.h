@@ -32,6 +32,7 @@ class PanelDocument;
 class PanelEditor;
 class PanelEvents;
 class PanelSetup;
+class PausingForms;
 struct NewControlMenuItem;
 
 using binding::PropertyBag;
@@ -194,7 +195,8 @@ public:
     void setHost(const Ref<binding::Object>& host) { m_host = host; }
     /// Who shows message boxes; null gives real windows. Must outlive the panel.
     void setForms(surface::HostForms* forms);
-    surface::HostForms& forms() const { return *m_forms; }
+    /// The same for the parts of the panel: while a form waits for a person, the panel's scripts take no time.
+    surface::HostForms& forms() const;
 
 Q_SIGNALS:
     /// A handler or an event of the logger raised a run-time error; nobody further down can take it.
@@ -229,7 +231,7 @@ private:
     surface::Surface* m_surface;
     Ref<BenchWindowObject> m_object;
     std::unique_ptr<surface::HostForms> m_ownForms;
-    surface::HostForms* m_forms;
+    std::unique_ptr<PausingForms> m_forms;
     Ref<binding::Object> m_host;
     std::unique_ptr<PanelDocument> m_document;
     std::unique_ptr<PanelDesign> m_design;

@@ -1,5 +1,6 @@
 #include "window/ScriptActions.h"
 
+#include "document/EditCount.h"
 #include "script/ScriptControl.h"
 #include "values/Failure.h"
 #include "window/BenchWindow.h"
@@ -117,10 +118,21 @@ std::unique_ptr<script::ScriptControl::Pause> ScriptActions::pause() const
     return m_engine ? std::make_unique<script::ScriptControl::Pause>(m_engine->control) : nullptr;
 }
 
-void ScriptActions::run(const QString& storedText, const Ref<binding::Object>& control)
+void ScriptActions::setClock(std::function<std::chrono::nanoseconds()> clock)
+{
+    makeEngine();
+    m_engine->control.setClock(std::move(clock));
+}
+
+void ScriptActions::makeEngine()
 {
     if (!m_engine)
         m_engine = std::make_shared<Engine>(m_window);
+}
+
+void ScriptActions::run(const QString& storedText, const Ref<binding::Object>& control)
+{
+    makeEngine();
     const QPointer<BenchWindow> window(&m_window);
     const std::shared_ptr<Engine> engine = m_engine; // outlives the panel, should the script close it
     QString failure;
@@ -140,9 +152,10 @@ void ScriptActions::run(const QString& storedText, const Ref<binding::Object>& c
         if (own->isStopped())
             return;
     }
+    // It may have changed anything, also what only the panel shows so far.
+    document::countEdit();
     if (failure.isEmpty() || !window)
         return;
-    const script::ScriptControl::Pause pause(engine->control);
     window->forms().messageBox(window, failure, surface::HostForms::OkOnly, QString());
 }
 

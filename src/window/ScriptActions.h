@@ -6,6 +6,8 @@
 
 #include <QString>
 
+#include <chrono>
+#include <functional>
 #include <memory>
 
 namespace zan::window {
@@ -30,11 +32,14 @@ public:
     void run(const QString& storedText, const values::Ref<binding::Object>& control);
     /// While what it gives lives, the time of the scripts under way stands still: the user is asked something.
     std::unique_ptr<script::ScriptControl::Pause> pause() const;
+    /// Puts another clock in place of the machine's.
+    void setClock(std::function<std::chrono::nanoseconds()> clock);
 
 private:
     class PanelHost;
     struct Engine;
     class Running;
+    void makeEngine();
     QString failureOf(script::ScriptControl& scripts, const QString& storedText,
                       const values::Ref<binding::Object>& control);
 
