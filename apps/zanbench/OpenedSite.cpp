@@ -89,11 +89,11 @@ QString OpenedSite::writeFailureText(int address, const QString& message) const
         for (std::int32_t k = 1; window && k <= window->Count(); ++k) {
             const Ref<site::Channel> channel = window->Item(binding::Variant(k));
             if (channel && channel->BaseAddress() == address)
-                return QStringLiteral("%1 (%2|%3) was not written: %4")
+                return QStringLiteral("%1 (%2|%3): %4")
                     .arg(channel->Label(), window->Key(), channel->Key(), message);
         }
     }
-    return QStringLiteral("The value was not written: %1").arg(message);
+    return message;
 }
 
 site::LinkState OpenedSite::linkState() const

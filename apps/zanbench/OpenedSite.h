@@ -48,7 +48,7 @@ public:
     bool canConnect() const { return !m_loggerUri.isEmpty(); }
     /// Whether the logger makes its values up: the host says so wherever it names the site.
     bool isSimulated() const { return m_isSimulated; }
-    /// Tells in words that a write to an address failed, naming the channel that lies there when one does.
+    /// What a logger says of a write that failed, with the channel that lies at its address when one does.
     QString writeFailureText(int address, const QString& message) const;
 
     /// Keys of the windows that are panels: all but those that only hold the channels of the scheme, the logger and

@@ -38,6 +38,15 @@ QString nameOf(const Channel& channel)
     return key.isEmpty() ? QStringLiteral("the channel at address %1").arg(channel.BaseAddress()) : key;
 }
 
+/// Why a write has failed, as a sentence.
+QString reasonOf(const DriverResult& result)
+{
+    const QString& reason = result.message;
+    if (reason.isEmpty())
+        return QStringLiteral("The connection ended before the value was written.");
+    return reason.back().isPunct() ? reason : reason + u'.';
+}
+
 /// The format in which a value is written: a text channel without a length takes the text's own.
 RawFormat writeFormat(const Channel& channel, const Variant& value, ByteOrder order)
 {
@@ -135,7 +144,7 @@ void HalyardLive::WriteChannel(const Ref<Channel>& channel, const Variant& given
             result = guarded([&] { return driver.writeBlock(address, bytes, token); });
         results.post([this, id, result] { onWritten(id, result); });
     });
-    m_writes.push_back({id, address, bytes});
+    m_writes.push_back({id, address, bytes, format, value});
     m_image.store(address, bytes);
 }
 
@@ -157,13 +166,21 @@ void HalyardLive::onWritten(std::uint32_t id, const DriverResult& result)
         pollNow();
     if (result.isOk() || !m_events)
         return;
-    const QString reason = result.message.isEmpty()
-                               ? QStringLiteral("The connection ended before the value was written.")
-                               : result.message;
     if (result.status == DriverStatus::Broken && m_isRunning)
-        m_events->connectionLost(reason);
+        m_events->connectionLost(reasonOf(result));
     if (m_events)
-        m_events->writeFailed(write.address, reason);
+        m_events->writeFailed(write.address, failureText(write, result));
+}
+
+/// What was not written, where, why, and what can be done about it.
+QString HalyardLive::failureText(const WaitingWrite& write, const DriverResult& result)
+{
+    const bool isRefused = result.status == DriverStatus::Failed || result.status == DriverStatus::Unavailable;
+    return QStringLiteral("%1 was not written to address %2, which takes %3: %4 %5")
+        .arg(shownText(write.value), QString::number(write.address), rangeText(write.format), reasonOf(result),
+             isRefused
+                 ? QStringLiteral("Write it again; a logger that goes on refusing it has the place read-only.")
+                 : QStringLiteral("Connect, and write it again."));
 }
 
 void HalyardLive::start()

@@ -83,8 +83,11 @@ private:
         std::uint32_t id;
         std::int32_t address;
         QByteArray bytes;
+        RawFormat format; // with the value for what is said when it fails
+        Variant value;
     };
 
+    static QString failureText(const WaitingWrite& write, const DriverResult& result);
     static Answer carryOut(const Request& request, bool isLayoutNew, Driver& driver, CancelToken& token);
     void renewRequest();
     std::shared_ptr<const Request> makeRequest() const;

@@ -33,7 +33,8 @@ public:
     Ref<Channel> createChannel() override;
 
 Q_SIGNALS:
-    /// A value that was taken has not reached the logger.
+    /// A value that was taken has not reached the logger. The message tells the value, the place and what it takes,
+    /// the reason, and what can be done.
     void WriteFailed(int address, const QString& message);
     /// A host's object raised a run-time error in the course of an event.
     void EventFailed(int number, const QString& description);

@@ -203,7 +203,8 @@ QString written(double number)
     return values::toText(Variant(number));
 }
 
-/// What a channel takes, in words.
+} // namespace
+
 QString rangeText(const RawFormat& format)
 {
     if (format.type == DataType::String)
@@ -219,6 +220,8 @@ QString rangeText(const RawFormat& format)
     const double to = raw.highest * format.multiplier + format.offset;
     return QStringLiteral("a number from %1 to %2").arg(written(std::min(from, to)), written(std::max(from, to)));
 }
+
+namespace {
 
 ErrorNumber unscaled(const RawFormat& format, double value, double& raw)
 {
@@ -315,17 +318,19 @@ ErrorNumber encodeRaw(const RawFormat& format, const Variant& value, QByteArray&
     return ErrorNumber::None;
 }
 
-QString refusalText(const RawFormat& format, const Variant& value)
+QString shownText(const Variant& value)
 {
     constexpr qsizetype LongestShown = 40;
     QString shown;
     if (values::tryToText(value, shown) != ErrorNumber::None)
-        shown = QStringLiteral("what is no text");
-    else if (shown.size() > LongestShown)
-        shown = QStringLiteral("\"%1...\"").arg(shown.left(LongestShown));
-    else
-        shown = QStringLiteral("\"%1\"").arg(shown);
-    return QStringLiteral("it takes %1, not %2").arg(rangeText(format), shown);
+        return QStringLiteral("what is no text");
+    return (shown.size() > LongestShown ? QStringLiteral("\"%1...\"") : QStringLiteral("\"%1\""))
+        .arg(shown.left(LongestShown));
+}
+
+QString refusalText(const RawFormat& format, const Variant& value)
+{
+    return QStringLiteral("it takes %1, not %2").arg(rangeText(format), shownText(value));
 }
 
 void storeRaw(DataType type, ByteOrder order, double raw, std::uint8_t* bytes)

@@ -57,6 +57,10 @@ Variant decodeRaw(const RawFormat& format, const std::uint8_t* bytes);
 /// the type's range or longer than the text; `bytes` is then untouched.
 [[nodiscard]] ErrorNumber encodeRaw(const RawFormat& format, const Variant& value, QByteArray& bytes);
 
+/// What a format takes, in words: "a number from 0 to 255".
+QString rangeText(const RawFormat& format);
+/// A value in quotation marks, as far as a message has room for it.
+QString shownText(const Variant& value);
 /// Why encodeRaw() refused a value: what the format takes and what it was given, without the channel's name and
 /// without a full stop.
 QString refusalText(const RawFormat& format, const Variant& value);

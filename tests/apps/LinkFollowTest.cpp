@@ -156,7 +156,9 @@ TEST_F(LinkFollow, ARefusedWriteIsShownWithItsChannel)
     click(window, PutButton);
     ASSERT_TRUE(QTest::qWaitFor([&] { return isErrorShown(window); }, DeadlineMilliseconds));
     EXPECT_EQ(text(window, "errorText"),
-              "Level (One|A) was not written: The logger refused the value for address 16.");
+              "Level (One|A): \"7\" was not written to address 16, which takes a number from 0 to 255: The logger "
+              "refused the value "
+              "for address 16. Write it again; a logger that goes on refusing it has the place read-only.");
 }
 
 TEST_F(LinkFollow, AnErrorInALoggersEventIsShown)

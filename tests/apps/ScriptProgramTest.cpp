@@ -188,7 +188,7 @@ TEST_F(ScriptProgram, ARefusedWriteIsPrintedAndFailsTheRunUnlessTheScriptTakesIt
     const QStringList options = {"--scheme", schemePath(), "--logger", "sim:?connect=0&period=20&writeerror=1"};
     const Outcome refused = script(write, options);
     EXPECT_EQ(refused.code, 1) << "the end of the run waits for what is still to be written";
-    EXPECT_TRUE(refused.err.contains("Level (First|A) was not written")) << refused.err.toStdString();
+    EXPECT_TRUE(refused.err.contains("Level (First|A): \"7\" was not written")) << refused.err.toStdString();
     EXPECT_TRUE(refused.err.contains("1 write was refused.")) << refused.err.toStdString();
     const Outcome taken = script(
         write + "Dim n\nDo While n = 0 : Host.Wait 10 : n = Host.TakeRefusedWrites() : Loop\nHost.Echo n", options);

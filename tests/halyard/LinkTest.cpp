@@ -151,7 +151,10 @@ TEST_F(Link, ASecondDisconnectGivesTheWaitingWritesUpAndSaysSo)
     EXPECT_EQ(logger->Link()->State(), LinkState::Disconnecting);
     logger->Link()->Disconnect();
     ASSERT_TRUE(waitForEvent("Disconnected"));
-    EXPECT_THAT(events, testing::Contains("WriteFailed 10 The connection ended before the value was written."));
+    EXPECT_THAT(events,
+                testing::Contains("WriteFailed 10 \"7\" was not written to address 10, which takes a number from 0 "
+                                  "to 255: The connection ended before the value was written. Connect, and "
+                                  "write it again."));
 }
 
 TEST_F(Link, ABrokenConnectionAnnouncesStateFourThenTheReasonThenDisconnected)

@@ -196,7 +196,10 @@ TEST_F(Live, AWriteThatFailsIsReportedAndTheNextPollShowsTheTruth)
     takeEvents();
     logger->Live()->WriteChannel(level, Variant(77));
     ASSERT_TRUE(waitForEvent("Data"));
-    EXPECT_THAT(events, Contains("WriteFailed 100 read only"));
+    EXPECT_THAT(events,
+                Contains("WriteFailed 100 \"77\" was not written to address 100, which takes a number from 0 to "
+                         "255: read only. Write it again; a logger that goes on refusing it has the place "
+                         "read-only."));
     EXPECT_EQ(number(level), 5);
 }
 
