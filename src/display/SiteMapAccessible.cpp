@@ -1,6 +1,7 @@
 #include "display/SiteMapAccessible.h"
 
 #include "display/SiteMapView.h"
+#include "surface/host/ScreenPlace.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -55,8 +56,7 @@ public:
     {
         if (!isValid())
             return {};
-        const QRect label = m_view->labelRectangle(m_site);
-        return {m_view->viewport()->mapToGlobal(label.topLeft()), label.size()};
+        return surface::partOnScreen(*m_view->viewport(), m_view->labelRectangle(m_site));
     }
     QAccessible::Role role() const override { return QAccessible::TreeItem; }
     QAccessible::State state() const override
@@ -129,12 +129,16 @@ public:
     }
     QAccessibleInterface* childAt(int x, int y) const override
     {
-        const int site = m_view.siteAt(m_view.viewport()->mapFromGlobal(QPointF(x, y)));
+        const int site = m_view.siteAt(surface::fromScreen(*m_view.viewport(), QPointF(x, y)));
         return child(site - 1);
     }
     QAccessibleInterface* focusChild() const override
     {
         return m_view.hasFocus() ? child(m_view.currentSite() - 1) : nullptr;
+    }
+    QRect rect() const override
+    {
+        return m_view.isVisible() ? surface::partOnScreen(m_view, m_view.rect()) : QRect();
     }
 
 private:

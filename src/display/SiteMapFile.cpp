@@ -32,8 +32,11 @@ document::Node read(const QString& path)
     // A folder or a pipe is no map: reading it might never end.
     if (!QFileInfo(file).isFile() || file.size() > LargestFile || !file.open(QIODevice::ReadOnly))
         return {};
-    const QByteArray bytes = file.read(LargestFile + 1); // it may have grown meanwhile
-    if (bytes.size() > LargestFile || file.error() != QFileDevice::NoError)
+    // Asked for what it holds and not for the largest map: the toolkit takes memory for what it is asked for. One byte
+    // more tells a file that has grown meanwhile, which nobody has finished writing.
+    const qint64 size = file.size();
+    const QByteArray bytes = file.read(size + 1);
+    if (bytes.size() > size || file.error() != QFileDevice::NoError)
         return {};
     return document::parseXml(bytes).document;
 }

@@ -5,6 +5,9 @@
 #include "display/SiteMap.h"
 
 #include <QAccessible>
+#include <QGraphicsProxyWidget>
+#include <QGraphicsScene>
+#include <QGraphicsView>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -388,6 +391,27 @@ TEST_F(SiteMapView, MapIsATreeWhoseItemsHaveNamesAndCanBePressed)
     EXPECT_EQ(face()->childAt(item->rect().center().x(), item->rect().center().y()), item);
     item->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
     EXPECT_EQ(host.schemes, QStringList{QStringLiteral("a.scheme")});
+}
+
+TEST_F(SiteMapView, ItemsAreWhereASceneDrawsThemAtAZoom)
+{
+    ASSERT_TRUE(load(site("r", site("a"))));
+    show();
+    QGraphicsScene scene;
+    QGraphicsView zoomed(&scene);
+    QGraphicsProxyWidget* proxy = scene.addWidget(view()->window());
+    zoomed.scale(2, 2);
+    zoomed.setGeometry(37, 23, 900, 700);
+    zoomed.show();
+    QCoreApplication::processEvents();
+    QAccessibleInterface* item = face()->child(1);
+    const QSize plain = label(2).pixels().size();
+    EXPECT_NEAR(item->rect().width(), 2 * plain.width(), 2);
+    EXPECT_NEAR(item->rect().height(), 2 * plain.height(), 2);
+    EXPECT_NEAR(face()->rect().width(), 2 * view()->width(), 2);
+    const QPoint corner = item->rect().bottomRight() - QPoint(4, 4);
+    EXPECT_EQ(face()->childAt(corner.x(), corner.y()), item);
+    proxy->setWidget(nullptr);
 }
 
 TEST_F(SiteMapView, ItemOfASiteThatHasGoneIsInvalid)

@@ -5,6 +5,7 @@
 #include "surface/host/PointerLoop.h"
 #include "surface/host/ScreenPlace.h"
 #include "surface/host/Surface.h"
+#include "surface/host/SurfaceAccessible.h"
 #include "values/Failure.h"
 
 #include <QMouseEvent>
@@ -479,6 +480,8 @@ void EditLayer::setFramed(LiveControl* control)
         return;
     m_framed = control;
     dirtyFrame();
+    if (control && m_overSurface)
+        SurfaceAccessible::tellCurrent(static_cast<Surface&>(m_place), *control);
 }
 
 void EditLayer::dirtyFrame()

@@ -101,6 +101,7 @@ public:
     void restacked() override;
     void controlGone(LiveControl& control) override;
     void surfaceResized() override;
+    LiveControl* current() const override { return m_framed; }
     void flush() override;
 
 protected:

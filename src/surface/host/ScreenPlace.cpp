@@ -34,6 +34,12 @@ QPointF toScreen(const QWidget& widget, QPointF place)
     return toScreen(*drawn.view->viewport(), drawn.toView.map(widget.mapTo(widget.window(), place)));
 }
 
+QRect partOnScreen(const QWidget& widget, const QRect& part)
+{
+    const QRectF exact(part);
+    return QRectF(toScreen(widget, exact.topLeft()), toScreen(widget, exact.bottomRight())).toAlignedRect();
+}
+
 QPointF fromScreen(const QWidget& widget, QPointF global)
 {
     const Drawn drawn(widget);

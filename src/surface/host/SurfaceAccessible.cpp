@@ -1,7 +1,10 @@
 #include "surface/host/SurfaceAccessible.h"
 
 #include "surface/host/LiveControl.h"
+#include "surface/host/ScreenPlace.h"
 #include "surface/host/Surface.h"
+#include "surface/host/SurfaceLayer.h"
+#include "surface/host/WidgetControl.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -49,6 +52,12 @@ QAccessible::Role roleOf(AccessibleRole role)
     return QAccessible::NoRole;
 }
 
+/// The control of a surface that keys edit; null for none.
+LiveControl* currentOf(const Surface& surface)
+{
+    return surface.layer() ? surface.layer()->current() : nullptr;
+}
+
 /// A painted control as assistive tools see it.
 class PaintedFace : public QAccessibleInterface
 {
@@ -91,8 +100,7 @@ public:
     {
         if (!isValid())
             return {};
-        const QRect bounds = m_control->bounds();
-        return {m_control->surface()->mapToGlobal(bounds.topLeft()), bounds.size()};
+        return partOnScreen(*m_control->surface(), m_control->bounds());
     }
     QAccessible::Role role() const override { return roleOf(m_control->accessibleRole()); }
     QAccessible::State state() const override
@@ -102,6 +110,10 @@ public:
         state.invisible = !m_control->visible();
         state.disabled = !m_control->enabled();
         state.readOnly = true;
+        if (isValid() && currentOf(*m_control->surface()) == m_control.get()) {
+            state.focusable = state.selectable = state.selected = true;
+            state.focused = m_control->surface()->hasFocus();
+        }
         return state;
     }
 
@@ -115,6 +127,15 @@ QAccessibleInterface* faceOf(LiveControl& control)
     if (id == 0)
         id = QAccessible::registerAccessibleInterface(new PaintedFace(control));
     return QAccessible::accessibleInterface(id);
+}
+
+/// The face of any control: a painted one's own, or that of its widget. Null for a control that has neither.
+QAccessibleInterface* anyFaceOf(LiveControl& control)
+{
+    if (control.hosting() != LiveControl::Hosting::Widget)
+        return control.visible() ? faceOf(control) : nullptr;
+    QWidget* widget = static_cast<WidgetControl&>(control).widget();
+    return widget ? QAccessible::queryAccessibleInterface(widget) : nullptr;
 }
 
 /// The surface: its painted controls, back to front, then its widgets.
@@ -148,10 +169,21 @@ public:
     }
     QAccessibleInterface* childAt(int x, int y) const override
     {
-        const values::Ref<LiveControl> control = m_surface.controlAt(m_surface.mapFromGlobal(QPoint(x, y)));
+        const values::Ref<LiveControl> control =
+            m_surface.controlAt(fromScreen(m_surface, QPointF(x, y)).toPoint());
         if (control && control->hosting() != LiveControl::Hosting::Widget)
             return faceOf(*control);
         return QAccessibleWidget::childAt(x, y);
+    }
+    QAccessibleInterface* focusChild() const override
+    {
+        LiveControl* current = m_surface.hasFocus() ? currentOf(m_surface) : nullptr;
+        QAccessibleInterface* face = current ? anyFaceOf(*current) : nullptr;
+        return face ? face : QAccessibleWidget::focusChild();
+    }
+    QRect rect() const override
+    {
+        return m_surface.isVisible() ? partOnScreen(m_surface, m_surface.rect()) : QRect();
     }
 
 private:
@@ -175,6 +207,14 @@ void install()
         return true;
     }();
     Q_UNUSED(installed);
+}
+
+void tellCurrent(Surface& surface, LiveControl& control)
+{
+    if (QAccessibleInterface* face = anyFaceOf(control)) {
+        QAccessibleEvent event(face, surface.hasFocus() ? QAccessible::Focus : QAccessible::Selection);
+        QAccessible::updateAccessibility(&event);
+    }
 }
 
 void forget(const LiveControl& control)

@@ -30,6 +30,8 @@ public:
     /// A control leaves the surface.
     virtual void controlGone(LiveControl& control) = 0;
     virtual void surfaceResized() = 0;
+    /// The control that keys edit; null for none.
+    virtual LiveControl* current() const = 0;
     /// What has changed is to be shown now.
     virtual void flush() = 0;
 };
