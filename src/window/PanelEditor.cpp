@@ -6,6 +6,7 @@
 #include "surface/forms/HostForms.h"
 #include "surface/host/ScreenPlace.h"
 #include "surface/host/Surface.h"
+#include "surface/host/WidgetControl.h"
 #include "values/Convert.h"
 #include "values/Twips.h"
 #include "window/BenchWindow.h"
@@ -520,8 +521,21 @@ void PanelEditor::remove()
     EditHistory::Command step(m_history, QStringLiteral("Delete"));
     // COMPAT: the current control goes on pointing at what was removed; deleting again takes what has its index now.
     const binding::Variant index(m_current->Index());
-    step.removes(controls()->Control(index));
+    const Ref<iBenchControl> removed = controls()->Control(index);
+    step.removes(removed);
+    takeKeyboardFrom(*removed);
     controls()->Remove(index);
+}
+
+/// A control that goes with the keyboard leaves it to the panel: the toolkit would give it to the next control, into
+/// which the user would go on typing.
+void PanelEditor::takeKeyboardFrom(const iBenchControl& control)
+{
+    auto* live = dynamic_cast<surface::WidgetControl*>(control.Control().get());
+    const QWidget* widget = live ? live->widget() : nullptr;
+    const QWidget* focused = m_panel.window()->focusWidget();
+    if (widget && focused && (focused == widget || widget->isAncestorOf(focused)))
+        m_surface.setFocus(Qt::OtherFocusReason);
 }
 
 void PanelEditor::sendToBack()

@@ -102,6 +102,7 @@ private:
     bool isUsed(const surface::LiveControl& shape) const;
     bool isThere(const surface::LiveControl& shape) const;
     void dropShape();
+    void takeKeyboardFrom(const wrappers::iBenchControl& control);
     template <class Visit>
     void forEachShape(Visit visit) const;
 

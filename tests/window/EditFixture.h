@@ -35,6 +35,9 @@ protected:
         panel->setLockPositions(!unlocked);
         panel->resize(800, 600);
         panel->show();
+        // A window manager places the window and gives it the keyboard in its own time.
+        panel->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(panel.get()));
         settle();
         QObject::connect(panel.get(), &BenchWindow::MouseDown, panel.get(),
                          [this](int button) { hostPresses.push_back(button); });

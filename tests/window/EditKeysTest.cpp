@@ -4,6 +4,7 @@
 
 #include "support/Properties.h"
 
+#include <QAccessible>
 #include <QClipboard>
 #include <QGuiApplication>
 
@@ -198,6 +199,55 @@ TEST_F(EditKeysOf, TheirKeysAreNoShortcutsOfTheWindowWhileTheyMeanSomething)
     EXPECT_FALSE(isKept(Qt::Key_Z, Qt::ControlModifier));
     panel->setLockPositions(true);
     EXPECT_FALSE(isKept(Qt::Key_Delete, {}));
+}
+
+TEST_F(EditKeysOf, ADeletedControlLeavesTheKeyboardToThePanelAndNotToTheNextControl)
+{
+    open({control("VB.TextBox", 600, 600, 1200, 400), control("VB.TextBox", 3000, 600, 1200, 400)});
+    panel->activateWindow();
+    settle();
+    live(1)->takeKeyboard(Qt::MouseFocusReason);
+    ASSERT_EQ(panel->editor().currentControl(), wrapper(1));
+    panel->editor().remove();
+    settle();
+    EXPECT_EQ(panel->window()->focusWidget(), &panel->surface());
+    live(1)->takeKeyboard(Qt::MouseFocusReason);
+    const QWidget* kept = panel->window()->focusWidget();
+    panel->Undo();
+    panel->editor().setCurrentControl(wrapper(1));
+    panel->editor().remove();
+    settle();
+    EXPECT_EQ(panel->window()->focusWidget(), kept) << "another control has it and keeps it";
+}
+
+TEST_F(EditKeysOf, AssistiveToolsAreToldOfTheCurrentControl)
+{
+    static QStringList told;
+    told.clear();
+    const auto former = QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
+        if (event->type() != QAccessible::Focus && event->type() != QAccessible::Selection)
+            return;
+        if (QAccessibleInterface* face = event->accessibleInterface())
+            told << QStringLiteral("%1 %2").arg(event->type() == QAccessible::Focus ? u"focus" : u"selection",
+                                                face->text(QAccessible::Name));
+    });
+    openAll();
+    test::put(*live(1), "Caption", QStringLiteral("Press"));
+    test::put(*live(2), "Caption", QStringLiteral("Stage"));
+    settle();
+    told.clear();
+    key(Qt::Key_Tab);
+    key(Qt::Key_Tab);
+    EXPECT_EQ(told, (QStringList{u"focus Press"_qs, u"focus Stage"_qs}));
+    QAccessibleInterface* root =
+        QAccessible::queryAccessibleInterface(const_cast<surface::Surface*>(&panel->surface()));
+    ASSERT_TRUE(root && root->focusChild());
+    EXPECT_EQ(root->focusChild()->text(QAccessible::Name), u"Stage");
+    EXPECT_TRUE(root->focusChild()->state().focused);
+    EXPECT_TRUE(root->focusChild()->state().selected);
+    panel->setLockPositions(true);
+    EXPECT_FALSE(root->child(0)->state().selected) << "nothing is edited any more";
+    QAccessible::installUpdateHandler(former);
 }
 
 TEST_F(EditKeysOf, TheFrameFollowsItsControlAndGoesWithIt)

@@ -398,6 +398,7 @@ private:
 
 TEST_F(EditResize, TheEndOfAResizeMovesTwiceTheFirstTimeTwentyTwipsShort)
 {
+    panel->move(120, 90); // the left edge is taken from the screen: off it every end of a resize moves
     open({control("Test.Watched", 3000, 3000, 1200, 1200)});
     heights().clear();
     script().press({282, 282}).move({292, 292}).release({292, 292}).play();
@@ -411,6 +412,7 @@ TEST_F(EditResize, TheEndOfAResizeMovesTwiceTheFirstTimeTwentyTwipsShort)
 TEST_F(EditResize, AResizeThatEndsWhereItBeganMovesNothingAndStoresThePlace)
 {
     panel->setWindowFlag(Qt::FramelessWindowHint); // the left edge is taken from the screen
+    panel->move(0, 0);
     open({control("Test.Watched", 3000, 3000, 1200, 1200)});
     ASSERT_EQ(panel->mapToGlobal(QPoint(0, 0)).x(), 0);
     document::XMLOps::SetAttribute(wrapper(1)->XMLNode(), Name("HEIGHT"), QStringLiteral("5"));
