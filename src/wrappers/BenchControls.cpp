@@ -1,6 +1,7 @@
 #include "wrappers/BenchControls.h"
 
 #include "binding/MemberTable.h"
+#include "document/EditCount.h"
 #include "document/Elements.h"
 #include "document/XMLOps.h"
 #include "site/NodeObject.h"
@@ -214,6 +215,7 @@ Ref<iBenchControl> BenchControls::Add(const QString& controlType, std::optional<
         enlist(control, key.value_or(QString()));
     });
     m_node.appendChild(control->XMLNode());
+    document::countEdit();
     ScanControls();
     return control;
 }
@@ -235,6 +237,7 @@ Ref<iBenchControl> BenchControls::AddFromXML(const QString& xml)
         enlist(control, placeKey(m_list.count() + 1));
     });
     m_node.appendChild(node);
+    document::countEdit();
     ScanControls();
     return control;
 }
@@ -261,14 +264,24 @@ void BenchControls::takeOut(std::int32_t place)
     if (place > m_list.count() || m_list.at(place) != control)
         return; // the channel has taken it out itself
     m_list.remove(place);
+    document::countEdit();
     m_node.removeChild(control->XMLNode());
     discard(*control);
 }
 
+/// The document is marked once and not by each of the writes, which would look for its mark each time. Those whose
+/// number has changed are the last ones.
 void BenchControls::renumber()
 {
-    for (std::int32_t place = 1; place <= m_list.count(); ++place)
-        m_list.at(place)->setIndex(std::int16_t(place));
+    const std::int32_t count = m_list.count();
+    const bool isChange = count > 0 && m_list.at(count)->Index() != count;
+    {
+        const document::XMLOps::Marking off(document::XMLOps::Marking::Off);
+        for (std::int32_t place = 1; place <= count; ++place)
+            m_list.at(place)->setIndex(std::int16_t(place));
+    }
+    if (isChange)
+        document::XMLOps::MarkChanged(m_list.at(count)->XMLNode());
 }
 
 void BenchControls::Clear()
@@ -327,6 +340,7 @@ void BenchControls::putBack(const PlacedControl& placed)
     m_node.insertBefore(node, placed.next.parent() == m_node ? placed.next : Node());
     if (const Ref<site::Channel> channel = control->Channel())
         channel->setUseCount(std::int16_t(std::min(channel->UseCount() + 1, 32767)));
+    document::countEdit();
     renumber();
     control->setControl(control->Control()); // the handles follow it again
     control->setShowGrabHandles(!m_lockPositions);

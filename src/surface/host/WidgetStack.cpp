@@ -217,10 +217,10 @@ void WidgetStack::updateHosts()
         }
     }
     std::vector<LiveControl*> hosted;
-    display.forEach([&](LiveControl& control) {
-        if (control.m_hosted && !wanted.contains(&control))
-            hosted.push_back(&control);
-    });
+    for (const QWidget* host : std::as_const(m_hosts)) {
+        if (LiveControl* control = m_owners.value(host); !wanted.contains(control))
+            hosted.push_back(control);
+    }
     for (LiveControl* control : hosted)
         unhost(*control);
     for (LiveControl* control : wanted) {
