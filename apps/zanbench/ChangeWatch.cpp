@@ -1,5 +1,6 @@
 #include "zanbench/ChangeWatch.h"
 
+#include "document/StoredDefault.h"
 #include "values/Convert.h"
 
 #include <QByteArrayList>
@@ -22,22 +23,9 @@ const values::Name Alignment("ALIGNMENT");
 const values::Name Left("LEFT");
 const values::Name Width("WIDTH");
 const QLatin1String LabelType("VB.Label");
-
-struct Default
-{
-    values::Name name;
-    QString text;
-};
-
-/// What a read stores where there was nothing: it says as much as the absence did.
-bool isStoredDefault(const values::Name name, const QString& text)
-{
-    static const std::array defaults = {Default{values::Name("MODE"), QStringLiteral("CHANNEL")},
-                                        Default{values::Name("PROGRAM"), QStringLiteral("CONNECTIONSTATUS")},
-                                        Default{values::Name("COMPARISON"), QStringLiteral("=")}};
-    return std::any_of(defaults.begin(), defaults.end(),
-                       [&](const Default& row) { return row.name == name && row.text == text; });
-}
+const values::Name Formula("FORMULA");
+/// What a form writes back, when it is opened, for a channel without a formula.
+const QLatin1String NoFormula("None");
 
 /// An element that a panel writes of its own accord: at every scan, when it is locked or unlocked, when protected
 /// controls are hidden. Whatever it held is written over by the next load or scan.
@@ -87,34 +75,38 @@ bool isPanelsOwn(const document::Node& element)
     });
 }
 
-/// Adds an element and what lies below it. Elements that hold nothing say as much as elements that are not there.
-/// Returns whether anything was added.
-bool addSubstance(const document::Node& element, QCryptographicHash& hash)
+/// Adds an element and what lies below it. Elements that hold nothing, or what a read has stored, say as much as
+/// elements that are not there.
+void addSubstance(const document::Node& element, QByteArray& substance)
 {
     const values::Name name = element.name();
-    if (name == Changed || isPanelsOwn(element))
-        return false;
+    if (name == Changed || document::isStoredDefault(element) || isPanelsOwn(element))
+        return;
+    const qsizetype before = substance.size();
     bool any = !element.attributes().empty();
     if (!element.firstChildElement()) {
         const QString text = element.text();
-        any = any || !(text.isEmpty() || isStoredDefault(name, text));
-        if (any)
-            hash.addData(name.text().toUtf8() + '=' + text.toUtf8() + '\0');
+        any = any || !(text.isEmpty() || (name == Formula && text == NoFormula));
+        substance += name.text().toUtf8() + '=' + text.toUtf8() + '\0';
     } else {
-        hash.addData(name.text().toUtf8() + '<');
+        substance += name.text().toUtf8() + '<';
         if (const std::optional<double> anchor = anchorOf(element))
-            hash.addData(QByteArray::number(std::round(*anchor), 'f', 0));
+            substance += QByteArray::number(std::round(*anchor), 'f', 0);
+        const qsizetype head = substance.size();
         for (document::Node child = element.firstChildElement(); child; child = child.nextSiblingElement())
-            any = addSubstance(child, hash) || any;
-        hash.addData(QByteArrayLiteral(">"));
+            addSubstance(child, substance);
+        any = any || substance.size() > head;
+        substance += '>';
     }
-    return any;
+    if (!any)
+        substance.truncate(before);
 }
 
 QByteArray substanceOf(const document::Node& element)
 {
-    QCryptographicHash hash(QCryptographicHash::Sha1);
-    return addSubstance(element, hash) ? hash.result() : QByteArray();
+    QByteArray substance;
+    addSubstance(element, substance);
+    return substance.isEmpty() ? substance : QCryptographicHash::hash(substance, QCryptographicHash::Sha1);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "zanbench/Commands.h"
 #include "zanbench/DemoSite.h"
 
+#include "document/EditCount.h"
 #include "halyard/HalyardLogger.h"
 #include "window/BenchWindow.h"
 
@@ -288,6 +289,8 @@ void MainWindow::followPage()
 {
     if (!m_site)
         return;
+    if (!m_watch->isChanged())
+        m_keptCount = document::editCount(); // what loading fills in is nobody's edit
     const QString key = m_pages->currentKey();
     {
         const QSignalBlocker blocker(m_list);
@@ -309,13 +312,25 @@ void MainWindow::followPage()
 /// A window that nobody has given a size yet takes the one that shows the first panel whole.
 void MainWindow::fitToPanel()
 {
-    const window::BenchWindow* panel = currentPanel();
-    if (!panel || m_kiosk || !m_settings.geometry().isEmpty())
-        return;
+    if (currentPanel() && !m_kiosk && m_settings.geometry().isEmpty())
+        m_placement->resize(sizeForPanel());
+}
+
+/// Grows from the size that the window had as far as the panel needs; a user's window never shrinks by itself.
+void MainWindow::growToPanel(QSize before)
+{
+    if (currentPanel() && !m_kiosk && m_pages->zoom() != PanelView::Fit)
+        m_placement->resize(before.expandedTo(sizeForPanel()));
+}
+
+/// Of the window, for the whole of the panel shown.
+QSize MainWindow::sizeForPanel() const
+{
+    const double zoom = m_pages->zoom() == PanelView::Fit ? 1 : m_pages->zoom() / 100.0;
     const int width = ListWidth + style()->pixelMetric(QStyle::PM_DockWidgetSeparatorExtent);
     const int height =
         menuBar()->sizeHint().height() + m_toolBar->sizeHint().height() + m_status->sizeHint().height();
-    m_placement->resize(panel->minimumSize() + QSize(width + FrameSlack, height + FrameSlack));
+    return currentPanel()->minimumSize() * zoom + QSize(width + FrameSlack, height + FrameSlack);
 }
 
 /// Comes before any panel hears of the new state: panels are made after the site is connected to.

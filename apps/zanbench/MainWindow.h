@@ -90,6 +90,8 @@ private:
     void openOnTrail(const SchemePlace& place, const SchemeTrail& trail);
     void setTrail(const SchemeTrail& trail);
     void fitToPanel();
+    void growToPanel(QSize before);
+    QSize sizeForPanel() const;
     void setZoom(int percent);
     void followZoom();
     void followRecentFiles();
@@ -133,6 +135,7 @@ private:
     QTimer m_changes;
     QTimer m_edits; // runs from an edit until it is kept
     int m_looks = 0;
+    std::uint64_t m_keptCount = 0; // of edits, when they were kept last
     bool m_kiosk = false;
 };
 

@@ -3,21 +3,28 @@
 #include "zanbench/Commands.h"
 #include "zanbench/MainWindow.h"
 
+#include "document/EditCount.h"
 #include "surface/host/PointerLoop.h"
 #include "window/BenchWindow.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileInfo>
+
+#include <algorithm>
 
 namespace zan::host {
 
 namespace {
 
-constexpr int LookMilliseconds = 500;
-/// What scripts change is looked at anew this often; what the user does is kept at once.
-constexpr int LooksUntilKept = 10;
+constexpr int LookMilliseconds = 250;
+/// What nobody has counted, a write of a host to the tree itself, is looked for this often while there are edits.
+constexpr int LooksUntilKept = 20;
 /// An edit is kept well within a second, and a burst of them once.
 constexpr int KeepMilliseconds = 300;
+constexpr int LatestMilliseconds = 1000;
+/// Keeping a large scheme takes its time: the pause after it is longer by this factor, as far as a second allows.
+constexpr int PauseFactor = 4;
 
 } // namespace
 
@@ -53,12 +60,15 @@ void MainWindow::followChanges()
     setWindowTitle(QStringLiteral("%1: %2[*]%3 - ZanBench").arg(m_site->displayName(), shown, mark));
 }
 
-/// Scripts change the document without an edit of the user's.
+/// Scripts change the document without an edit of the user's. What they have done to a panel alone is seen only once the
+/// panel has stored itself, as it does before it is kept.
 void MainWindow::lookForChanges()
 {
     followChanges();
-    if (m_watch->isChanged() && (m_keeper->file().isEmpty() || ++m_looks % LooksUntilKept == 0) &&
-        !m_edits.isActive())
+    if (m_edits.isActive())
+        return;
+    const bool isDue = m_watch->isChanged() && (m_keeper->file().isEmpty() || ++m_looks % LooksUntilKept == 0);
+    if (isDue || document::editCount() != m_keptCount)
         m_edits.start();
 }
 
@@ -85,6 +95,8 @@ void MainWindow::keepEdits()
         m_edits.start();
         return;
     }
+    QElapsedTimer time;
+    time.start();
     try {
         m_pages->updateDocuments();
     } catch (const values::RuntimeError&) {
@@ -95,6 +107,10 @@ void MainWindow::keepEdits()
         problem = m_keeper->keep(m_site->scheme());
     else
         m_keeper->drop();
+    m_keptCount = document::editCount();
+    const int cost = int(std::min<qint64>(time.elapsed(), LatestMilliseconds));
+    const int longest = std::max(KeepMilliseconds, LatestMilliseconds - LookMilliseconds - cost);
+    m_edits.setInterval(std::clamp(PauseFactor * cost, KeepMilliseconds, longest));
     if (!problem.isEmpty())
         m_errors->showError(problem);
     followChanges();

@@ -47,8 +47,11 @@ void MainWindow::openOnTrail(const SchemePlace& place, const SchemeTrail& trail)
     options.scheme = place.scheme;
     options.window = place.window;
     options.unlock = !m_pages->manner().isLocked;
-    if (openScheme(options))
-        setTrail(trail);
+    const QSize before = size();
+    if (!openScheme(options))
+        return;
+    setTrail(trail);
+    growToPanel(before);
 }
 
 void MainWindow::setTrail(const SchemeTrail& trail)

@@ -20,29 +20,30 @@ const QString Filter = QStringLiteral("Schemes (*.scheme *.xml);;All files (*)")
 HostDialogs::Unsaved MessageDialogs::askUnsaved(const QString& name)
 {
     const QString question = QStringLiteral("Save the changes to %1?").arg(name);
-    QMessageBox box(QMessageBox::Question, Title, surface::textForBox(question, m_parent),
-                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, m_parent);
+    QMessageBox box(QMessageBox::Question, Title, surface::textForBox(question, m_parent), QMessageBox::NoButton,
+                    m_parent);
     box.setTextFormat(Qt::PlainText); // the name of a site is no markup
     box.setInformativeText(QStringLiteral("Changes that are not saved are lost."));
-    box.setDefaultButton(QMessageBox::Save);
+    QPushButton* save = box.addButton(QStringLiteral("&Save"), QMessageBox::AcceptRole);
+    const QPushButton* discard = box.addButton(QStringLiteral("&Discard"), QMessageBox::DestructiveRole);
+    QPushButton* cancel = box.addButton(QStringLiteral("&Cancel"), QMessageBox::RejectRole);
+    box.setDefaultButton(save);
+    box.setEscapeButton(cancel);
     box.exec();
-    switch (box.standardButton(box.clickedButton())) {
-    case QMessageBox::Save:
+    if (box.clickedButton() == save)
         return Unsaved::Save;
-    case QMessageBox::Discard:
-        return Unsaved::Discard;
-    default:
-        return Unsaved::Cancel;
-    }
+    return box.clickedButton() == discard ? Unsaved::Discard : Unsaved::Cancel;
 }
 
 HostDialogs::Conflict MessageDialogs::askConflict(const QString& text)
 {
-    QMessageBox box(QMessageBox::Warning, Title, text, QMessageBox::Cancel, m_parent);
+    QMessageBox box(QMessageBox::Warning, Title, text, QMessageBox::NoButton, m_parent);
     box.setTextFormat(Qt::PlainText);
-    const QPushButton* overwrite = box.addButton(QStringLiteral("Overwrite"), QMessageBox::DestructiveRole);
-    const QPushButton* saveAs = box.addButton(QStringLiteral("Save as..."), QMessageBox::AcceptRole);
-    box.setDefaultButton(QMessageBox::Cancel);
+    const QPushButton* overwrite = box.addButton(QStringLiteral("&Overwrite"), QMessageBox::DestructiveRole);
+    const QPushButton* saveAs = box.addButton(QStringLiteral("&Save as..."), QMessageBox::AcceptRole);
+    QPushButton* cancel = box.addButton(QStringLiteral("&Cancel"), QMessageBox::RejectRole);
+    box.setDefaultButton(cancel);
+    box.setEscapeButton(cancel);
     box.exec();
     if (box.clickedButton() == overwrite)
         return Conflict::Overwrite;

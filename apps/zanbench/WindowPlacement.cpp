@@ -22,6 +22,8 @@ WindowPlacement::WindowPlacement(QMainWindow& window)
 
 void WindowPlacement::resize(QSize wanted)
 {
+    if (m_window.isFullScreen() || m_window.isMaximized())
+        return;
     m_window.resize(wanted.boundedTo(m_window.screen()->availableSize().shrunkBy(GuessedFrame)));
     keepOnScreenLater();
 }

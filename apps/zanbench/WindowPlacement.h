@@ -12,7 +12,7 @@ class WindowPlacement : public QObject
 public:
     explicit WindowPlacement(QMainWindow& window);
 
-    /// Gives the window a size, as far as the screen has room for it.
+    /// Gives the window a size, as far as the screen has room for it. One that fills the screen keeps to that.
     void resize(QSize wanted);
 
 private:

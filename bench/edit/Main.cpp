@@ -1,5 +1,5 @@
 // What rearranging a panel costs: a move of the pointer until it is painted, unlocking and locking beside bare widgets
-// in the places of the handles, and one edit with its entry in the history. Times are medians of processor time, which
+// in the places of the handles, one edit with its entry in the history, and keeping the edits of a scheme in a file. Times are medians of processor time, which
 // other programs on the machine disturb least.
 
 #include "document/XMLOps.h"
@@ -9,6 +9,15 @@
 #include "surface/host/Surface.h"
 #include "window/BenchWindow.h"
 #include "window/PanelEditor.h"
+
+#ifdef ZAN_BENCH_HOST
+#include "trellis/SchemeFile.h"
+#include "zanbench/ChangeWatch.h"
+#include "zanbench/EditKeeper.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#endif
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -251,6 +260,64 @@ StepCost step(int count)
     return {median(moves), median(undos), median(removals), median(returns)};
 }
 
+#ifdef ZAN_BENCH_HOST
+class FileLogger final : public fake::FakeLogger
+{
+public:
+    Ref<trellis::SchemeFile> file;
+    Ref<site::Scheme> Scheme() override { return file; }
+};
+
+/// Milliseconds of keeping one edit of a scheme of so many labels: its steps, and all of them together, in which the
+/// program does not answer.
+void measureKeeping(int count)
+{
+    constexpr int Runs = 15;
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("bench.scheme"));
+    {
+        QFile file(path);
+        QByteArray text = "<SCHEME><NAME>Bench</NAME><WINDOW><KEY>A</KEY><CONTAINER/>";
+        for (int place = 0; place < count; ++place) {
+            const QRect cell = cellOf(place);
+            text += QStringLiteral("<CONTROL><TYPE>VB.Label</TYPE><LEFT>%1</LEFT><TOP>%2</TOP><WIDTH>%3</WIDTH>"
+                                   "<HEIGHT>%4</HEIGHT><CAPTION>Label %5</CAPTION></CONTROL>")
+                        .arg(cell.x() * 15)
+                        .arg(cell.y() * 15)
+                        .arg(cell.width() * 15)
+                        .arg(cell.height() * 15)
+                        .arg(place)
+                        .toUtf8();
+        }
+        if (!file.open(QIODevice::WriteOnly) || file.write(text + "</WINDOW></SCHEME>") < 0)
+            return;
+    }
+    surface::RecordingForms forms;
+    const Ref<FileLogger> logger = values::make<FileLogger>();
+    logger->file = trellis::SchemeFile::open(path).scheme;
+    window::BenchWindow panel;
+    panel.setForms(&forms);
+    panel.InitProperties();
+    panel.setLogger(logger);
+    panel.LoadWindow(QStringLiteral("A"));
+    panel.UpdateDocument();
+    host::ChangeWatch watch(logger->file);
+    host::EditKeeper keeper({path, folder.path()});
+    std::vector<double> updates, comparisons, writes, wholes;
+    for (int run = 0; run < Runs; ++run) {
+        const auto control = panel.Controls()->Control(Variant(1 + run * 7 % count));
+        control->setLeft(control->Left() + 15);
+        updates.push_back(timeOf([&] { panel.UpdateDocument(); }));
+        comparisons.push_back(timeOf([&] { watch.compare(); }));
+        writes.push_back(timeOf([&] { keeper.keep(*logger->file); }));
+        wholes.push_back(updates.back() + comparisons.back() + writes.back());
+    }
+    std::printf("%-10d %12.2f %12.2f %12.2f %12.2f\n", count, median(updates), median(comparisons), median(writes),
+                median(wholes));
+    keeper.drop();
+}
+#endif
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -271,5 +338,10 @@ int main(int argc, char** argv)
         const StepCost cost = step(count);
         std::printf("%-10d %12.2f %12.2f %12.2f %12.2f\n", count, cost.move, cost.undo, cost.remove, cost.putBack);
     }
+#ifdef ZAN_BENCH_HOST
+    std::printf("%-10s %12s %12s %12s %12s\n", "keep, ms", "update", "compare", "write", "all");
+    for (const int count : {1000, 10000})
+        measureKeeping(count);
+#endif
     return 0;
 }

@@ -1,12 +1,16 @@
 #include "HostFixture.h"
 
 #include "zanbench/ChangeWatch.h"
+#include "zanbench/PanelLoader.h"
 
 #include "document/XMLOps.h"
+#include "surface/forms/RecordingForms.h"
 #include "trellis/SchemeFile.h"
+#include "window/PanelSetup.h"
 
 using namespace zan;
 using document::Node;
+using document::XMLOps::GetAttribute;
 using document::XMLOps::SetAttribute;
 using values::Name;
 
@@ -36,13 +40,34 @@ protected:
 
 TEST_F(Changes, WhatReadsAndScansStoreIsNoChange)
 {
-    SetAttribute(controls[0], Name("PROGRAM"), QStringLiteral("CONNECTIONSTATUS"));
-    SetAttribute(controls[0], Name("COMPARISON"), QStringLiteral("="));
+    GetAttribute(controls[0], Name("PROGRAM"), QStringLiteral("CONNECTIONSTATUS"));
+    Node(controls[0]).appendChild(controls[0].createElement(Name("ACTION")));
+    GetAttribute(controls[0].child(Name("ACTION")), Name("TYPE"), QStringLiteral("SET"));
     SetAttribute(controls[1], Name("TOOLTIPTEXT"), QStringLiteral("Level 2.5 (m) "));
     SetAttribute(controls[1], Name("IGNORESCAN"), QStringLiteral("-1"));
     EXPECT_TRUE(scheme->isChanged());
     EXPECT_FALSE(watch->isChanged());
     EXPECT_FALSE(scheme->isChanged()) << "the mark is taken away again";
+}
+
+TEST_F(Changes, OpeningTheSetupFormsOfTheDemoAndCancellingThemIsNoChange)
+{
+    const auto opened = host::OpenedSite::open(QStringLiteral(DEMO_SCHEME), QString());
+    ASSERT_TRUE(opened.site);
+    QDir::setCurrent(QFileInfo(QStringLiteral(DEMO_SCHEME)).path()); // where its pictures lie
+    surface::RecordingForms forms;                                   // closes every form that comes up
+    for (const QString& key : opened.site->panelKeys()) {
+        const auto panel = host::loadPanel(*opened.site, key, std::nullopt,
+                                           [&](window::BenchWindow& made) { made.setForms(&forms); });
+        panel->UpdateDocument();
+        host::ChangeWatch demo{values::Ref<trellis::SchemeFile>(&opened.site->scheme())};
+        for (int place = 1; place <= panel->Controls()->Count(); ++place)
+            panel->setup().edit(panel->Controls()->Control(binding::Variant(place)));
+        panel->setup().editWindow();
+        EXPECT_FALSE(demo.isChanged()) << qPrintable(key);
+        EXPECT_FALSE(demo.compare()) << qPrintable(key);
+    }
+    EXPECT_GT(forms.boxes().size(), 10u);
 }
 
 TEST_F(Changes, EditsOfTheSameElementsAreChanges)

@@ -102,6 +102,28 @@ TEST_F(EditsRecoveryTest, WhatAScriptChangesIsKeptToo)
     EXPECT_TRUE(read(Beside).contains("by a script"));
 }
 
+TEST_F(EditsRecoveryTest, WhatAScriptChangesOnThePanelAloneIsKeptToo)
+{
+    writeScheme(
+        "<WINDOW><KEY>Script</KEY><CONTAINER/><CONTROL><TYPE>VB.CommandButton</TYPE><LEFT>300</LEFT><TOP>300"
+        "</TOP><WIDTH>900</WIDTH><HEIGHT>300</HEIGHT><ACTION><TYPE>SCRIPT</TYPE><SCRIPT>Sub Main()\\nControl.Left "
+        "= 4567\\nEnd Sub"
+        "</SCRIPT></ACTION></CONTROL></WINDOW>");
+    MainWindow window(settings, dialogs);
+    host::OpenOptions options = unlocked();
+    options.offline = false;
+    options.window = QStringLiteral("Script");
+    ASSERT_TRUE(window.openScheme(options));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window.site()->linkState() == site::LinkState::Connected; },
+                                DeadlineMilliseconds));
+    EXPECT_FALSE(isKept());
+    const auto button = window.currentPanel()->Controls()->Control(binding::Variant(std::int32_t(1)));
+    window.currentPanel()->setLockPositions(true);
+    button->Control()->put(values::Name("Value"), binding::Variant(true));
+    ASSERT_TRUE(becomesKept());
+    EXPECT_TRUE(read(Beside).contains("4567"));
+}
+
 TEST_F(EditsRecoveryTest, UndoingAllPutsTheKeptEditsAway)
 {
     MainWindow window(settings, dialogs);

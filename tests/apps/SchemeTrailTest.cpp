@@ -96,6 +96,25 @@ TEST_F(SchemeTrailTest, DoubleClickOnASiteOpensItsSchemeAndBackReturnsToTheMap)
     EXPECT_FALSE(back().isEnabled());
 }
 
+TEST_F(SchemeTrailTest, TheWindowGrowsForABiggerSchemeAndNeverShrinks)
+{
+    write("other.scheme",
+          "<SCHEME><NAME>Other site</NAME><WINDOW><KEY>Only</KEY><CONTAINER/><CONTROL><TYPE>VB.Label"
+          "</TYPE><LEFT>0</LEFT><TOP>0</TOP><WIDTH>8250</WIDTH><HEIGHT>6000</HEIGHT></CONTROL>"
+          "</WINDOW></SCHEME>");
+    openMap();
+    settings.setWindow(window.saveGeometry(), {}); // a size that the user has given it
+    window.resize(420, 300);
+    choose(2);
+    EXPECT_GE(window.currentPanel()->width(), 550);
+    EXPECT_GE(window.currentPanel()->height(), 400);
+    window.resize(760, 570);
+    back().trigger();
+    EXPECT_EQ(openFile(), u"site.scheme");
+    EXPECT_GE(window.width(), 760);
+    EXPECT_GE(window.height(), 570);
+}
+
 TEST_F(SchemeTrailTest, ChangesAreAskedAboutFirstAndCancelStays)
 {
     openMap();
