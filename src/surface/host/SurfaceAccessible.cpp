@@ -211,6 +211,8 @@ void install()
 
 void tellCurrent(Surface& surface, LiveControl& control)
 {
+    if (!QAccessible::isActive())
+        return;
     if (QAccessibleInterface* face = anyFaceOf(control)) {
         QAccessibleEvent event(face, surface.hasFocus() ? QAccessible::Focus : QAccessible::Selection);
         QAccessible::updateAccessibility(&event);
