@@ -11,6 +11,7 @@
 #include <execinfo.h>
 #include <span>
 #include <string>
+#include <sys/time.h>
 #include <unistd.h>
 #include <unwind.h>
 
@@ -45,6 +46,15 @@ namespace {
 
 int report = -1;
 
+/// Seconds of work and of waiting; 0 for no limit.
+void setTimeLimits(int work, unsigned wait)
+{
+    itimerval limit{};
+    limit.it_value.tv_sec = work;
+    setitimer(ITIMER_PROF, &limit, nullptr);
+    alarm(wait);
+}
+
 std::string told(const FunctionName& name)
 {
     return name.library + ' ' + (name.function.empty() ? "?" : name.function.substr(0, 160));
@@ -67,7 +77,7 @@ std::string told(const FunctionName& name)
 void terminated()
 {
     FailingNew::end();
-    alarm(0);
+    setTimeLimits(0, 0);
     std::array<void*, 100> frames{};
     const std::size_t count = std::size_t(backtrace(frames.data(), int(frames.size())));
     const FunctionName taker = FunctionName::of(lastTaker);
@@ -78,12 +88,18 @@ void terminated()
          {frames.data(), count});
 }
 
+bool isTimeLimit(int number)
+{
+    return number == SIGALRM || number == SIGPROF;
+}
+
 std::string how(int number)
 {
     switch (number) {
     case SIGABRT:
         return "an abort";
     case SIGALRM:
+    case SIGPROF:
         return "no end";
     default:
         return "a bad access";
@@ -93,7 +109,7 @@ std::string how(int number)
 void signalled(int number)
 {
     FailingNew::end();
-    alarm(0);
+    setTimeLimits(0, 0);
     std::array<void*, 100> frames{};
     const std::size_t count = std::size_t(backtrace(frames.data(), int(frames.size())));
     // The first frames are this function and what the system puts below the one that was interrupted.
@@ -106,11 +122,16 @@ void signalled(int number)
     const FunctionName place = FunctionName::of(first < count ? frames[first] : nullptr);
     // Waiting for ever is the toolkit's only when an allocation of its own has failed before.
     const bool isToolkits =
-        place.isToolkit() && (number != SIGALRM || FunctionName::of(FailingNew::lastAsker()).isToolkit());
+        place.isToolkit() && (!isTimeLimit(number) || FunctionName::of(FailingNew::lastAsker()).isToolkit());
     tell(isToolkits, how(number) + " in " + told(place), {frames.data() + first, count - first});
 }
 
 } // namespace
+
+void limitTime()
+{
+    setTimeLimits(10, 300);
+}
 
 void reportLastPlace(int descriptor)
 {
@@ -118,7 +139,7 @@ void reportLastPlace(int descriptor)
     std::array<void*, 2> once{};
     static_cast<void>(backtrace(once.data(), 2)); // takes memory the first time
     std::set_terminate(terminated);
-    for (const int number : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGALRM})
+    for (const int number : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGALRM, SIGPROF})
         std::signal(number, signalled);
 }
 

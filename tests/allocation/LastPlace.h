@@ -12,6 +12,10 @@ namespace zan::test {
 /// whose instruction made it.
 void reportLastPlace(int descriptor);
 
+/// Ends the process in the same way when it has worked for ten seconds, or has waited for five minutes: a machine that is
+/// busy with other things makes a process slow, and is no reason to call it endless.
+void limitTime();
+
 inline constexpr int Died = 77;
 
 } // namespace zan::test
