@@ -1,5 +1,6 @@
 #include "binding/MemberTable.h"
 #include "support/ErrorOf.h"
+#include "support/FakeHistory.h"
 #include "support/FakeSite.h"
 
 #include <gtest/gtest.h>
@@ -50,7 +51,8 @@ std::vector<ContractRow> contracts()
          "",
          {"Link", "Scheme", "Live", "Actions", "AddAction", "RemoveActions", "CreateChannel"}},
         {"Link", logger->link, "State", {"State", "Connect", "Disconnect"}},
-        {"Live", logger->live, "", {"Buffers", "ReadMemory", "WriteChannel"}},
+        {"Live", logger->live, "", {"Buffers", "History", "ReadMemory", "WriteChannel"}},
+        {"History", make<fake::FakeHistory>(), "", {"State"}},
         {"LogBuffers", buffers, "Item", {"Count", "Item"}},
         {"LogBuffer", buffers->buffers[0], "", {"RecordCount", "Records"}},
         {"LogRecords",
