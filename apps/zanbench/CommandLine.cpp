@@ -3,6 +3,8 @@
 #include "zanbench/OptionParser.h"
 #include "zanbench/PictureFile.h"
 
+#include "ecan/Address.h"
+
 namespace zan::host {
 
 namespace {
@@ -54,6 +56,31 @@ QString readShotNumbers(const OptionParser& parser, ShotOptions& options)
     return {};
 }
 
+const QString EcanHost = QStringLiteral("ecan-host");
+const QString NoHost = QStringLiteral("none");
+
+void offerEcanHost(OptionParser& parser, const QString& more = {})
+{
+    parser.option(
+        EcanHost, QStringLiteral("HOST"),
+        QStringLiteral("Ask this server for irrigation restrictions: host, host:port, or http:// or https:// "
+                       "before that; none asks nobody.") +
+            more);
+}
+
+/// The server that is asked for, empty for none; a message for a text that names none.
+QString readEcanHost(const OptionParser& parser, QString& host)
+{
+    const QString told = parser.text(EcanHost).trimmed();
+    if (told.isEmpty() || told == NoHost)
+        return {};
+    if (!ecan::isHost(told))
+        return QStringLiteral("'%1' is no server: write host, host:port, or http:// or https:// before that.")
+            .arg(told);
+    host = told;
+    return {};
+}
+
 const QString OpenUsage = QStringLiteral("Usage: zanbench [SCHEME] [options]\n"
                                          "       zanbench COMMAND [arguments]\n"
                                          "Opens a scheme file and shows its windows as live panels.\n");
@@ -63,6 +90,7 @@ void offerOpening(OptionParser& parser)
     parser.option(QStringLiteral("window"), QStringLiteral("KEY"), QStringLiteral("Show this window first."));
     parser.option(QStringLiteral("logger"), QStringLiteral("URI"),
                   QStringLiteral("Use this logger instead of the scheme's own, such as sim:?seed=7."));
+    offerEcanHost(parser, QStringLiteral(" It is kept for later starts."));
     parser.flag(QStringLiteral("unlock"), QStringLiteral("Let the panel's controls be moved from the start."));
     parser.flag(QStringLiteral("kiosk"), QStringLiteral("Fill the screen with the panel and nothing else."));
     parser.flag(QStringLiteral("offline"), QStringLiteral("Do not connect the logger at once."));
@@ -89,6 +117,11 @@ Parsed<OpenOptions> parseOpen(const QStringList& arguments)
     options.scheme = parser.positional();
     options.window = parser.text(QStringLiteral("window"));
     options.logger = parser.text(QStringLiteral("logger"));
+    if (parser.has(EcanHost)) {
+        options.ecanHost.emplace();
+        if (const QString wrong = readEcanHost(parser, *options.ecanHost); !wrong.isEmpty())
+            return parser.misuse<OpenOptions>(wrong);
+    }
     options.unlock = parser.has(QStringLiteral("unlock"));
     options.kiosk = parser.has(QStringLiteral("kiosk"));
     options.offline = parser.has(QStringLiteral("offline"));
@@ -117,6 +150,7 @@ Parsed<ShotOptions> parseShot(const QStringList& arguments)
                   QStringLiteral("Wait so many milliseconds after the logger is connected."));
     parser.option(QStringLiteral("logger"), QStringLiteral("URI"),
                   QStringLiteral("Use this logger instead of the scheme's own."));
+    offerEcanHost(parser);
     parser.flag(QStringLiteral("offline"), QStringLiteral("Do not connect the logger."));
     parser.flag(QStringLiteral("print"), QStringLiteral("Print the values that the panel shows."));
     if (!parser.read(arguments, 1))
@@ -138,6 +172,8 @@ Parsed<ShotOptions> parseShot(const QStringList& arguments)
             return parser.misuse<ShotOptions>(wrong);
     if (const QString wrong = readShotNumbers(parser, options); !wrong.isEmpty())
         return parser.misuse<ShotOptions>(wrong);
+    if (const QString wrong = readEcanHost(parser, options.ecanHost); !wrong.isEmpty())
+        return parser.misuse<ShotOptions>(wrong);
     return {options, {}, Success};
 }
 
@@ -151,6 +187,7 @@ void offerPanel(OptionParser& parser)
                   QStringLiteral("Load this window instead of the first."));
     parser.option(QStringLiteral("logger"), QStringLiteral("URI"),
                   QStringLiteral("Use this logger instead of the scheme's own."));
+    offerEcanHost(parser);
 }
 
 ScriptOptions panelOptions(const OptionParser& parser)
@@ -180,6 +217,8 @@ Parsed<ScriptOptions> parseScript(const QStringList& arguments)
         return parser.misuse<ScriptOptions>(QStringLiteral("The script file is missing."));
     if (options.scheme.isEmpty() && !(options.window.isEmpty() && options.logger.isEmpty()))
         return parser.misuse<ScriptOptions>(QStringLiteral("A window or a logger needs --scheme."));
+    if (const QString wrong = readEcanHost(parser, options.ecanHost); !wrong.isEmpty())
+        return parser.misuse<ScriptOptions>(wrong);
     return {options, {}, Success};
 }
 
@@ -201,6 +240,8 @@ Parsed<TestOptions> parseTest(const QStringList& arguments)
     TestOptions options{parser.positional(), panelOptions(parser)};
     if (options.folder.isEmpty())
         return parser.misuse<TestOptions>(QStringLiteral("The folder of the tests is missing."));
+    if (const QString wrong = readEcanHost(parser, options.defaults.ecanHost); !wrong.isEmpty())
+        return parser.misuse<TestOptions>(wrong);
     if (parser.has(timeout)) {
         bool read = false;
         options.timeout = parser.text(timeout).toInt(&read);

@@ -19,9 +19,10 @@ enum ExitCode : int {
 /// `zanbench [SCHEME]`: what the window opens with.
 struct OpenOptions
 {
-    QString scheme; ///< empty: start without one
-    QString window; ///< key; empty: the first window
-    QString logger; ///< URI; empty: the scheme's own
+    QString scheme;                  ///< empty: start without one
+    QString window;                  ///< key; empty: the first window
+    QString logger;                  ///< URI; empty: the scheme's own
+    std::optional<QString> ecanHost; ///< kept for later starts; empty: ask nobody; nothing: as it was kept
     bool unlock = false;
     bool kiosk = false;
     bool offline = false; ///< do not connect at once
@@ -31,11 +32,12 @@ struct OpenOptions
 struct ShotOptions
 {
     QString scheme;
-    QString window; ///< key; empty: the first window
-    QString out;    ///< empty: no picture, values only
-    QString logger; ///< URI; empty: the scheme's own
-    QSize size;     ///< logical pixels; empty: as large as the panel's contents, within the largest picture
-    int after = 0;  ///< milliseconds between being connected and drawing
+    QString window;   ///< key; empty: the first window
+    QString out;      ///< empty: no picture, values only
+    QString logger;   ///< URI; empty: the scheme's own
+    QString ecanHost; ///< empty: none
+    QSize size;       ///< logical pixels; empty: as large as the panel's contents, within the largest picture
+    int after = 0;    ///< milliseconds between being connected and drawing
     double scale = 1;
     bool print = false;
     bool offline = false;
@@ -45,9 +47,10 @@ struct ShotOptions
 struct ScriptOptions
 {
     QString file;
-    QString scheme; ///< empty: no panel, only the item Host
-    QString window; ///< key; empty: the first window
-    QString logger; ///< URI; empty: the scheme's own
+    QString scheme;   ///< empty: no panel, only the item Host
+    QString window;   ///< key; empty: the first window
+    QString logger;   ///< URI; empty: the scheme's own
+    QString ecanHost; ///< empty: none
 };
 
 /// `zanbench test`: where the test files are, and the panel of those that name none.

@@ -59,6 +59,8 @@ ExitCode runOpen(const QStringList& arguments, ProcessArguments process)
     }
 
     Settings settings;
+    if (options.ecanHost)
+        settings.setEcanHost(*options.ecanHost);
     MessageDialogs dialogs;
     MainWindow window(settings, dialogs);
     dialogs.setParent(&window);

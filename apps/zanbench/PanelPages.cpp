@@ -144,6 +144,7 @@ PanelPages::Page& PanelPages::load(const QString& key)
     const auto prepare = [this](window::BenchWindow& panel) {
         panel.setForms(&m_forms);
         panel.setHost(m_host);
+        panel.setECANHost(m_settings.ecanHost());
         connect(&panel, &window::BenchWindow::runtimeError, this, &PanelPages::failed);
     };
     std::unique_ptr<window::BenchWindow> loaded =

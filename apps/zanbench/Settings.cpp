@@ -2,6 +2,8 @@
 
 #include "zanbench/BagText.h"
 
+#include "ecan/Address.h"
+
 #include <QCryptographicHash>
 #include <QFileInfo>
 
@@ -14,6 +16,7 @@ const QString State = QStringLiteral("window/state");
 const QString ConnectsOnOpening = QStringLiteral("connectsOnOpening");
 const QString ShowsGuides = QStringLiteral("editing/guides");
 const QString EditsByKeyboard = QStringLiteral("editing/keyboard");
+const QString EcanHost = QStringLiteral("ecan/host");
 const QString Zoom = QStringLiteral("zoom");
 const QString RecentFiles = QStringLiteral("recentFiles");
 
@@ -96,6 +99,17 @@ bool Settings::editsByKeyboard() const
 void Settings::setEditsByKeyboard(bool edit)
 {
     m_settings.setValue(EditsByKeyboard, edit);
+}
+
+QString Settings::ecanHost() const
+{
+    const QString host = m_settings.value(EcanHost).toString();
+    return ecan::isHost(host) ? host : QString();
+}
+
+void Settings::setEcanHost(const QString& host)
+{
+    m_settings.setValue(EcanHost, host);
 }
 
 int Settings::zoom() const

@@ -37,6 +37,10 @@ public:
     bool editsByKeyboard() const;
     void setEditsByKeyboard(bool edit);
 
+    /// The server that panels ask for irrigation restrictions; empty for none, and when what is stored names none.
+    QString ecanHost() const;
+    void setEcanHost(const QString& host);
+
     /// Zoom of the panels in percent; 0 to fit them into the window.
     int zoom() const;
     void setZoom(int percent);

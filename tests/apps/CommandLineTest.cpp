@@ -207,3 +207,34 @@ TEST(CommandLine, TheVersionIsOneLine)
     EXPECT_TRUE(versionText().startsWith("zanbench "));
     EXPECT_EQ(versionText().count('\n'), 1);
 }
+
+TEST(CommandLine, EveryCommandWithAPanelTakesAServerForRestrictions)
+{
+    const char* const host = "--ecan-host=https://ecan.example:444";
+    const auto with = [&](const char* line) { return words(line) << QString::fromLatin1(host); };
+    EXPECT_EQ(parseOpen(with("a.scheme")).options->ecanHost, QStringLiteral("https://ecan.example:444"));
+    EXPECT_EQ(parseShot(with("a.scheme --print")).options->ecanHost, "https://ecan.example:444");
+    EXPECT_EQ(parseScript(with("a.vbs --scheme s")).options->ecanHost, "https://ecan.example:444");
+    EXPECT_EQ(parseTest(with("folder")).options->defaults.ecanHost, "https://ecan.example:444");
+}
+
+TEST(CommandLine, WithoutAServerNobodyIsAskedAndTheWordNoneSaysSo)
+{
+    EXPECT_EQ(parseShot(words("a.scheme --print")).options->ecanHost, "");
+    EXPECT_EQ(parseShot(words("a.scheme --print --ecan-host none")).options->ecanHost, "");
+    EXPECT_FALSE(parseOpen(words("a.scheme")).options->ecanHost.has_value()) << "what was kept stands";
+    EXPECT_EQ(parseOpen(words("a.scheme --ecan-host none")).options->ecanHost, QString());
+}
+
+TEST(CommandLine, AServerThatIsNoneIsMisuse)
+{
+    for (const char* bad : {"ftp://ecan.example", "ecan.example/path", "me@ecan.example", "http://"}) {
+        const QStringList host{QStringLiteral("--ecan-host"), QString::fromLatin1(bad)};
+        EXPECT_EQ(parseOpen(words("a.scheme") + host).code, Misuse) << bad;
+        EXPECT_EQ(parseShot(words("a.scheme --print") + host).code, Misuse) << bad;
+        EXPECT_EQ(parseScript(words("a.vbs --scheme s") + host).code, Misuse) << bad;
+        const auto test = parseTest(words("folder") + host);
+        EXPECT_EQ(test.code, Misuse) << bad;
+        EXPECT_TRUE(test.text.contains(QStringLiteral("'%1' is no server").arg(QString::fromLatin1(bad)))) << bad;
+    }
+}

@@ -128,3 +128,12 @@ TEST_F(SettingsTest, AFileOfRubbishGivesDefaults)
     EXPECT_TRUE(damaged.recentFiles().isEmpty());
     EXPECT_FALSE(damaged.bag(schemePath(), "First"));
 }
+
+TEST_F(SettingsTest, TheServerForRestrictionsIsKeptAndNonsenseIsNone)
+{
+    EXPECT_EQ(settings.ecanHost(), "");
+    settings.setEcanHost("ecan.example:8080");
+    EXPECT_EQ(settings.ecanHost(), "ecan.example:8080");
+    write("meddled.ini", "[ecan]\nhost=ftp://evil.example/x\n");
+    EXPECT_EQ(host::Settings(path("meddled.ini")).ecanHost(), "");
+}

@@ -124,8 +124,10 @@ bool HeadlessPanel::loadWindow(const PanelRequest& request)
         return false;
     }
     const QString failure = failureOf(QStringLiteral("Loading the window %1").arg(*key), [&] {
-        m_panel =
-            loadPanel(*m_site, *key, std::nullopt, [this](window::BenchWindow& panel) { listenToPanel(panel); });
+        m_panel = loadPanel(*m_site, *key, std::nullopt, [&](window::BenchWindow& panel) {
+            listenToPanel(panel);
+            panel.setECANHost(request.ecanHost);
+        });
         m_panel->resize(sizeFor(request));
         m_panel->show();
     });

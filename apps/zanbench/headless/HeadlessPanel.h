@@ -18,9 +18,10 @@ class RunReport;
 struct PanelRequest
 {
     QString scheme;
-    QString window; ///< key; empty: the first window
-    QString logger; ///< URI; empty: the scheme's own
-    QSize size;     ///< logical pixels; empty: as large as the panel's contents, within LargestPictureArea
+    QString window;   ///< key; empty: the first window
+    QString logger;   ///< URI; empty: the scheme's own
+    QString ecanHost; ///< empty: none
+    QSize size;       ///< logical pixels; empty: as large as the panel's contents, within LargestPictureArea
     double scale = 1;
     bool needsLogger = false; ///< a scheme whose logger cannot be used is a failure, not a note
 };

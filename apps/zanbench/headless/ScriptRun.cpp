@@ -115,6 +115,7 @@ bool ScriptRun::openPanel()
     request.scheme = m_options.scheme;
     request.window = m_options.window;
     request.logger = m_options.logger;
+    request.ecanHost = m_options.ecanHost;
     request.needsLogger = true;
     return m_panel.open(request);
 }

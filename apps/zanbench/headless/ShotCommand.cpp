@@ -29,6 +29,7 @@ PanelRequest requestOf(const ShotOptions& options)
     request.scheme = options.scheme;
     request.window = options.window;
     request.logger = options.logger;
+    request.ecanHost = options.ecanHost;
     request.size = options.size;
     request.scale = options.scale;
     return request;

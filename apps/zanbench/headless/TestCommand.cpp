@@ -52,6 +52,7 @@ QStringList scriptArguments(const ScriptOptions& options)
     add(QStringLiteral("scheme"), options.scheme);
     add(QStringLiteral("window"), options.window);
     add(QStringLiteral("logger"), options.logger);
+    add(QStringLiteral("ecan-host"), options.ecanHost);
     return words + QStringList{QStringLiteral("--"), options.file};
 }
 
