@@ -142,14 +142,22 @@ bool KeelImport::takeWindow(const QString& file)
     return goesOn();
 }
 
-Ref<iBenchControl> KeelImport::add(const QString& type)
+/// A control that is added has all of them refreshed. Of that only the last time is to be seen, as nothing is drawn
+/// meanwhile; each of the others would look at every label before it.
+Ref<iBenchControl> KeelImport::add(const QString& type, bool refreshes)
 {
-    return values::given(values::given(m_panel.Controls())->Add(type, QString()));
+    const Ref<wrappers::BenchControls> list = values::given(m_panel.Controls());
+    m_panel.document().setRefreshing(refreshes);
+    const auto resume = qScopeGuard([this] {
+        if (m_alive)
+            m_panel.document().setRefreshing(true);
+    });
+    return values::given(list->Add(type, QString()));
 }
 
 void KeelImport::addConnectButton()
 {
-    const Ref<iBenchControl> button = add(QStringLiteral("VB.CommandButton"));
+    const Ref<iBenchControl> button = add(QStringLiteral("VB.CommandButton"), true);
     if (!goesOn())
         return;
     const QString caption = QStringLiteral("&Connect");
@@ -172,13 +180,13 @@ void KeelImport::addRows()
     for (std::int32_t place = 1; goesOn() && place <= count; ++place) {
         const Ref<site::Channel> channel = window->Item(Variant(place));
         if (goesOn())
-            addRow(*values::given(channel));
+            addRow(*values::given(channel), place == count);
     }
 }
 
-void KeelImport::addRow(site::Channel& channel)
+void KeelImport::addRow(site::Channel& channel, bool isLast)
 {
-    const Ref<iBenchControl> label = add(QStringLiteral("VB.Label"));
+    const Ref<iBenchControl> label = add(QStringLiteral("VB.Label"), isLast);
     if (!goesOn())
         return;
     const QString zero = QStringLiteral("0");

@@ -43,11 +43,11 @@ private:
     bool takeWindow(const QString& file);
     void addConnectButton();
     void addRows();
-    void addRow(site::Channel& channel);
+    void addRow(site::Channel& channel, bool isLast);
     void showValue(wrappers::iBenchControl& label, site::Channel& channel, float left, float top);
     void showText(wrappers::iBenchControl& label, const QString& text, float left, float top);
     float widthOf(const QString& text) const;
-    Ref<wrappers::iBenchControl> add(const QString& type);
+    Ref<wrappers::iBenchControl> add(const QString& type, bool refreshes);
 
     BenchWindow& m_panel;
     surface::Surface& m_surface;

@@ -265,6 +265,12 @@ void PanelDocument::import(const QString& file)
         KeelImport(m_panel, m_surface).run(wanted);
 }
 
+void PanelDocument::setRefreshing(bool refreshes)
+{
+    if (m_controls)
+        m_controls->setLiveData(refreshes ? m_liveData.get() : nullptr);
+}
+
 void PanelDocument::enter(const Ref<site::SchemeWindow>& window)
 {
     const QPointer<BenchWindow> alive(&m_panel);

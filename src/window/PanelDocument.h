@@ -51,6 +51,9 @@ public:
     void save();
 
     const Ref<site::SchemeWindow>& currentWindow() const noexcept { return m_currentWindow; }
+    /// Whether the list refreshes its controls when it is asked to, or one is added to it. It does, but while many are
+    /// added in a row of which nothing is seen.
+    void setRefreshing(bool refreshes);
     /// How often another window has become the one that is edited. Who builds one looks whether it still is.
     std::uint32_t loads() const noexcept { return m_loads; }
     /// Empty once the panel has ended.

@@ -198,6 +198,16 @@ TEST_F(KeelImportTest, FixedTextWithoutUnitsIsTheLabel)
     EXPECT_EQ(property(2, "Caption"), u"Weir") << "no scan touches it";
 }
 
+TEST_F(KeelImportTest, RowsBeforeTheLastAreRefreshedWhenTheLastIsAddedAndTheListGoesOnRefreshing)
+{
+    import(Level + Level + Level);
+    EXPECT_EQ(property(2, "Caption"), u"Level 0.00 m");
+    EXPECT_EQ(property(3, "Caption"), u"Level 0.00 m");
+    EXPECT_EQ(property(4, "Caption"), u"Level ") << "until a scan";
+    Q_EMIT logger->NewBenchData();
+    EXPECT_EQ(property(4, "Caption"), u"Level 0.00 m");
+}
+
 TEST_F(KeelImportTest, ControlsHaveEmptyKeys)
 {
     import(Level);
