@@ -37,6 +37,11 @@ std::optional<QString> PanelForms::inputBox(QWidget* owner, const QString& promp
     return DesktopForms::inputBox(windowOf(owner), prompt, title, text);
 }
 
+bool PanelForms::progress(QWidget* owner, const QString& text, double share)
+{
+    return DesktopForms::progress(windowOf(owner), text, share);
+}
+
 bool PanelForms::busy(QWidget* owner, std::chrono::milliseconds elapsed)
 {
     return DesktopForms::busy(windowOf(owner), elapsed);

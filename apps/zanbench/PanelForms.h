@@ -24,6 +24,7 @@ public:
     std::optional<QString> inputBox(QWidget* owner, const QString& prompt, const QString& title,
                                     const QString& text) override;
     bool busy(QWidget* owner, std::chrono::milliseconds elapsed) override;
+    bool progress(QWidget* owner, const QString& text, double share) override;
     void popupMenu(QWidget* owner, const std::shared_ptr<surface::PopupMenu>& menu, QPoint place) override;
     void showModal(QDialog& form) override;
     void showForm(QWidget* owner, surface::ModalForm& form) override;

@@ -21,6 +21,7 @@ const Name ForeColorName("ForeColor");
 const Name CaptionName("Caption");
 const Name TextName("Text");
 const Name BorderStyleName("BorderStyle");
+const Name LoggerName("Logger");
 
 /// Twips between a new element and the one above it.
 constexpr float ElementGap = 50;
@@ -36,14 +37,16 @@ const wrappers::PictureLoader& pictureLoader()
 
 } // namespace
 
-ControlFactory::ControlFactory(Surface& surface, wrappers::ControlTypes types)
+ControlFactory::ControlFactory(Surface& surface, wrappers::ControlTypes types, surface::FormsSource forms)
     : m_surface(surface)
     , m_types(types)
+    , m_forms(std::move(forms))
 {
     for (const ControlType& type : m_types) {
-        if (!type.create)
+        const surface::ProvidedCreator create = type.creator();
+        if (!create)
             continue;
-        surface.addArray(type.arrayName.toString(), type.create, [&type](LiveControl& design) {
+        surface.addArray(type.arrayName.toString(), create, [&type](LiveControl& design) {
             design.move(type.design.left, type.design.top, type.design.width, type.design.height);
         });
     }
@@ -53,21 +56,26 @@ ControlFactory::ControlFactory(Surface& surface, wrappers::ControlTypes types)
 void ControlFactory::buildNewControlMenu()
 {
     for (const ControlType& type : m_types) {
-        if (!type.menuCaption.isEmpty() && type.create)
+        if (!type.menuCaption.isEmpty() && m_surface.array(type.arrayName))
             m_menu.push_back({type.menuCaption, type.key});
     }
 }
 
-Ref<wrappers::iBenchControl> ControlFactory::CreateControl(const QString& typeKey, bool positionsLocked)
+Ref<wrappers::iBenchControl> ControlFactory::CreateControl(const QString& typeKey, bool positionsLocked,
+                                                           const Ref<site::Logger>& logger)
 {
     // A key without a row, or whose kind of control is not there, is unknown; nothing has been touched.
     const ControlType* type = m_types.find(typeKey);
-    ControlArray* array = type && type->create ? m_surface.array(type->arrayName) : nullptr;
+    ControlArray* array = type ? m_surface.array(type->arrayName) : nullptr;
     if (!array)
         return {};
     const Ref<LiveControl> live = liveControl(*type, *array);
     style(*live, *type, positionsLocked);
-    const auto wrapper = values::make<wrappers::BenchControl>();
+    if (type->styling & wrappers::TakesLogger)
+        live->tryPut(LoggerName, Variant(logger));
+    if (auto* asking = dynamic_cast<surface::UsesForms*>(live.get()))
+        asking->setForms(m_forms);
+    const Ref<wrappers::BenchControl> wrapper = type->wrap ? type->wrap() : values::make<wrappers::BenchControl>();
     wrapper->setPictureLoader(&pictureLoader());
     wrapper->begin(typeKey, live, (type->styling & wrappers::OwnSettings) == 0);
     return wrapper;

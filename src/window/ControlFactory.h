@@ -1,5 +1,7 @@
 #pragma once
 
+#include "site/Logger.h"
+#include "surface/host/UsesForms.h"
 #include "wrappers/BenchControl.h"
 #include "wrappers/ControlType.h"
 #include "wrappers/PanelWindow.h"
@@ -30,12 +32,14 @@ class ControlFactory
 {
 public:
     /// Makes the arrays of every type that can be placed, their templates hidden at their design rectangles.
-    ControlFactory(surface::Surface& surface, wrappers::ControlTypes types);
+    ControlFactory(surface::Surface& surface, wrappers::ControlTypes types, surface::FormsSource forms = {});
 
     wrappers::ControlTypes types() const noexcept { return m_types; }
     /// Nothing for a key that is not known. Raises what the control host raises when no further element can be
     /// loaded; nothing has changed then.
-    Ref<wrappers::iBenchControl> CreateControl(const QString& type, bool positionsLocked);
+    /// The logger, if there is one, is for types that take it.
+    Ref<wrappers::iBenchControl> CreateControl(const QString& type, bool positionsLocked,
+                                               const Ref<site::Logger>& logger = {});
     /// Hides a template, unloads any other element; failures are ignored.
     void discard(const Ref<binding::Object>& control);
     /// Undoes that for a control that is put back: the template is shown again, any other element put back into its
@@ -55,6 +59,7 @@ private:
 
     surface::Surface& m_surface;
     wrappers::ControlTypes m_types;
+    surface::FormsSource m_forms;
     std::set<const surface::ControlArray*> m_templateInUse; // an array stays here once it has come here
     std::vector<NewControlMenuItem> m_menu;
 };

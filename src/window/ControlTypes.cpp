@@ -5,6 +5,7 @@
 #include "display/StatusLightControl.h"
 #include "display/ValueBarControl.h"
 #include "livedata/BarDisplay.h"
+#include "livedata/GraphFeed.h"
 #include "livedata/RestrictionDisplay.h"
 #include "livedata/StatusDisplay.h"
 #include "livedata/TextDisplay.h"
@@ -16,6 +17,7 @@
 #include "surface/intrinsic/ProgressBar.h"
 #include "surface/intrinsic/Shape.h"
 #include "surface/intrinsic/TextBox.h"
+#include "wrappers/ZanGraphControl.h"
 
 #include <array>
 #include <type_traits>
@@ -41,6 +43,12 @@ template <class Control>
 values::Ref<LiveControl> make()
 {
     return values::make<Control>();
+}
+
+template <class Wrapper>
+values::Ref<wrappers::BenchControl> wrap()
+{
+    return values::make<Wrapper>();
 }
 
 /// A routine of the live data in the form of the table; some need no more than the control.
@@ -151,9 +159,11 @@ constexpr std::array<ControlType, 13> table{{
      .menuCaption = u"&Graph",
      .arrayName = u"ZanGraph1",
      .design = {240, 3840, 4935, 1815},
+     .wrap = wrap<wrappers::ZanGraphControl>,
      .styling = Font | wrappers::OwnSettings,
      .press = OnPress::HostDrag,
-     .selectsOnHover = true},
+     .selectsOnHover = true,
+     .live = {.feedRecords = FeedGraph}},
     {.key = u"MSComctlLib.ProgressBar",
      .menuCaption = u"Progress &Bar",
      .arrayName = u"pbar",

@@ -51,7 +51,8 @@ void storeFont(const Node& parent, binding::Object& font)
 PanelDocument::PanelDocument(BenchWindow& panel, surface::Surface& surface, wrappers::ControlTypes types)
     : m_panel(panel)
     , m_surface(surface)
-    , m_factory(std::make_unique<ControlFactory>(surface, types))
+    , m_factory(std::make_unique<ControlFactory>(
+          surface, types, [owner = QPointer<BenchWindow>(&panel)] { return owner ? &owner->forms() : nullptr; }))
     , m_liveData(std::make_unique<livedata::Scan>(types))
     , m_restrictions(std::make_unique<ecan::NetworkSource>())
     , m_controls(values::make<wrappers::BenchControls>())
@@ -100,7 +101,7 @@ wrappers::ControlTypes PanelDocument::controlTypes() const
 
 Ref<wrappers::iBenchControl> PanelDocument::createControl(const QString& type)
 {
-    return m_factory->CreateControl(type, controls()->LockPositions());
+    return m_factory->CreateControl(type, controls()->LockPositions(), m_panel.Logger());
 }
 
 Ref<site::SchemeWindows> PanelDocument::schemeWindows()

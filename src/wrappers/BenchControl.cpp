@@ -119,7 +119,12 @@ void BenchControl::setXMLNode(const Node& node)
     m_node = node;
     m_fontNode = Node();
     m_changes.add();
-    loadChildren();
+    if (const Ref<binding::Object> control = m_control) {
+        // A VALUE in the document is a state to be shown, and nobody's click.
+        const surface::Surface::WithoutClicks silent(surfaceOf(control));
+        loadLive(*control);
+    }
+    m_fontNode = document::specialChild(m_node, element::Font);
     // A node without FONT gets one.
     if (!m_fontNode && m_node) {
         m_fontNode = m_node.createElement(element::Font);
@@ -128,21 +133,21 @@ void BenchControl::setXMLNode(const Node& node)
     // The stored font counts only for a control that does not follow the window.
     if (!UseWindowSettings()) {
         if (const Ref<binding::Object> font = Font())
-            applyFontNode(m_fontNode, *font);
+            loadFont(m_fontNode, *font);
     }
+    loadRest();
 }
 
-void BenchControl::loadChildren()
+void BenchControl::loadLive(binding::Object& control)
 {
-    if (const Ref<binding::Object> control = m_control) {
-        std::array special{document::SpecialChild{element::PictureFile, {}},
-                           document::SpecialChild{element::Font, {}}};
-        // A VALUE in the document is a state to be shown, and nobody's click.
-        const surface::Surface::WithoutClicks silent(surfaceOf(control));
-        document::loadByName(node(), *control, special);
-        loadPicture(*control, special.front().node);
-    }
-    m_fontNode = document::specialChild(node(), element::Font);
+    std::array special{document::SpecialChild{element::PictureFile, {}}, document::SpecialChild{element::Font, {}}};
+    document::loadByName(node(), control, special);
+    loadPicture(control, special.front().node);
+}
+
+void BenchControl::loadFont(const Node& fontNode, binding::Object& font)
+{
+    applyFontNode(fontNode, font);
 }
 
 void BenchControl::loadPicture(binding::Object& control, const Node& fileNode)

@@ -12,8 +12,8 @@ namespace zan::wrappers {
 /// Turns a picture file's name into the Picture object to assign to a live control; raises when it cannot.
 using PictureLoader = std::function<Variant(const QString& file)>;
 
-/// Wrapper of a placed control of any type but the graph: keeps the document node, the live control and what the
-/// user sees in step. It knows no type and reaches the live control by property names alone.
+/// Wrapper of a placed control of any type (that of a graph derives from it): keeps the document node, the live control
+/// and what the user sees in step. It knows no type and reaches the live control by property names alone.
 ///
 /// Writes go to the live control first (raising what it raises) and then, without force, to the node. Without a
 /// live control measures read 0 and writes reach only the node.
@@ -87,6 +87,14 @@ public:
     /// Takes over where a resize by a handle has left the live control.
     void endResize();
 
+protected:
+    const document::Node& node() const;
+    /// The steps of a load: what the live control is set to, what its font is set to where it has its own, and what
+    /// comes after that. Failures are nobody's.
+    virtual void loadLive(binding::Object& control);
+    virtual void loadFont(const document::Node& fontNode, binding::Object& font);
+    virtual void loadRest() {}
+
 private:
     /// What the resize handles are made of, when they are first to be shown.
     struct HandlePlan
@@ -96,7 +104,6 @@ private:
         values::Colour colour;
     };
 
-    const document::Node& node() const;
     void makeNode() const;
     display::cGrabHandles* handles() const;
     float measure(values::Name name) const;
@@ -105,7 +112,6 @@ private:
     void putColour(values::Name name, values::Colour value);
     void putLive(values::Name name, const Variant& value);
     void putLiveAndNode(values::Name name, const Variant& value);
-    void loadChildren();
     void loadPicture(binding::Object& control, const document::Node& fileNode);
     void storePosition();
     void storeLive(values::Name name);

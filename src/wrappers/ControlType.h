@@ -1,5 +1,6 @@
 #pragma once
 
+#include "surface/host/ProvidedControls.h"
 #include "wrappers/iBenchControl.h"
 
 #include <QStringView>
@@ -8,15 +9,13 @@
 #include <optional>
 #include <span>
 
-namespace zan::surface {
-class LiveControl;
-}
 namespace zan::dialogs {
 struct FormDescription;
 }
 
 namespace zan::wrappers {
 
+class BenchControl;
 class BenchControls;
 
 /// What a new live control takes from the window at its creation.
@@ -84,11 +83,12 @@ struct LiveRoutines
 /// Everything that is particular to one type of control, in one row: a new type is a class and such a row.
 struct ControlType
 {
-    QStringView key;                                 ///< in documents, compared exactly
-    QStringView menuCaption;                         ///< in the new-control menu; empty: not offered there
-    QStringView arrayName;                           ///< the surface's array that holds the elements
-    TwipsRectangle design;                           ///< where the array's template lies
-    Ref<surface::LiveControl> (*create)() = nullptr; ///< null while there is no such control: the key is unknown
+    QStringView key;                           ///< in documents, compared exactly
+    QStringView menuCaption;                   ///< in the new-control menu; empty: not offered there
+    QStringView arrayName;                     ///< the surface's array that holds the elements
+    TwipsRectangle design;                     ///< where the array's template lies
+    surface::ProvidedCreator create = nullptr; ///< null: a library of its own may provide it
+    Ref<BenchControl> (*wrap)() = nullptr;     ///< its wrapper; null: a BenchControl
 
     bool isSingle = false; ///< the template is the only one there ever is
 
@@ -108,6 +108,9 @@ struct ControlType
     LiveRoutines live = {};
 
     const dialogs::FormDescription* setup = nullptr; ///< the form that sets it up; null: it has none
+
+    /// What makes its live control; null while there is no such control, whose key is an unknown one then.
+    surface::ProvidedCreator creator() const { return create ? create : surface::providedControl(key); }
 };
 
 /// The types that a panel knows. The rows belong to whoever made them and outlive every panel.

@@ -123,7 +123,7 @@ TEST_F(Factory, TypesAreKeptInOneTableWithTheirRectangles)
     EXPECT_EQ(controlTypes().find(u"sitemap"), nullptr);
 }
 
-TEST_F(Factory, GraphOfALaterDayIsAnUnknownTypeAndItsNodeStays)
+TEST_F(Factory, TypeWhoseLibraryIsNotThereIsAnUnknownTypeAndItsNodeStays)
 {
     fill("A", "<CONTROL><TYPE>ZanDataControls.ENTViewer</TYPE></CONTROL>");
     panel->LoadWindow(QStringLiteral("A"));

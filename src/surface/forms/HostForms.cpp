@@ -17,6 +17,7 @@
 #include <QMessageBox>
 #include <QPointer>
 
+#include <algorithm>
 #include <array>
 #include <span>
 
@@ -160,6 +161,33 @@ void DesktopForms::busyEnded()
     delete m_busyBox.data();
 }
 
+bool HostForms::progress(QWidget*, const QString&, double)
+{
+    return true;
+}
+
+bool DesktopForms::progress(QWidget* owner, const QString& text, double share)
+{
+    constexpr int Whole = 1000;
+    constexpr int ShownAfter = 500; // milliseconds: what is done sooner needs no box
+    if (!m_progressBox) {
+        m_progressBox =
+            new QProgressDialog(text, QCoreApplication::translate("HostForms", "Cancel"), 0, Whole, owner);
+        m_progressBox->setWindowTitle(titleOr({}));
+        m_progressBox->setWindowModality(Qt::ApplicationModal); // nothing else can be clicked meanwhile
+        m_progressBox->setAutoReset(false);
+        m_progressBox->setMinimumDuration(ShownAfter);
+    }
+    m_progressBox->setValue(int(std::clamp(share, 0.0, 1.0) * Whole));
+    QCoreApplication::processEvents();
+    return m_progressBox && !m_progressBox->wasCanceled();
+}
+
+void DesktopForms::progressEnded()
+{
+    delete m_progressBox.data();
+}
+
 void DesktopForms::popupMenu(QWidget* owner, const std::shared_ptr<PopupMenu>& menu, QPoint place)
 {
     std::function<void()> choice;
@@ -265,7 +293,7 @@ std::optional<QString> DesktopForms::pickFile(QWidget* owner, const FileRequest&
     if (!request.file.isEmpty())
         picker->selectFile(request.file);
     picker->setDefaultSuffix(request.defaultExtension.section(QLatin1Char('.'), -1));
-    picker->setAcceptMode(QFileDialog::AcceptOpen);
+    picker->setAcceptMode(request.isSaved ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     const bool accepted = picker->exec() == QDialog::Accepted;
     const QStringList picked = accepted && picker ? picker->selectedFiles() : QStringList();
     delete picker.data();

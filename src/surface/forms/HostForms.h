@@ -50,6 +50,10 @@ public:
     /// interface breathe, and returns false when the user wants the script stopped. busyEnded() follows once.
     virtual bool busy(QWidget* owner, std::chrono::milliseconds elapsed);
     virtual void busyEnded() {}
+    /// Called now and then while something is under way that the user has asked for: shows how far it is (0 to 1), lets
+    /// the user interface breathe, and returns false when the user wants it stopped. progressEnded() follows once.
+    virtual bool progress(QWidget* owner, const QString& text, double share);
+    virtual void progressEnded() {}
     /// Opens a menu at a place of the screen, in global pixels. What is chosen from it is done here, or later through
     /// the entry's own function, or never.
     virtual void popupMenu(QWidget* owner, const std::shared_ptr<PopupMenu>& menu, QPoint place) = 0;
@@ -73,6 +77,8 @@ public:
                                     const QString& text) override;
     bool busy(QWidget* owner, std::chrono::milliseconds elapsed) override;
     void busyEnded() override;
+    bool progress(QWidget* owner, const QString& text, double share) override;
+    void progressEnded() override;
     void popupMenu(QWidget* owner, const std::shared_ptr<PopupMenu>& menu, QPoint place) override;
     void showModal(QDialog& form) override;
     void showForm(QWidget* owner, ModalForm& form) override;
@@ -88,6 +94,7 @@ protected:
 
 private:
     QPointer<QProgressDialog> m_busyBox;
+    QPointer<QProgressDialog> m_progressBox;
 };
 
 } // namespace zan::surface

@@ -26,6 +26,7 @@ struct FileRequest
     QString filter;
     int filterIndex = 0;      ///< the description that it begins with, from 1; 0 for the first
     QString defaultExtension; ///< of a name that is given without one
+    bool isSaved = false;     ///< the file is to be written: the user is asked before one that exists is taken
 };
 
 } // namespace zan::surface
