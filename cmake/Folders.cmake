@@ -40,7 +40,8 @@ function(zan_library target)
   target_link_libraries(${target} PUBLIC ${LIBRARY_LINK})
   install(TARGETS ${target} EXPORT ZanBench)
   foreach(folder IN LISTS LIBRARY_FOLDERS)
-    install(DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}/${folder} DESTINATION ${ZAN_HEADERS} FILES_MATCHING PATTERN "*.h")
+    install(DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}/${folder} DESTINATION ${ZAN_HEADERS} FILES_MATCHING PATTERN "*.h"
+            PATTERN "plot" EXCLUDE) # what only our own code may include
   endforeach()
 endfunction()
 

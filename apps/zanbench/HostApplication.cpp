@@ -1,5 +1,7 @@
 #include "zanbench/HostApplication.h"
 
+#include "zandata/ZanDataControls.h"
+
 #include "zanbench/Boundary.h"
 
 namespace zan::host {
@@ -9,6 +11,7 @@ HostApplication::HostApplication(ProcessArguments process)
     , m_report(&complain)
 {
     setApplicationName(QStringLiteral("zanbench"));
+    zandata::provideControls();
 }
 
 bool HostApplication::notify(QObject* receiver, QEvent* event)

@@ -1,0 +1,61 @@
+#include "zandata/data/CsvText.h"
+
+#include <QLocale>
+
+#include <cmath>
+
+namespace zan::zandata {
+
+namespace {
+
+bool isNumber(const QString& text)
+{
+    bool isOne = false;
+    const double number = text.toDouble(&isOne);
+    return isOne && std::isfinite(number);
+}
+
+} // namespace
+
+QString harmlessCell(const QString& text)
+{
+    // Blanks in front do not keep a spreadsheet from seeing a formula.
+    qsizetype place = 0;
+    while (place < text.size() && text[place].isSpace() && text[place] != u'\t' && text[place] != u'\r' &&
+           text[place] != u'\n')
+        ++place;
+    if (place == text.size())
+        return text;
+    static const QString dangerous = QStringLiteral("=+-@\t\r\n|%＝＋－＠");
+    const bool isFormula = dangerous.contains(text[place]) && !isNumber(text.trimmed());
+    return isFormula ? QLatin1Char('\'') + text : text;
+}
+
+QString csvCell(const QString& text)
+{
+    QString cell = harmlessCell(text);
+    cell.remove(QChar(u'\0'));
+    const bool needsQuotes = cell.contains(u',') || cell.contains(u'"') || cell.contains(u'\n') ||
+                             cell.contains(u'\r') || cell.contains(u';') || cell.contains(u'\t');
+    if (!needsQuotes)
+        return cell;
+    cell.replace(QLatin1String("\""), QLatin1String("\"\""));
+    return QLatin1Char('"') + cell + QLatin1Char('"');
+}
+
+QString clipboardCell(const QString& text)
+{
+    QString cell = text;
+    for (QChar& character : cell) {
+        if (character == u'\t' || character == u'\r' || character == u'\n' || character == u'\0')
+            character = u' ';
+    }
+    return harmlessCell(cell);
+}
+
+QString csvNumber(double number)
+{
+    return QString::number(number, 'g', QLocale::FloatingPointShortest);
+}
+
+} // namespace zan::zandata
