@@ -9,6 +9,7 @@ extern const FormDescription frmBenchProp;
 extern const FormDescription frmChannel;
 extern const FormDescription frmCheckBox;
 extern const FormDescription frmCmd;
+extern const FormDescription frmGraph;
 extern const FormDescription frmPicture;
 extern const FormDescription frmProgressBar;
 extern const FormDescription frmStatusLight;

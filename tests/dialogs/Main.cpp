@@ -1,3 +1,5 @@
+#include "zandata/ZanDataControls.h"
+
 #include <QApplication>
 
 #include <gtest/gtest.h>
@@ -5,6 +7,7 @@
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
+    zan::zandata::provideControls();
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }
