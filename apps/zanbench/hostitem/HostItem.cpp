@@ -8,6 +8,7 @@
 #include "zanbench/hostitem/HostLogger.h"
 #include "zanbench/hostitem/HostMap.h"
 #include "zanbench/hostitem/HostPicture.h"
+#include "zanbench/hostitem/HostRecords.h"
 #include "zanbench/hostitem/HostReport.h"
 #include "zanbench/hostitem/HostText.h"
 #include "zanbench/hostitem/HostTime.h"
@@ -27,10 +28,11 @@ Ref<HostFamily> makeFamily(HostRun& run)
 }
 
 /// Every family, one row each. No two of them have a member of the same name.
-constexpr std::array<FamilyMaker, 11> FamilyMakers = {
+constexpr std::array<FamilyMaker, 12> FamilyMakers = {
     &makeFamily<HostReport>,  &makeFamily<HostTime>,     &makeFamily<HostInput>,   &makeFamily<HostBoxes>,
     &makeFamily<HostText>,    &makeFamily<HostDocument>, &makeFamily<HostPicture>, &makeFamily<HostLogger>,
     &makeFamily<HostEditing>, &makeFamily<HostMap>,      &makeFamily<HostForms>,
+    &makeFamily<HostRecords>,
 };
 
 } // namespace
