@@ -33,11 +33,11 @@ protected:
     }
 };
 
-TEST_F(DemoTest, HasThreePanelsAndSomeFortyChannels)
+TEST_F(DemoTest, HasFivePanelsAndSomeFortyChannels)
 {
     const auto opened = host::OpenedSite::open(demo(), {});
     ASSERT_TRUE(opened.site) << opened.error.toStdString();
-    EXPECT_EQ(opened.site->panelKeys(), (QStringList{"Overview", "Pumps", "Gates"}));
+    EXPECT_EQ(opened.site->panelKeys(), (QStringList{"Overview", "Pumps", "Gates", "Trends", "Records"}));
     EXPECT_TRUE(opened.site->canConnect()) << opened.site->loggerProblem().toStdString();
     std::int32_t channels = 0;
     const auto windows = opened.site->scheme().Windows();
