@@ -21,6 +21,9 @@
 #include "window/BenchWindow.h"
 #include "window/BenchWindowObject.h"
 #include "wrappers/BenchControl.h"
+#include "wrappers/ZanGraphControl.h"
+#include "zandata/ENTViewer.h"
+#include "zandata/ZanGraph.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -76,6 +79,11 @@ void Specimens::addControls()
         surface.addArray<display::SiteMapControl>(QStringLiteral("SiteMap1")).item(1);
     static_cast<display::SiteMapControl&>(*map).SelectSite(1); // its font can be put while a site is selected
     add(map);
+    const Ref<surface::LiveControl> graph =
+        surface.addArray<zandata::ZanGraph>(QStringLiteral("ZanGraph1")).item(1);
+    add(graph);
+    add(static_cast<zandata::ZanGraph&>(*graph).Filter());
+    add(surface.addArray<zandata::ENTViewer>(QStringLiteral("ENT")).item(1));
     add(make<display::Sites>());
     add(make<surface::FontObject>());
     add(make<surface::Picture>(QImage(4, 4, QImage::Format_RGB32)));
@@ -90,6 +98,7 @@ void Specimens::addPanel()
     add(panel.Controls());
     add(panel.Controls()->Add(QStringLiteral("VB.Label"), QStringLiteral("Flow")));
     add(make<wrappers::iBenchControl>());
+    add(make<wrappers::ZanGraphControl>());
 }
 
 void Specimens::addSite()
