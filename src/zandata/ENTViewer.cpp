@@ -122,12 +122,15 @@ const binding::MemberTable& ENTViewer::members() const
     using C = ENTViewer;
     using binding::property;
     return binding::table([] {
-        return binding::MemberTable("ENTViewer", &widgetMembers(),
-                                    {
-                                        property<&C::Logger, &C::setLogger>("Logger"),
-                                        property<&C::NewestFirst, &C::setNewestFirst>("NewestFirst"),
-                                        binding::method<&C::Refresh>("Refresh"),
-                                    });
+        return binding::MemberTable(
+            "ENTViewer", &widgetMembers(),
+            {
+                binding::field<&C::m_backColor, &C::restyle>("BackColor", values::WindowBackground),
+                binding::field<&C::m_foreColor, &C::restyle>("ForeColor", values::WindowText),
+                property<&C::Logger, &C::setLogger>("Logger"),
+                property<&C::NewestFirst, &C::setNewestFirst>("NewestFirst"),
+                binding::method<&C::Refresh>("Refresh"),
+            });
     });
 }
 

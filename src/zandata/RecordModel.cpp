@@ -27,7 +27,7 @@ RecordModel::RecordModel(QObject* parent)
 
 int RecordModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : int(m_rows.count());
+    return parent.isValid() ? 0 : m_shownRows;
 }
 
 int RecordModel::columnCount(const QModelIndex& parent) const
@@ -107,25 +107,23 @@ void RecordModel::turn()
 
 void RecordModel::setSource(const Ref<site::LogRecords>& records, const Ref<site::History>& history)
 {
-    RecordRows next = m_rows;
-    next.setSource(records, history);
-    const std::int64_t added = next.count() - m_rows.count();
-    const bool isLonger = added >= 0 && next.offset() == m_rows.offset() &&
-                          next.columns().size() == m_rows.columns().size() && m_rows.count() > 0;
+    const std::int64_t before = m_rows.count();
+    const std::int64_t offset = m_rows.offset();
+    const std::size_t columns = m_rows.columns().size();
+    m_rows.setSource(records, history);
+    const auto added = int(m_rows.count() - before);
+    const bool isLonger =
+        added >= 0 && before > 0 && m_rows.offset() == offset && m_rows.columns().size() == columns;
     if (!isLonger) {
         beginResetModel();
-        m_rows = std::move(next);
+        m_shownRows = int(m_rows.count());
         endResetModel();
-        return;
+    } else if (added > 0) {
+        const int first = m_isNewestFirst ? 0 : m_shownRows;
+        beginInsertRows({}, first, first + added - 1);
+        m_shownRows += added;
+        endInsertRows();
     }
-    if (added == 0) {
-        m_rows = std::move(next);
-        return;
-    }
-    const int first = m_isNewestFirst ? 0 : int(m_rows.count());
-    beginInsertRows({}, first, first + int(added) - 1);
-    m_rows = std::move(next);
-    endInsertRows();
 }
 
 void RecordModel::setNewestFirst(bool isNewestFirst)

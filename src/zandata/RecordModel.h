@@ -44,6 +44,7 @@ private:
 
     mutable RecordRows m_rows;
     mutable QTimer m_turn;
+    int m_shownRows = 0; // what the views know
     bool m_isNewestFirst = true;
 };
 

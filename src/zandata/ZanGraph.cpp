@@ -62,17 +62,20 @@ const binding::MemberTable& ZanGraph::members() const
     using C = ZanGraph;
     using binding::property;
     return binding::table([] {
-        return binding::MemberTable("ZanGraph", &widgetMembers(),
-                                    {
-                                        property<&C::Heading, &C::setHeading>("Heading"),
-                                        property<&C::UpperLimitLine, &C::setUpperLimitLine>("UpperLimitLine"),
-                                        property<&C::LowerLimitLine, &C::setLowerLimitLine>("LowerLimitLine"),
-                                        property<&C::UpperLimitLabel, &C::setUpperLimitLabel>("UpperLimitLabel"),
-                                        property<&C::LowerLimitLabel, &C::setLowerLimitLabel>("LowerLimitLabel"),
-                                        binding::readOnly<&C::Filter>("Filter"),
-                                        property<&C::History, &C::setHistory>("History"),
-                                        property<&C::DataSource, &C::setDataSource>("DataSource"),
-                                    });
+        return binding::MemberTable(
+            "ZanGraph", &widgetMembers(),
+            {
+                binding::field<&C::m_backColor, &C::restyle>("BackColor", values::WindowBackground),
+                binding::field<&C::m_foreColor, &C::restyle>("ForeColor", values::WindowText),
+                property<&C::Heading, &C::setHeading>("Heading"),
+                property<&C::UpperLimitLine, &C::setUpperLimitLine>("UpperLimitLine"),
+                property<&C::LowerLimitLine, &C::setLowerLimitLine>("LowerLimitLine"),
+                property<&C::UpperLimitLabel, &C::setUpperLimitLabel>("UpperLimitLabel"),
+                property<&C::LowerLimitLabel, &C::setLowerLimitLabel>("LowerLimitLabel"),
+                binding::readOnly<&C::Filter>("Filter"),
+                property<&C::History, &C::setHistory>("History"),
+                property<&C::DataSource, &C::setDataSource>("DataSource"),
+            });
     });
 }
 

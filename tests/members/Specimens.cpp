@@ -21,8 +21,8 @@
 #include "window/BenchWindow.h"
 #include "window/BenchWindowObject.h"
 #include "wrappers/BenchControl.h"
-#include "wrappers/ZanGraphControl.h"
 #include "zandata/ENTViewer.h"
+#include "zandata/ZanDataControls.h"
 #include "zandata/ZanGraph.h"
 
 #include <QFile>
@@ -47,7 +47,7 @@ struct Specimens::Owners
 };
 
 Specimens::Specimens()
-    : m_owners(std::make_unique<Owners>())
+    : m_owners((zandata::provideControls(), std::make_unique<Owners>()))
 {
     addControls();
     addPanel();
@@ -98,7 +98,7 @@ void Specimens::addPanel()
     add(panel.Controls());
     add(panel.Controls()->Add(QStringLiteral("VB.Label"), QStringLiteral("Flow")));
     add(make<wrappers::iBenchControl>());
-    add(make<wrappers::ZanGraphControl>());
+    add(panel.Controls()->Add(QStringLiteral("ZanDataControls.ZanGraph"), QStringLiteral("Trend")));
 }
 
 void Specimens::addSite()

@@ -60,7 +60,10 @@ class TrendTest : public testing::Test
 {
 protected:
     void feed(const Ref<FakeHistory>& store) { trend.feed({}, store); }
-    const std::vector<HistoryPoint>& points(std::size_t channel = 0) { return trend.channels()[channel].cache.points(); }
+    const std::vector<HistoryPoint>& points(std::size_t channel = 0)
+    {
+        return trend.channels()[channel].cache.points();
+    }
     Trend trend;
 };
 
@@ -257,17 +260,16 @@ TEST(SoundPoints, LeaveOutWhatIsNotFiniteNotInOrderOrOutside)
 {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const double infinite = std::numeric_limits<double>::infinity();
-    const std::vector<HistoryPoint> sound =
-        soundPoints({{10, 20, 1, 2, 1.5, 3},
-                     {21, 22, nan, 2, 1, 1},
-                     {23, 24, 1, infinite, 1, 1},
-                     {25, 24, 1, 2, 1, 1},
-                     {15, 30, 1, 2, 1, 1},
-                     {26, 27, 1, 2, 1, 0},
-                     {28, 29, 3, 2, 1, 1},
-                     {30, 30, 5, 5, 5, 1},
-                     {99, 101, 5, 5, 5, 1}},
-                    0, 100);
+    const std::vector<HistoryPoint> sound = soundPoints({{10, 20, 1, 2, 1.5, 3},
+                                                         {21, 22, nan, 2, 1, 1},
+                                                         {23, 24, 1, infinite, 1, 1},
+                                                         {25, 24, 1, 2, 1, 1},
+                                                         {15, 30, 1, 2, 1, 1},
+                                                         {26, 27, 1, 2, 1, 0},
+                                                         {28, 29, 3, 2, 1, 1},
+                                                         {30, 30, 5, 5, 5, 1},
+                                                         {99, 101, 5, 5, 5, 1}},
+                                                        0, 100);
     ASSERT_EQ(sound.size(), 2u);
     EXPECT_EQ(sound[1].first, 30);
 }

@@ -2,6 +2,8 @@
 
 #include "zandata/data/LogTime.h"
 
+#include <array>
+
 namespace zan::zandata {
 
 /// The stretch of time that a graph shows, and how it follows new records.
@@ -51,5 +53,18 @@ private:
     HistoryTime m_latest = 0; // of all
     std::int64_t m_followedSpan = 3'600'000;
 };
+
+/// A length of time that a user can follow at a press.
+struct FollowedRange
+{
+    const char* name;
+    const char* button;
+    char key;
+    std::int64_t span;
+};
+inline constexpr std::int64_t HourLength = 3'600'000;
+inline constexpr std::array FollowedRanges{FollowedRange{"Last hour", "1 h", 'H', HourLength},
+                                           FollowedRange{"Last day", "1 d", 'D', 24 * HourLength},
+                                           FollowedRange{"Last week", "1 w", 'W', 7 * 24 * HourLength}};
 
 } // namespace zan::zandata

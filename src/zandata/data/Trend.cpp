@@ -113,7 +113,15 @@ void Trend::feed(const Ref<site::LogRecords>& records, const Ref<site::History>&
         return;
     const QScopedValueRollback busy(m_isBusy, true);
     const site::HistorySpan shown = m_span;
+    // Of the records that stay in the buffer none may have come in between.
+    const HistoryTime known = m_records->span().last;
+    std::int64_t staying = 0;
+    attempt([&] {
+        if (const std::optional<HistoryTime> first = records ? timeOf(records->cell(0, 0)) : std::nullopt)
+            staying = m_records->rowCount() - m_records->placeOf(*first);
+    });
     attempt([&] { m_records->take(records); });
+    const bool isRewritten = m_records->placeOf(known + 1) != staying;
     std::vector<Source> sources = sourcesOf(history);
     std::vector<QString> labels;
     for (const Source& source : sources)
@@ -140,8 +148,11 @@ void Trend::feed(const Ref<site::LogRecords>& records, const Ref<site::History>&
     m_span = span;
     // What was read holds up to the last record known then, unless records have come in between.
     const HistoryTime news = shown.isEmpty ? EarliestTime : shown.last;
-    for (TrendChannel& channel : m_channels)
+    for (TrendChannel& channel : m_channels) {
         channel.cache.expire(news);
+        if (isRewritten && channel.store == m_records)
+            channel.cache.clear();
+    }
     expire(history);
     readLastValues();
     m_view.follow(m_records->span().isEmpty ? m_span : m_records->span(), latest);

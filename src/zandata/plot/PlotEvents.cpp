@@ -6,6 +6,7 @@
 #include <QPrinter>
 #include <QToolButton>
 
+#include <algorithm>
 #include <cmath>
 
 namespace zan::zandata {
@@ -15,7 +16,6 @@ namespace {
 constexpr double WheelFactor = 0.8; // of the time shown, for a click of the wheel
 constexpr double PanShare = 0.2;    // of the time shown, for an arrow key
 constexpr int WheelClick = 120;     // eighths of a degree
-constexpr std::int64_t Hour = 3'600'000;
 
 } // namespace
 
@@ -173,16 +173,13 @@ bool PlotWidget::answerKey(int key, bool shift)
     case Qt::Key_L:
         view.followRecords();
         break;
-    case Qt::Key_H:
-        view.followSpan(Hour);
-        break;
-    case Qt::Key_D:
-        view.followSpan(24 * Hour);
-        break;
-    case Qt::Key_W:
-        view.followSpan(7 * 24 * Hour);
-        break;
     default:
+        if (const auto range = std::find_if(FollowedRanges.begin(), FollowedRanges.end(),
+                                            [key](const FollowedRange& one) { return key == one.key; });
+            range != FollowedRanges.end()) {
+            view.followSpan(range->span);
+            break;
+        }
         if (key < Qt::Key_1 || key > Qt::Key_9)
             return false;
         if (std::size_t(key - Qt::Key_1) < m_content->trend.channels().size())

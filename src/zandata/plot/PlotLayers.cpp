@@ -62,7 +62,7 @@ void GapLayer::draw(QCPPainter* painter)
             continue;
         lists.push_back(trend.gapsOf(channel));
         for (const Gap& gap : lists.back())
-            hatch(gap, area.bottom() - StripHeight, channelColour(channel.number, m_plot.back()));
+            hatch(gap, area.bottom() - StripHeight, channelColour(m_plot.lookOf(channel), m_plot.back()));
     }
     for (const Gap& gap : common(std::move(lists)))
         hatch(gap, area.top(), mixed(m_plot.back(), m_plot.fore(), 0.45));
@@ -78,7 +78,8 @@ void BandLayer::draw(QCPPainter* painter)
         if (!axis || !trend.isShown(channel))
             continue;
         const std::vector<HistoryPoint>& points = channel.cache.points();
-        const QColor colour = mixed(m_plot.back(), channelColour(channel.number, m_plot.back()), BandStrength);
+        const QColor colour =
+            mixed(m_plot.back(), channelColour(m_plot.lookOf(channel), m_plot.back()), BandStrength);
         const auto first =
             std::lower_bound(points.begin(), points.end(), trend.view().from(),
                              [](const HistoryPoint& point, HistoryTime time) { return point.last < time; });

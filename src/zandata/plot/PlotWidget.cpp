@@ -1,7 +1,5 @@
 #include "zandata/plot/PlotWidget.h"
 
-#include "values/Failure.h"
-#include "values/Format.h"
 #include "zandata/plot/GraphColours.h"
 
 #include <QHBoxLayout>
@@ -15,24 +13,8 @@ namespace zan::zandata {
 
 namespace {
 
-constexpr qint64 TurnBudget = 12;      // milliseconds of reading before a picture is due
-constexpr std::size_t MostAxes = 8;    // further units share the last one
-constexpr std::size_t MostLegend = 16; // channels that the legend names
-constexpr int RoomForTools = 150;      // pixels of height below which they lie there while they are used
-
-constexpr std::int64_t Hour = 3'600'000;
-constexpr std::int64_t DayLength = 24 * Hour;
-constexpr std::int64_t WeekLength = 7 * DayLength;
-
-struct Range
-{
-    QString help;
-    const char* text;
-    std::int64_t span;
-};
-const std::array ranges{Range{QStringLiteral("Last hour"), "1 h", Hour},
-                        Range{QStringLiteral("Last day"), "1 d", DayLength},
-                        Range{QStringLiteral("Last week"), "1 w", WeekLength}};
+constexpr qint64 TurnBudget = 12;   // milliseconds of reading before a picture is due
+constexpr std::size_t MostAxes = 8; // further units share the last one
 
 /// Marks of the time axis by the local clock.
 class TimeTicker : public QCPAxisTicker
@@ -58,19 +40,6 @@ public:
         }
     }
 };
-
-QString valueText(const Variant& value, const QString& format)
-{
-    QString text;
-    if (!values::attempt([&] { text = values::format(value, format); }))
-        return QStringLiteral("?");
-    return text.left(60).simplified();
-}
-
-QString numberText(double value, const QString& format)
-{
-    return valueText(Variant(value), format);
-}
 
 } // namespace
 
@@ -157,8 +126,8 @@ void PlotWidget::makeTools()
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
     m_live = addTool(QString(), QString(), [this] { answerKey(Qt::Key_Space, false); });
-    for (const Range& range : ranges)
-        addTool(QString::fromLatin1(range.text), range.help,
+    for (const FollowedRange& range : FollowedRanges)
+        addTool(QString::fromLatin1(range.button), QString::fromLatin1(range.name),
                 [this, span = range.span] { look([span](TimeView& view) { view.followSpan(span); }); });
     addTool(QStringLiteral("CSV"), QStringLiteral("Save what is seen as a table"),
             [this] { m_command(GraphCommand::SaveCsv); });
@@ -236,6 +205,7 @@ void PlotWidget::complete()
 void PlotWidget::redraw()
 {
     updateAxes();
+    updateLooks();
     updateLines();
     updateRanges();
     updateWords();
@@ -311,6 +281,38 @@ void PlotWidget::fill(const TrendChannel& channel, QCPGraph& graph) const
     graph.data()->set(line, true);
 }
 
+std::int32_t PlotWidget::lookOf(const TrendChannel& channel) const
+{
+    const auto found = m_looks.find(channel.number);
+    return found == m_looks.end() ? channel.number : found->second;
+}
+
+/// Of the channels that are shown no two look alike while there are looks; each keeps the one that it has.
+void PlotWidget::updateLooks()
+{
+    const Trend& trend = m_content->trend;
+    std::vector<std::int32_t> due;
+    std::vector<std::int32_t> taken;
+    for (const TrendChannel& channel : trend.channels()) {
+        if (!trend.isShown(channel))
+            continue;
+        const auto found = m_looks.find(channel.number);
+        const bool isFree =
+            found != m_looks.end() && std::find(taken.begin(), taken.end(), found->second) == taken.end();
+        if (isFree)
+            taken.push_back(found->second);
+        else
+            due.push_back(channel.number);
+    }
+    std::int32_t next = 1;
+    for (const std::int32_t number : due) {
+        while (std::find(taken.begin(), taken.end(), next) != taken.end())
+            ++next;
+        m_looks[number] = next;
+        taken.push_back(next);
+    }
+}
+
 void PlotWidget::updateLines()
 {
     const Trend& trend = m_content->trend;
@@ -326,7 +328,7 @@ void PlotWidget::updateLines()
         }
         if (!line.graph)
             line = {addGraph(xAxis, axis), axis};
-        line.graph->setPen(channelPen(channel.number, back()));
+        line.graph->setPen(channelPen(lookOf(channel), back()));
         // A single record is a dot: no line would show it.
         const bool isSparse = channel.cache.points().size() < 60;
         line.graph->setScatterStyle(isSparse ? QCPScatterStyle(QCPScatterStyle::ssDisc, 4) : QCPScatterStyle());
@@ -379,125 +381,6 @@ void PlotWidget::updateRanges()
         const double room = high > low ? (high - low) * 0.06 : std::max(std::fabs(high) * 0.05, 1e-3);
         axis->setRange(low - room, high + room);
     }
-}
-
-// Words --------------------------------------------------------------------------------------------------------
-
-QString PlotWidget::title() const
-{
-    const TimeView& view = m_content->trend.view();
-    if (!m_content->trend.state().isEmpty())
-        return m_content->trend.state();
-    if (view.mode() == TimeView::Mode::Held)
-        return QStringLiteral("Held: ") + spanText(view.from(), view.until());
-    if (view.mode() == TimeView::Mode::Records)
-        return m_content->heading;
-    for (const Range& range : ranges) {
-        if (range.span == view.followedSpan())
-            return range.help;
-    }
-    return spanText(view.from(), view.until());
-}
-
-QString PlotWidget::legendText(const TrendChannel& channel) const
-{
-    QString text = channel.label;
-    if (channel.lastTime != 0)
-        text += QLatin1String("  ") + valueText(channel.lastValue, channel.format);
-    if (!channel.units.isEmpty())
-        text += QLatin1Char(' ') + channel.units;
-    return text;
-}
-
-/// As many columns as there is room for; of a low graph one line.
-void PlotWidget::updateLegend()
-{
-    const QFontMetrics metrics(font());
-    const int longest = std::max(width() / 2, 60);
-    std::vector<QCPGraph*> named;
-    int widest = 1;
-    for (const TrendChannel& channel : m_content->trend.channels()) {
-        if (!m_lines.contains(channel.number) || named.size() >= MostLegend)
-            continue;
-        QCPGraph* graph = m_lines.at(channel.number).graph;
-        graph->setName(metrics.elidedText(legendText(channel), Qt::ElideRight, longest));
-        widest = std::max(widest, metrics.horizontalAdvance(graph->name()) + legend->iconSize().width() + 24);
-        named.push_back(graph);
-    }
-    const int columns = std::max((width() - 12) / widest, 1);
-    if (height() < RoomForTools && named.size() > std::size_t(columns))
-        named.resize(std::size_t(columns));
-    legend->clearItems();
-    legend->simplify();
-    legend->setWrap(columns);
-    for (QCPGraph* graph : named)
-        graph->addToLegend(legend);
-    legend->setVisible(!named.empty());
-}
-
-void PlotWidget::updateWords()
-{
-    const QString words = title();
-    layOut();
-    const int room = width() - 12 - (m_tools->isVisibleTo(this) ? m_tools->width() : 0);
-    m_title->setText(QFontMetrics(font()).elidedText(words, Qt::ElideRight, std::max(room, 20)));
-    const bool isLive = m_content->trend.view().isLive();
-    m_live->setText(isLive ? QStringLiteral("Pause") : QStringLiteral("Live"));
-    m_live->setToolTip(isLive ? QStringLiteral("Hold what is seen") : QStringLiteral("Follow new records"));
-    m_live->setAccessibleName(m_live->toolTip());
-    updateLegend();
-    setAccessibleName(m_content->heading.isEmpty() ? QStringLiteral("Graph") : m_content->heading);
-    setAccessibleDescription(summary());
-}
-
-QString PlotWidget::summary() const
-{
-    const Trend& trend = m_content->trend;
-    QString text = title();
-    for (const TrendChannel& channel : trend.channels()) {
-        if (trend.isShown(channel) && text.size() < 2000)
-            text += QLatin1String("; ") + legendText(channel);
-    }
-    return text;
-}
-
-QString PlotWidget::readout(HistoryTime moment) const
-{
-    const Trend& trend = m_content->trend;
-    QString text = timeText(moment - moment % 1000);
-    std::size_t lines = 0;
-    for (const TrendChannel& channel : trend.channels()) {
-        if (!trend.isShown(channel) || ++lines > MostLegend)
-            continue;
-        text += QLatin1Char('\n') + channel.label + QLatin1String(": ");
-        const HistoryPoint* point = trend.pointAt(channel, moment);
-        if (!point) {
-            text += QLatin1String("no record");
-            continue;
-        }
-        text += numberText(point->minimum, channel.format);
-        // Several records share the pixel: what they lay between is all that is known here.
-        if (point->maximum != point->minimum)
-            text += QLatin1String(" to ") + numberText(point->maximum, channel.format);
-        if (!channel.units.isEmpty())
-            text += QLatin1Char(' ') + channel.units;
-    }
-    return text;
-}
-
-QString PlotWidget::readoutAt(QPointF place)
-{
-    if (!area().contains(place.toPoint()))
-        return {};
-    return readout(HistoryTime(xAxis->pixelToCoord(place.x())));
-}
-
-void PlotWidget::setCursorTo(std::optional<HistoryTime> moment)
-{
-    if (m_cursor == moment)
-        return;
-    m_cursor = moment;
-    layer(QStringLiteral("readout"))->replot();
 }
 
 } // namespace zan::zandata

@@ -38,9 +38,14 @@ public:
     QCPAxis* firstAxis() const;
     QColor back() const { return palette().color(QPalette::Base); }
     QColor fore() const { return palette().color(QPalette::Text); }
+    /// Number of the colour and dashes of a channel.
+    std::int32_t lookOf(const TrendChannel& channel) const;
     const std::optional<HistoryTime>& cursor() const { return m_cursor; }
     /// Time and values of the channels that are shown, a line each.
     QString readout(HistoryTime moment) const;
+
+    /// Pixels of height below which the tools are shown only while the graph is used.
+    static constexpr int RoomForTools = 150;
 
 protected:
     bool event(QEvent* event) override;
@@ -69,6 +74,7 @@ private:
     void turn();
     void redraw();
     void updateAxes();
+    void updateLooks();
     void updateLines();
     void fill(const TrendChannel& channel, QCPGraph& graph) const;
     void updateRanges();
@@ -90,7 +96,8 @@ private:
     QCPTextElement* m_title = nullptr;
     std::vector<QString> m_units; // of the axes, in order
     std::vector<QPointer<QCPAxis>> m_axes;
-    std::map<std::int32_t, Line> m_lines; // by number of the channel
+    std::map<std::int32_t, Line> m_lines;         // by number of the channel
+    std::map<std::int32_t, std::int32_t> m_looks; // by number of the channel, from 1
     std::optional<HistoryTime> m_cursor;
     std::optional<double> m_dragFrom; // pixels across, while the left button is held
     bool m_isDragged = false;
