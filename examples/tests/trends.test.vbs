@@ -13,7 +13,12 @@ Do Until Host.Graph(graph).Series.Count > 0 Or waited > 200
     Host.Wait 50
     waited = waited + 1
 Loop
-Host.Wait 600
+' What is recorded is stored, and seen, within a second or two.
+waited = 0
+Do Until Host.Graph(graph).Series.Item(1).Points > 2 Or waited > 200
+    Host.Wait 50
+    waited = waited + 1
+Loop
 
 Dim shown, series, i
 Set shown = Host.Graph(graph)
@@ -45,7 +50,11 @@ Sub Lower(form)
 End Sub
 Host.OnForm "frmGraph", "Lower"
 Host.Edit graph
-Host.Wait 400
+waited = 0
+Do Until Host.Graph(graph).Limits.Upper = 1.5 Or waited > 200
+    Host.Wait 50
+    waited = waited + 1
+Loop
 Host.Assert Host.Graph(graph).Limits.Upper = 1.5, "the graph has the new limit"
 Host.Assert Host.Graph(graph).Limits.UpperLabel = "Gates open", "and its label"
 
