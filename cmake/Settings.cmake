@@ -26,7 +26,7 @@ option(ZAN_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer"
 
 option(ZAN_UNITY "Compile the files of a folder in batches: a cold build in a fraction of the time" OFF)
 # Folders whose files use the same names for tables of their own, each in its file, and so cannot share a batch.
-set(ZAN_SEPARATE_FOLDERS script display livedata dialogs window surface wrappers document halyard trellis binding history)
+set(ZAN_SEPARATE_FOLDERS script display zandata livedata dialogs window surface wrappers document halyard trellis binding history)
 
 find_program(ZAN_CCACHE ccache)
 if(ZAN_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
