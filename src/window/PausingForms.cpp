@@ -23,6 +23,11 @@ std::optional<QString> PausingForms::inputBox(QWidget* owner, const QString& pro
     return waiting([&](HostForms& forms) { return forms.inputBox(owner, prompt, title, text); });
 }
 
+bool PausingForms::progress(QWidget* owner, const QString& text, double share)
+{
+    return waiting([&](HostForms& forms) { return forms.progress(owner, text, share); });
+}
+
 void PausingForms::popupMenu(QWidget* owner, const std::shared_ptr<surface::PopupMenu>& menu, QPoint place)
 {
     waiting([&](HostForms& forms) { forms.popupMenu(owner, menu, place); });

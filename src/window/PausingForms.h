@@ -25,6 +25,8 @@ public:
     /// A script that is busy waits for nobody.
     bool busy(QWidget* owner, std::chrono::milliseconds elapsed) override { return m_forms->busy(owner, elapsed); }
     void busyEnded() override { m_forms->busyEnded(); }
+    bool progress(QWidget* owner, const QString& text, double share) override;
+    void progressEnded() override { m_forms->progressEnded(); }
     void popupMenu(QWidget* owner, const std::shared_ptr<surface::PopupMenu>& menu, QPoint place) override;
     void showModal(QDialog& form) override;
     void showForm(QWidget* owner, surface::ModalForm& form) override;

@@ -31,8 +31,7 @@ Ref<HostFamily> makeFamily(HostRun& run)
 constexpr std::array<FamilyMaker, 12> FamilyMakers = {
     &makeFamily<HostReport>,  &makeFamily<HostTime>,     &makeFamily<HostInput>,   &makeFamily<HostBoxes>,
     &makeFamily<HostText>,    &makeFamily<HostDocument>, &makeFamily<HostPicture>, &makeFamily<HostLogger>,
-    &makeFamily<HostEditing>, &makeFamily<HostMap>,      &makeFamily<HostForms>,
-    &makeFamily<HostRecords>,
+    &makeFamily<HostEditing>, &makeFamily<HostMap>,      &makeFamily<HostForms>,   &makeFamily<HostRecords>,
 };
 
 } // namespace

@@ -101,7 +101,8 @@ const binding::MemberTable& ShownLimits::members() const
     return binding::table([] {
         return binding::MemberTable("ShownLimits", nullptr,
                                     {readOnly<&C::Upper>("Upper"), readOnly<&C::Lower>("Lower"),
-                                     readOnly<&C::UpperLabel>("UpperLabel"), readOnly<&C::LowerLabel>("LowerLabel")});
+                                     readOnly<&C::UpperLabel>("UpperLabel"),
+                                     readOnly<&C::LowerLabel>("LowerLabel")});
     });
 }
 
