@@ -25,24 +25,52 @@ function(zan_folder name)
   endif()
 endfunction()
 
-# zan_library(<target> FOLDERS <folder>... [LINK <target>...]): a shared library out of whole folders.
+# zan_install_header(<header>): installs a header of src/ and every other that it includes, each once.
+function(zan_install_header header)
+  get_property(installed GLOBAL PROPERTY ZAN_INSTALLED_HEADERS)
+  if(header IN_LIST installed)
+    return()
+  endif()
+  set_property(GLOBAL APPEND PROPERTY ZAN_INSTALLED_HEADERS ${header})
+  set(file ${PROJECT_SOURCE_DIR}/src/${header})
+  set_property(DIRECTORY ${PROJECT_SOURCE_DIR} APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
+  get_filename_component(folder ${header} DIRECTORY)
+  install(FILES ${file} DESTINATION ${ZAN_HEADERS}/${folder})
+  file(STRINGS ${file} lines REGEX "^#include \"")
+  foreach(line IN LISTS lines)
+    string(REGEX REPLACE "^#include \"([^\"]*)\".*" "\\1" inner "${line}")
+    zan_install_header(${inner})
+  endforeach()
+endfunction()
+
+# zan_library(<target> FOLDERS <folder>... [UMBRELLA <header>] [EXPORTS <version script>] [LINK <target>...])
+# A shared library out of whole folders. Its public headers are the umbrella, which can be included by its name alone, and
+# what that includes; everything else is the library's own.
 function(zan_library target)
-  cmake_parse_arguments(LIBRARY "" "" "FOLDERS;LINK" ${ARGN})
+  cmake_parse_arguments(LIBRARY "" "UMBRELLA;EXPORTS" "FOLDERS;LINK" ${ARGN})
   set(objects)
   foreach(folder IN LISTS LIBRARY_FOLDERS)
     list(APPEND objects $<TARGET_OBJECTS:zan_${folder}>)
   endforeach()
+  if(NOT LIBRARY_EXPORTS)
+    set(LIBRARY_EXPORTS ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+  endif()
   add_library(${target} SHARED ${objects})
-  set_target_properties(${target} PROPERTIES LINKER_LANGUAGE CXX VERSION ${PROJECT_VERSION} SOVERSION 0)
+  set_target_properties(${target} PROPERTIES LINKER_LANGUAGE CXX VERSION ${PROJECT_VERSION} SOVERSION 0
+                                             LINK_DEPENDS ${LIBRARY_EXPORTS})
+  target_link_options(${target} PRIVATE "LINKER:--version-script=${LIBRARY_EXPORTS}")
   target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>
                                               $<INSTALL_INTERFACE:${ZAN_HEADERS}>)
   target_compile_features(${target} INTERFACE cxx_std_20)
   target_link_libraries(${target} PUBLIC ${LIBRARY_LINK})
   install(TARGETS ${target} EXPORT ZanBench)
-  foreach(folder IN LISTS LIBRARY_FOLDERS)
-    install(DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}/${folder} DESTINATION ${ZAN_HEADERS} FILES_MATCHING PATTERN "*.h"
-            PATTERN "plot" EXCLUDE) # what only our own code may include
-  endforeach()
+  if(LIBRARY_UMBRELLA)
+    zan_install_header(${LIBRARY_UMBRELLA})
+    get_filename_component(name ${LIBRARY_UMBRELLA} NAME)
+    file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/include/${name}
+         CONTENT "#pragma once\n\n#include \"${LIBRARY_UMBRELLA}\"\n" @ONLY)
+    install(FILES ${CMAKE_BINARY_DIR}/include/${name} DESTINATION ${ZAN_HEADERS})
+  endif()
 endfunction()
 
 # zan_test(<name> [MOC] LINK <target>...): every .cpp of the current tests folder in one program, one CTest entry.

@@ -1,0 +1,5 @@
+#pragma once
+
+// What ZanHistory gives to a program: a history that is kept in a database.
+
+#include "history/HistoryStore.h"
