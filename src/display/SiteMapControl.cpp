@@ -62,7 +62,7 @@ const binding::MemberTable& SiteMapControl::members() const
             "SiteMap", &baseMembers(),
             {
                 property<&C::tabIndex, &C::setTabIndex>("TabIndex"),
-                field<&C::m_tabStop, &C::look>("TabStop", true),
+                field<&C::m_tabStop, &C::look>("TabStop", true).notStored(),
                 method<&C::LoadMap>("LoadMap"),
                 method<&C::SaveMap>("SaveMap"),
                 field<&C::m_borderStyle, &C::lookWritten>("BorderStyle", 1),
@@ -71,7 +71,7 @@ const binding::MemberTable& SiteMapControl::members() const
                 field<&C::m_backColor, &C::styleWritten>("BackColour", values::ButtonFace),
                 readOnly<&C::mousePointer>("MousePointer"),
                 readOnly<&C::mouseIcon>("MouseIcon"),
-                property<&C::font, &C::putFont>(FontName),
+                property<&C::font, &C::putFont>(FontName).stored(),
                 field<&C::m_foreColor, &C::styleWritten>("ForeColour", values::ButtonText).notStored(),
                 field<&C::m_siteColour, &C::siteColourWritten>("SiteColour", values::ButtonFace),
                 field<&C::m_lineColour, &C::written>("LineColour", LineLook().colour),

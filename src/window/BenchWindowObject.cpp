@@ -1,8 +1,26 @@
 #include "window/BenchWindowObject.h"
 
 #include "display/SiteMapControl.h"
+#include "window/PanelDesign.h"
 
 namespace zan::window {
+
+namespace {
+
+/// A design value of the panel. PanelDesign reads and writes the bag, in orders of their own.
+binding::Member kept(const binding::Member& member, const binding::Variant& byDefault)
+{
+    binding::Member row = member.stored();
+    row.fallback = byDefault;
+    return row;
+}
+
+constexpr bool Yes = true;
+constexpr bool No = false;
+constexpr std::int16_t NoStyle = 0;
+constexpr std::int16_t Opaque = 1;
+
+} // namespace
 
 BenchWindow& BenchWindowObject::window() const
 {
@@ -21,27 +39,30 @@ const binding::MemberTable& BenchWindowObject::members() const
         return binding::MemberTable(
             "BenchWindow", nullptr,
             {
-                property<&C::BackColor, &C::setBackColor>("BackColor"),
-                property<&C::ForeColor, &C::setForeColor>("ForeColor"),
-                property<&C::Enabled, &C::setEnabled>("Enabled"),
-                property<&C::Font, &C::setFont>("Font"),
-                property<&C::BackStyle, &C::setBackStyle>("BackStyle"),
-                property<&C::BorderStyle, &C::setBorderStyle>("BorderStyle"),
-                property<&C::GridSize, &C::setGridSize>("GridSize"),
-                property<&C::SnapToGrid, &C::setSnapToGrid>("SnapToGrid"),
-                property<&C::LockPositions, &C::setLockPositions>("LockPositions"),
+                kept(property<&C::BackColor, &C::setBackColor>("BackColor"),
+                     binding::Variant(values::ButtonFace.code)),
+                kept(property<&C::ForeColor, &C::setForeColor>("ForeColor"),
+                     binding::Variant(values::ButtonText.code)),
+                kept(property<&C::Enabled, &C::setEnabled>("Enabled"), Yes),
+                property<&C::Font, &C::setFont>("Font").stored(),
+                kept(property<&C::BackStyle, &C::setBackStyle>("BackStyle"), Opaque),
+                kept(property<&C::BorderStyle, &C::setBorderStyle>("BorderStyle"), NoStyle),
+                kept(property<&C::GridSize, &C::setGridSize>("GridSize"),
+                     binding::Variant(PanelDesign::DefaultGridSize)),
+                kept(property<&C::SnapToGrid, &C::setSnapToGrid>("SnapToGrid"), Yes),
+                kept(property<&C::LockPositions, &C::setLockPositions>("LockPositions"), Yes),
                 readOnly<&C::Controls>("Controls"),
                 property<&C::Logger, &C::setLogger>("Logger"),
-                property<&C::Stretch, &C::setStretch>("Stretch"),
-                property<&C::ShowSiteMap, &C::setShowSiteMap>("ShowSiteMap"),
+                kept(property<&C::Stretch, &C::setStretch>("Stretch"), No),
+                kept(property<&C::ShowSiteMap, &C::setShowSiteMap>("ShowSiteMap"), Yes),
                 readOnly<&C::SiteMap>("SiteMap"),
                 method<&C::Refresh>("Refresh"),
-                property<&C::Picture, &C::setPicture>("Picture"),
-                property<&C::PictureFile, &C::setPictureFile>("PictureFile"),
+                property<&C::Picture, &C::setPicture>("Picture").stored(),
+                kept(property<&C::PictureFile, &C::setPictureFile>("PictureFile"), binding::Variant(QString())),
                 method<&C::LoadWindow>("LoadWindow"),
                 method<&C::Clear>("Clear"),
                 method<&C::SaveWindow>("SaveWindow"),
-                property<&C::LockMenu, &C::setLockMenu>("LockMenu"),
+                kept(property<&C::LockMenu, &C::setLockMenu>("LockMenu"), No),
                 property<&C::HideProtectedControls, &C::setHideProtectedControls>("HideProtectedControls"),
                 property<&C::ECANHost, &C::setECANHost>("ECANHost"),
                 property<&C::AlignmentGuides, &C::setAlignmentGuides>("AlignmentGuides"),
