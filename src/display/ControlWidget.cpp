@@ -1,5 +1,6 @@
 #include "display/ControlWidget.h"
 
+#include "display/DesignProperties.h"
 #include "surface/host/Surface.h"
 #include "values/Twips.h"
 
@@ -20,6 +21,7 @@ ControlWidget::ControlWidget(surface::ControlCreator creator, QSize designSize, 
     connect(m_surface, &surface::Surface::runtimeError, this, &ControlWidget::runtimeError);
     m_surface->setFocusPolicy(Qt::StrongFocus);
     setFocusProxy(m_surface);
+    new DesignProperties(*this, m_control);
     resize(designSize);
 }
 

@@ -1,5 +1,6 @@
 #include "window/BenchWindow.h"
 
+#include "display/DesignProperties.h"
 #include "display/SiteMapControl.h"
 #include "display/frmProgress.h"
 #include "ecan/NetworkSource.h"
@@ -71,6 +72,7 @@ BenchWindow::BenchWindow(wrappers::ControlTypes types, QWidget* parent)
 {
     setFocusProxy(m_surface);
     m_forms->pause = [this] { return m_actions->pauseScripts(); };
+    new display::DesignProperties(*this, m_object);
     m_editor->history().changed = [this] { Q_EMIT EditsChanged(); };
     QObject::connect(m_surface, &surface::Surface::runtimeError, this, &BenchWindow::runtimeError);
 }
