@@ -49,7 +49,8 @@ def check_headers_alone(prefix, options):
 def check_umbrellas(prefix):
     root, headers = headers_of(prefix)
     above = {path.name for path in headers if path.parent == root}
-    wanted = {"ZanCore.h", "ZanScript.h", "Trellis2.h", "Halyard2.h", "ZanBenchWindow.h", "ZanBenchComponent.h"}
+    wanted = {"ZanCore.h", "ZanScript.h", "ZanHistory.h", "ZanData100.h", "Trellis2.h", "Halyard2.h",
+              "ZanBenchWindow.h", "ZanBenchComponent.h"}
     if not wanted <= above:
         findings.append(f"umbrella headers are missing: {sorted(wanted - above)}")
     installed = {str(path.relative_to(root)) for path in headers}
