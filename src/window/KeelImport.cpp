@@ -176,12 +176,14 @@ void KeelImport::addRows()
     const Ref<site::SchemeWindow> window = m_alive ? m_panel.CurrentWindow() : nullptr;
     if (!goesOn())
         return;
+    // All are read before the first label is added: a store that finds its channels anew after each change of the window
+    // would otherwise do so for every row.
     const std::int32_t count = values::given(window)->Count();
-    for (std::int32_t place = 1; goesOn() && place <= count; ++place) {
-        const Ref<site::Channel> channel = window->Item(Variant(place));
-        if (goesOn())
-            addRow(*values::given(channel), place == count);
-    }
+    std::vector<Ref<site::Channel>> channels;
+    for (std::int32_t place = 1; goesOn() && place <= count; ++place)
+        channels.push_back(values::given(window->Item(Variant(place))));
+    for (std::size_t place = 0; goesOn() && place < channels.size(); ++place)
+        addRow(*channels[place], place + 1 == channels.size());
 }
 
 void KeelImport::addRow(site::Channel& channel, bool isLast)
