@@ -1,11 +1,11 @@
 #include "history/CsvExport.h"
 
 #include "values/Convert.h"
+#include "values/TableText.h"
 
 #include <QDateTime>
 
 #include <algorithm>
-#include <charconv>
 
 namespace zan::history {
 
@@ -29,28 +29,20 @@ QString timeText(HistoryTime time, bool isUtc)
            local.toOffsetFromUtc(local.offsetFromUtc()).timeZoneAbbreviation().mid(3);
 }
 
-template <class Number>
-QString shortest(Number number)
-{
-    char buffer[64];
-    const auto end = std::to_chars(buffer, buffer + sizeof buffer, number).ptr;
-    return QString::fromLatin1(buffer, end - buffer);
-}
-
-QString valueText(const Variant& value)
+QString cellText(const Variant& value, QChar separator)
 {
     switch (value.kind()) {
     case values::Kind::Empty:
     case values::Kind::Null:
         return {};
     case values::Kind::Double:
-        return shortest(value.real());
+        return values::csvNumber(value.real());
     case values::Kind::Single:
-        return shortest(value.single());
+        return values::csvNumber(value.single());
     default:
         break;
     }
-    return values::toText(value);
+    return values::csvCell(values::toText(value), separator);
 }
 
 QString headOf(const HistorySeries& series)
@@ -67,16 +59,6 @@ bool put(QIODevice& out, const QString& line)
 
 } // namespace
 
-QString csvField(const QString& text, QChar separator)
-{
-    const bool hasEnds = !text.isEmpty() && (text.front().isSpace() || text.back().isSpace());
-    const bool isPlain = !hasEnds && !text.contains(separator) && !text.contains(u'"') && !text.contains(u'\n') &&
-                         !text.contains(u'\r');
-    if (isPlain)
-        return text;
-    return u'"' + QString(text).replace(u'"', QStringLiteral("\"\"")) + u'"';
-}
-
 QString exportCsv(const site::History& history, const std::vector<HistorySeries>& series, const CsvOptions& options,
                   QIODevice& out, const std::function<bool(std::int64_t done, std::int64_t all)>& goOn)
 {
@@ -87,7 +69,7 @@ QString exportCsv(const site::History& history, const std::vector<HistorySeries>
     QString head = options.isUtc ? QStringLiteral("Time (UTC)") : QStringLiteral("Time (local)");
     for (const HistorySeries& one : series) {
         ids.push_back(one.id);
-        head += options.separator + csvField(headOf(one), options.separator);
+        head += options.separator + values::csvCell(headOf(one), options.separator);
     }
     if (!put(out, head))
         return failure();
@@ -106,7 +88,7 @@ QString exportCsv(const site::History& history, const std::vector<HistorySeries>
                 continue;
             QString line = timeText(row.time, options.isUtc);
             for (const Variant& cell : row.cells)
-                line += options.separator + csvField(valueText(cell), options.separator);
+                line += options.separator + cellText(cell, options.separator);
             if (!put(out, line))
                 return failure();
         }

@@ -2,7 +2,7 @@
 
 #include "values/Convert.h"
 #include "values/Failure.h"
-#include "zandata/data/CsvText.h"
+#include "values/TableText.h"
 
 #include <cmath>
 
@@ -21,11 +21,11 @@ QString plainText(const Variant& value)
                           value.kind() != values::Kind::Boolean && value.kind() != values::Kind::Date &&
                           values::tryToDouble(value, number) == values::ErrorNumber::None;
     if (isNumber)
-        return std::isfinite(number) ? csvNumber(number) : QString();
+        return std::isfinite(number) ? values::csvNumber(number) : QString();
     QString text;
     if (!values::attempt([&] { text = values::toText(value); }))
         return {};
-    return csvCell(text);
+    return values::csvCell(text);
 }
 
 } // namespace
@@ -61,9 +61,9 @@ QByteArray CsvExport::header() const
 {
     QString line = QStringLiteral("Time");
     for (const site::HistorySeries& series : m_rows.columns())
-        line += QLatin1Char(',') + csvCell(series.units.isEmpty() ? series.label
-                                                                  : series.label + QLatin1String(" (") +
-                                                                        series.units + QLatin1Char(')'));
+        line += QLatin1Char(',') + values::csvCell(series.units.isEmpty() ? series.label
+                                                                          : series.label + QLatin1String(" (") +
+                                                                                series.units + QLatin1Char(')'));
     return (line + QLatin1String("\r\n")).toUtf8();
 }
 

@@ -2,7 +2,7 @@
 
 #include "values/Failure.h"
 #include "values/Format.h"
-#include "zandata/data/CsvText.h"
+#include "values/TableText.h"
 
 #include <QElapsedTimer>
 
@@ -164,11 +164,12 @@ QString RecordModel::selectionText(int top, int left, int bottom, int right) con
         int(std::min<std::int64_t>(bottom, top + std::max<std::int64_t>(MostCopied / columns, 1) - 1));
     QString text;
     for (int column = left; column <= right; ++column)
-        text += (column == left ? QString() : QStringLiteral("\t")) + clipboardCell(columnName(column));
+        text += (column == left ? QString() : QStringLiteral("\t")) + values::clipboardCell(columnName(column));
     text += QLatin1Char('\n');
     for (int row = top; row <= last; ++row) {
         for (int column = left; column <= right; ++column)
-            text += (column == left ? QString() : QStringLiteral("\t")) + clipboardCell(cellText(row, column));
+            text +=
+                (column == left ? QString() : QStringLiteral("\t")) + values::clipboardCell(cellText(row, column));
         text += QLatin1Char('\n');
     }
     return text;

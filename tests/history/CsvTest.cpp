@@ -1,6 +1,7 @@
 #include "StoreFixture.h"
 
 #include "history/CsvExport.h"
+#include "values/TableText.h"
 
 #include <QBuffer>
 
@@ -104,7 +105,7 @@ TEST(CsvExport, LocalTimesSayHowFarTheyAreFromUtc)
     EXPECT_TRUE(lines[1][0].endsWith(QStringLiteral(" 15:30:00.000+03:30"))) << lines[1][0].toStdString();
 }
 
-TEST(CsvExport, WhateverTextsThereAreTheyComeBack)
+TEST(CsvExport, WhateverTextsThereAreTheyComeBackAndNoneIsAFormula)
 {
     std::mt19937 random(9);
     fake::FakeHistory history;
@@ -131,7 +132,23 @@ TEST(CsvExport, WhateverTextsThereAreTheyComeBack)
     const auto lines = parsed(QString::fromStdString(exported(history, history.list)));
     ASSERT_EQ(lines.size(), expected.size());
     for (std::size_t i = 0; i < lines.size(); ++i)
-        ASSERT_EQ(lines[i].mid(1), expected[i]) << i;
+        for (qsizetype column = 0; column < 2; ++column)
+            ASSERT_EQ(lines[i][column + 1], values::harmlessCell(expected[i][column])) << i;
+}
+
+TEST(CsvExport, WhatALoggerSendsIsNoFormulaOfASpreadsheet)
+{
+    fake::FakeHistory history;
+    history.list = *columns(1);
+    history.list[0].id = 1;
+    history.list[0].label = QStringLiteral("=1+1");
+    history.list[0].units = QString();
+    history.put(1, Noon, Variant(QStringLiteral("@SUM(A1)")));
+    history.put(1, Noon + 1, Variant(-2.5));
+    const auto lines = parsed(QString::fromStdString(exported(history, history.list)));
+    EXPECT_EQ(lines[0][1], u"'=1+1");
+    EXPECT_EQ(lines[1][1], u"'@SUM(A1)");
+    EXPECT_EQ(lines[2][1], u"-2.5");
 }
 
 TEST(CsvExport, NumbersComeBackToTheLastBit)

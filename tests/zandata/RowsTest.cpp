@@ -2,7 +2,6 @@
 
 #include "zandata/CsvExport.h"
 #include "zandata/RecordModel.h"
-#include "zandata/data/CsvText.h"
 #include "zandata/data/RecordRows.h"
 
 #include <QFile>
@@ -204,21 +203,6 @@ TEST_F(Rows, RowsThatMoveWhileTheyAreWrittenAreWrittenOnce)
     while (job.step())
         ;
     EXPECT_EQ(contentOf(file).count("\r\n"), 20'001);
-}
-
-TEST(CsvCells, FormulasGetAnApostropheAndNumbersKeepTheirSign)
-{
-    EXPECT_EQ(csvCell(QStringLiteral("=1+1")), u"'=1+1");
-    EXPECT_EQ(csvCell(QStringLiteral("  =1")), u"'  =1");
-    EXPECT_EQ(csvCell(QStringLiteral("@SUM(A1)")), u"'@SUM(A1)");
-    EXPECT_EQ(csvCell(QStringLiteral("-2.5")), u"-2.5");
-    EXPECT_EQ(csvCell(QStringLiteral("+1e3")), u"+1e3");
-    EXPECT_EQ(csvCell(QStringLiteral("-2+3")), u"'-2+3");
-    EXPECT_EQ(csvCell(QStringLiteral("-inf")), u"'-inf");
-    EXPECT_EQ(csvCell(QStringLiteral("a,\"b\"\n")), u"\"a,\"\"b\"\"\n\"");
-    EXPECT_EQ(csvCell(QString()), QString());
-    EXPECT_EQ(clipboardCell(QStringLiteral("\t=1")), u"' =1");
-    EXPECT_EQ(csvNumber(0.1), u"0.1");
 }
 
 TEST_F(DataTest, TableSavesItselfWithAProgressThatCanCancelIt)

@@ -1,6 +1,6 @@
 #include "zandata/data/SeenCsv.h"
 
-#include "zandata/data/CsvText.h"
+#include "values/TableText.h"
 
 #include <algorithm>
 #include <map>
@@ -35,9 +35,9 @@ std::vector<SeenChannel> seenChannels(const Trend& trend)
 
 QString headerOf(const TrendChannel& channel)
 {
-    return csvCell(channel.units.isEmpty()
-                       ? channel.label
-                       : channel.label + QLatin1String(" (") + channel.units + QLatin1Char(')'));
+    return values::csvCell(channel.units.isEmpty()
+                               ? channel.label
+                               : channel.label + QLatin1String(" (") + channel.units + QLatin1Char(')'));
 }
 
 QString byMoment(const std::vector<SeenChannel>& channels)
@@ -49,7 +49,7 @@ QString byMoment(const std::vector<SeenChannel>& channels)
         for (const HistoryPoint& point : channels[i].points) {
             std::vector<QString>& row = rows[point.first];
             row.resize(channels.size());
-            row[i] = csvNumber(point.mean);
+            row[i] = values::csvNumber(point.mean);
         }
     }
     text += LineEnd;
@@ -70,8 +70,8 @@ QString byPoint(const std::vector<SeenChannel>& channels)
         for (const HistoryPoint& point : seen.points) {
             text += name;
             for (const QString& cell :
-                 {timeText(point.first), timeText(point.last), csvNumber(point.minimum), csvNumber(point.mean),
-                  csvNumber(point.maximum), QString::number(point.count)})
+                 {timeText(point.first), timeText(point.last), values::csvNumber(point.minimum),
+                  values::csvNumber(point.mean), values::csvNumber(point.maximum), QString::number(point.count)})
                 text += QLatin1Char(',') + cell;
             text += LineEnd;
         }

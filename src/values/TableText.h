@@ -2,9 +2,9 @@
 
 #include <QString>
 
-namespace zan::zandata {
+namespace zan::values {
 
-// Tables for other programs: lines that end in CR LF, cells parted by commas, decimal points, UTF-8.
+// Cells of tables for other programs: files of separated values, the clipboard.
 //
 // Spreadsheets take a cell that begins with =, +, -, @, a tab or a line end for a formula, whoever has written it: a label
 // or a text that a logger sends could run there what it likes. Such a cell gets an apostrophe in front, which
@@ -12,11 +12,12 @@ namespace zan::zandata {
 
 /// The cell as a spreadsheet may see it, not yet quoted.
 QString harmlessCell(const QString& text);
-/// The same, quoted where it holds a comma, a quote or a line end.
-QString csvCell(const QString& text);
+/// The same, quoted where it holds the separator, a quote or a line end, or begins or ends with a blank.
+QString csvCell(const QString& text, QChar separator = u',');
 /// For the clipboard, where tabs part cells and line ends part rows: neither stays inside a cell.
 QString clipboardCell(const QString& text);
-/// As short as it can be read back from.
+/// A number as short as it can be read back from; what is none (infinite, not a number) as a text.
 QString csvNumber(double number);
+QString csvNumber(float number);
 
-} // namespace zan::zandata
+} // namespace zan::values

@@ -1,10 +1,10 @@
-#include "zandata/data/CsvText.h"
+#include "values/TableText.h"
 
-#include <QLocale>
+#include "values/NumberText.h"
 
 #include <cmath>
 
-namespace zan::zandata {
+namespace zan::values {
 
 namespace {
 
@@ -31,12 +31,14 @@ QString harmlessCell(const QString& text)
     return isFormula ? QLatin1Char('\'') + text : text;
 }
 
-QString csvCell(const QString& text)
+QString csvCell(const QString& text, QChar separator)
 {
     QString cell = harmlessCell(text);
     cell.remove(QChar(u'\0'));
-    const bool needsQuotes = cell.contains(u',') || cell.contains(u'"') || cell.contains(u'\n') ||
-                             cell.contains(u'\r') || cell.contains(u';') || cell.contains(u'\t');
+    const bool hasEnds = !cell.isEmpty() && (cell.front().isSpace() || cell.back().isSpace());
+    const bool needsQuotes = hasEnds || cell.contains(separator) || cell.contains(u',') || cell.contains(u'"') ||
+                             cell.contains(u'\n') || cell.contains(u'\r') || cell.contains(u';') ||
+                             cell.contains(u'\t');
     if (!needsQuotes)
         return cell;
     cell.replace(QLatin1String("\""), QLatin1String("\"\""));
@@ -55,7 +57,12 @@ QString clipboardCell(const QString& text)
 
 QString csvNumber(double number)
 {
-    return QString::number(number, 'g', QLocale::FloatingPointShortest);
+    return std::isfinite(number) ? documentText(number) : csvCell(QString::number(number));
 }
 
-} // namespace zan::zandata
+QString csvNumber(float number)
+{
+    return std::isfinite(number) ? documentText(number) : csvCell(QString::number(double(number)));
+}
+
+} // namespace zan::values
