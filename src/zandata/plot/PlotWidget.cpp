@@ -158,7 +158,7 @@ void PlotWidget::restyle()
     legend->setTextColor(fore());
     legend->setBrush(Qt::NoBrush);
     const int line = QFontMetrics(font()).height();
-    legend->setIconSize(line * 2, line);
+    legend->setIconSize(line * 2, line + 2); // as high as its row, which cuts the ends of letters otherwise
     for (QWidget* child : m_tools->findChildren<QWidget*>())
         child->setFont(font());
     m_live->setMinimumWidth(QFontMetrics(font()).horizontalAdvance(QStringLiteral("Pause")) + line);
