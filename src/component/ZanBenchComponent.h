@@ -49,66 +49,35 @@ typedef struct ZanId
     uint8_t bytes[16];
 } ZanId;
 
+/* clang-format off */
+/* The initializer of an id. */
+#define ZAN_ID(...) {{__VA_ARGS__}}
+
 /* Classes. */
-#define ZAN_CLASS_BENCHWINDOW                                                                                      \
-    {                                                                                                              \
-        {                                                                                                          \
-            0xb5, 0x75, 0xfc, 0x18, 0x72, 0x7e, 0x4e, 0xba, 0x99, 0x2e, 0xb3, 0x49, 0xce, 0x86, 0xf0, 0xa0         \
-        }                                                                                                          \
-    }
-#define ZAN_CLASS_SITEMAP                                                                                          \
-    {                                                                                                              \
-        {                                                                                                          \
-            0x3b, 0xf4, 0xec, 0x28, 0xe6, 0x3b, 0x4d, 0x16, 0x87, 0x09, 0x24, 0x42, 0x3d, 0x49, 0x97, 0x73         \
-        }                                                                                                          \
-    }
-#define ZAN_CLASS_STATUSLIGHT                                                                                      \
-    {                                                                                                              \
-        {                                                                                                          \
-            0xc6, 0xdb, 0x2a, 0xcd, 0x9a, 0xaf, 0x40, 0xad, 0x9e, 0x77, 0xf8, 0x77, 0x76, 0xe2, 0x54, 0x63         \
-        }                                                                                                          \
-    }
-#define ZAN_CLASS_VALUEBAR                                                                                         \
-    {                                                                                                              \
-        {                                                                                                          \
-            0x79, 0x2e, 0xd4, 0xf6, 0x73, 0xce, 0x44, 0x82, 0xbe, 0x8c, 0xe7, 0xa1, 0x4e, 0xa8, 0x3f, 0x60         \
-        }                                                                                                          \
-    }
+#define ZAN_CLASS_BENCHWINDOW \
+    ZAN_ID(0xb5, 0x75, 0xfc, 0x18, 0x72, 0x7e, 0x4e, 0xba, 0x99, 0x2e, 0xb3, 0x49, 0xce, 0x86, 0xf0, 0xa0)
+#define ZAN_CLASS_SITEMAP \
+    ZAN_ID(0x3b, 0xf4, 0xec, 0x28, 0xe6, 0x3b, 0x4d, 0x16, 0x87, 0x09, 0x24, 0x42, 0x3d, 0x49, 0x97, 0x73)
+#define ZAN_CLASS_STATUSLIGHT \
+    ZAN_ID(0xc6, 0xdb, 0x2a, 0xcd, 0x9a, 0xaf, 0x40, 0xad, 0x9e, 0x77, 0xf8, 0x77, 0x76, 0xe2, 0x54, 0x63)
+#define ZAN_CLASS_VALUEBAR \
+    ZAN_ID(0x79, 0x2e, 0xd4, 0xf6, 0x73, 0xce, 0x44, 0x82, 0xbe, 0x8c, 0xe7, 0xa1, 0x4e, 0xa8, 0x3f, 0x60)
 /* A scheme file with its logger: what a panel's Logger is set to. */
-#define ZAN_CLASS_SITE                                                                                             \
-    {                                                                                                              \
-        {                                                                                                          \
-            0x52, 0xeb, 0xbf, 0x8a, 0x16, 0x96, 0x41, 0xee, 0xa2, 0x1c, 0x61, 0xef, 0x7f, 0x39, 0xf9, 0xa9         \
-        }                                                                                                          \
-    }
+#define ZAN_CLASS_SITE \
+    ZAN_ID(0x52, 0xeb, 0xbf, 0x8a, 0x16, 0x96, 0x41, 0xee, 0xa2, 0x1c, 0x61, 0xef, 0x7f, 0x39, 0xf9, 0xa9)
 /* Design values of a control, by name and in the order in which they were written. */
-#define ZAN_CLASS_PROPERTYBAG                                                                                      \
-    {                                                                                                              \
-        {                                                                                                          \
-            0xee, 0x88, 0xc7, 0x47, 0xbc, 0xc3, 0x40, 0x55, 0x9a, 0x10, 0x76, 0xcd, 0x5f, 0x7a, 0xa2, 0x38         \
-        }                                                                                                          \
-    }
+#define ZAN_CLASS_PROPERTYBAG \
+    ZAN_ID(0xee, 0x88, 0xc7, 0x47, 0xbc, 0xc3, 0x40, 0x55, 0x9a, 0x10, 0x76, 0xcd, 0x5f, 0x7a, 0xa2, 0x38)
 
 /* Interfaces. Every object has the dispatch interface: its members by name. A class object has the factory too. */
-#define ZAN_INTERFACE_FACTORY                                                                                      \
-    {                                                                                                              \
-        {                                                                                                          \
-            0x69, 0x45, 0xe0, 0xf2, 0x76, 0x5f, 0x47, 0xe7, 0x84, 0x7e, 0x9f, 0xf3, 0x99, 0x76, 0xa3, 0x9d         \
-        }                                                                                                          \
-    }
-#define ZAN_INTERFACE_DISPATCH                                                                                     \
-    {                                                                                                              \
-        {                                                                                                          \
-            0xf0, 0xbd, 0xd1, 0x8a, 0x93, 0x81, 0x46, 0x42, 0x85, 0x55, 0x27, 0xc5, 0xd1, 0xc7, 0x0f, 0x04         \
-        }                                                                                                          \
-    }
+#define ZAN_INTERFACE_FACTORY \
+    ZAN_ID(0x69, 0x45, 0xe0, 0xf2, 0x76, 0x5f, 0x47, 0xe7, 0x84, 0x7e, 0x9f, 0xf3, 0x99, 0x76, 0xa3, 0x9d)
+#define ZAN_INTERFACE_DISPATCH \
+    ZAN_ID(0xf0, 0xbd, 0xd1, 0x8a, 0x93, 0x81, 0x46, 0x42, 0x85, 0x55, 0x27, 0xc5, 0xd1, 0xc7, 0x0f, 0x04)
 /* The window that a created control stands in, an object of its own: Title, Width, Visible, SavePicture, ... */
-#define ZAN_INTERFACE_FRAME                                                                                        \
-    {                                                                                                              \
-        {                                                                                                          \
-            0x9c, 0xae, 0xa9, 0x94, 0xa1, 0x25, 0x40, 0x52, 0xb6, 0xf0, 0x91, 0x5b, 0x95, 0x12, 0x46, 0x11         \
-        }                                                                                                          \
-    }
+#define ZAN_INTERFACE_FRAME \
+    ZAN_ID(0x9c, 0xae, 0xa9, 0x94, 0xa1, 0x25, 0x40, 0x52, 0xb6, 0xf0, 0x91, 0x5b, 0x95, 0x12, 0x46, 0x11)
+/* clang-format on */
 
 /* Names a living object; 0 names none. Whoever is given a handle as a result owns one reference of it. */
 typedef uint64_t ZanHandle;
