@@ -57,6 +57,7 @@ private:
     bool keyDown(surface::LiveControl* control, int keyCode, int shift) override;
     void keyPress(surface::LiveControl* control, int keyAscii) override;
     void keyUp(surface::LiveControl* control, int keyCode, int shift) override;
+    surface::Meaning meaningOf(const surface::LiveControl*) override { return {accessibleName(), {}}; }
     float inUnit(float twips) const;
 
     surface::Surface* m_surface; // our child

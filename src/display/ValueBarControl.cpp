@@ -269,6 +269,11 @@ void ValueBarControl::paintMarkers(surface::PaintContext& context, const QRect& 
                       values::toQColor(foreColor(), context.palette));
 }
 
+std::optional<surface::AccessibleRange> ValueBarControl::accessibleRange() const
+{
+    return surface::AccessibleRange{m_value, m_minimum, m_maximum};
+}
+
 QString ValueBarControl::accessibleText() const
 {
     const auto text = [](double number) { return values::toText(Variant(number)); };

@@ -34,9 +34,10 @@ public:
     const QRect& barRectangle() const noexcept { return m_bar; }
 
     void paint(surface::PaintContext& context, const QRect& rectangle) override;
-    surface::AccessibleRole accessibleRole() const noexcept override { return surface::AccessibleRole::Indicator; }
+    surface::AccessibleRole accessibleRole() const noexcept override { return surface::AccessibleRole::Level; }
     /// Value, range and zone, so that nobody depends on the colour.
     QString accessibleText() const override;
+    std::optional<surface::AccessibleRange> accessibleRange() const override;
     void copyDesign(const LiveControl& source) override;
 
 protected:

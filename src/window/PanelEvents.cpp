@@ -212,6 +212,27 @@ void PanelEvents::keyUp(LiveControl* control, int keyCode, int shift)
         Q_EMIT m_panel.KeyUp(keyCode, shift);
 }
 
+/// The window itself is known by its key, a control by its channel. The channel is the host's: nothing is touched after
+/// it was asked.
+surface::Meaning PanelEvents::meaningOf(const LiveControl* control)
+{
+    surface::Meaning meaning;
+    if (!control) {
+        if (const Ref<site::SchemeWindow> shown = m_panel.document().currentWindow())
+            meaning.subject = shown->Key();
+        return meaning;
+    }
+    if (const wrappers::ControlType* type = m_panel.document().controlTypes().ofArray(control->name()))
+        meaning.acts = type->runsAction() && m_panel.LockPositions();
+    if (const Ref<site::Channel> channel = wrapperOf(*control)->Channel()) {
+        meaning.subject = channel->Label();
+        meaning.units = channel->Units();
+        if (meaning.subject.isEmpty())
+            meaning.subject = channel->Key();
+    }
+    return meaning;
+}
+
 void PanelEvents::resized()
 {
     m_panel.design().refreshBackground();

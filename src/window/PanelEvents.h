@@ -44,6 +44,7 @@ private:
     bool wantsKey(int keyCode, int shift) override;
     void keyPress(surface::LiveControl* control, int keyAscii) override;
     void keyUp(surface::LiveControl* control, int keyCode, int shift) override;
+    surface::Meaning meaningOf(const surface::LiveControl* control) override;
     void resized() override;
 
     void captionConnectButton(const Ref<surface::LiveControl>& button, site::LinkState state);

@@ -109,6 +109,7 @@ struct ControlType
 
     const dialogs::FormDescription* setup = nullptr; ///< the form that sets it up; null: it has none
 
+    bool runsAction() const { return click == OnClick::RunsAction || click == OnClick::HoldsScanAndRunsAction; }
     /// What makes its live control; null while there is no such control, whose key is an unknown one then.
     surface::ProvidedCreator creator() const { return create ? create : surface::providedControl(key); }
 };

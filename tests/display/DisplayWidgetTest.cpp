@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <type_traits>
+
 using namespace zan;
 using display::StatusLight;
 using display::ValueBar;
@@ -119,7 +121,8 @@ TYPED_TEST(DisplayWidget, AssistiveToolsSeeRoleAndText)
     QAccessibleInterface* face = QAccessible::queryAccessibleInterface(surfaceOf(widget));
     ASSERT_NE(face, nullptr);
     ASSERT_EQ(face->childCount(), 1);
-    EXPECT_EQ(face->child(0)->role(), QAccessible::Indicator);
+    EXPECT_EQ(face->child(0)->role(),
+              (std::is_same_v<TypeParam, StatusLight> ? QAccessible::Indicator : QAccessible::ProgressBar));
     EXPECT_EQ(face->child(0)->text(QAccessible::Value), widget.control().accessibleText());
     EXPECT_FALSE(face->child(0)->text(QAccessible::Name).isEmpty());
 }

@@ -481,7 +481,7 @@ void EditLayer::setFramed(LiveControl* control)
     m_framed = control;
     dirtyFrame();
     if (control && m_overSurface)
-        SurfaceAccessible::tellCurrent(static_cast<Surface&>(m_place), *control);
+        SurfaceAccessible::currentChanged(static_cast<Surface&>(m_place));
 }
 
 void EditLayer::dirtyFrame()

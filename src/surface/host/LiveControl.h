@@ -40,8 +40,17 @@ enum class AccessibleRole {
     Graphic,
     Shape,
     Progress,
-    Indicator,
+    Indicator, ///< in one of a few states
+    Level,     ///< a measured value in a range
     Chart
+};
+
+/// Where a control that shows a number in a range stands.
+struct AccessibleRange
+{
+    double value;
+    double minimum;
+    double maximum;
 };
 
 /// What presses and keys mean to a type of control; each type has one such row.
@@ -139,6 +148,8 @@ public:
     virtual void choose() {}
     /// What a screen reader says of the control: caption, value and the like.
     virtual QString accessibleText() const { return {}; }
+    /// The same for tools that want numbers; nothing for a control that shows none.
+    virtual std::optional<AccessibleRange> accessibleRange() const { return {}; }
     /// Takes over every design value of a control of the same type: what its rows say, the measures and the font.
     virtual void copyDesign(const LiveControl& source);
 

@@ -17,7 +17,7 @@ PaintedHost::PaintedHost(Surface& surface, LiveControl& control)
 
 void PaintedHost::paintEvent(QPaintEvent* event)
 {
-    if (m_surface.hostedControl(*this) != m_control)
+    if (m_surface.controlOfWidget(*this) != m_control)
         return; // the control has gone, and this widget waits for its end
     QPainter painter(this);
     painter.setClipRect(event->rect()); // the control may be far larger than what is seen of it

@@ -15,6 +15,7 @@
 #include <QEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QScopeGuard>
 
 #include <algorithm>
 
@@ -76,7 +77,7 @@ Surface::~Surface()
     m_font->removeListener(*this);
     Handles::release(m_handle);
     m_changed.clear();
-    m_widgets->abandon(m_telling > 0);
+    m_widgets->abandon(m_telling > 0 || m_busy > 1);
     for (const Ref<ControlArray>& array : m_arrays)
         array->detach();
 }
@@ -129,6 +130,11 @@ Ref<LiveControl> Surface::controlAt(QPoint point) const
             return Ref<LiveControl>(control);
     }
     return Ref<LiveControl>(m_display->topAt(point));
+}
+
+LiveControl* Surface::controlOfWidget(const QWidget& widget) const
+{
+    return m_widgets->controlOf(&widget);
 }
 
 LiveControl* Surface::controlOfHandle(std::int32_t hWnd)
@@ -318,7 +324,8 @@ void Surface::flush()
     if (m_busy > 0)
         return;
     m_flushPosted = false;
-    syncWidgets();
+    if (!syncWidgets())
+        return;
     if (m_layer)
         m_layer->flush();
     const bool everything = m_everything;
@@ -329,10 +336,16 @@ void Surface::flush()
         update(region);
 }
 
-/// Brings the widgets of changed controls up to date; painted controls stay in the list.
-void Surface::syncWidgets()
+/// Brings the widgets of changed controls up to date; painted controls stay in the list. The toolkit tells assistive
+/// tools of what is done to a widget at once: false when one of them has taken the surface away.
+bool Surface::syncWidgets()
 {
-    const BusyGuard guard(m_busy);
+    const QPointer<Surface> alive(this);
+    ++m_busy;
+    const auto idle = qScopeGuard([&] {
+        if (alive)
+            --m_busy;
+    });
     std::vector<Ref<LiveControl>> changed = std::move(m_changed);
     m_changed.clear();
     for (Ref<LiveControl>& control : changed) {
@@ -341,6 +354,8 @@ void Surface::syncWidgets()
         if (control->hosting() == LiveControl::Hosting::Widget) {
             control->m_queued = false;
             m_widgets->sync(static_cast<WidgetControl&>(*control), control->takePending());
+            if (!alive)
+                return false;
         } else if (control->m_hosted) {
             syncPainted(*control);
         } else {
@@ -351,6 +366,7 @@ void Surface::syncWidgets()
         if (m_layer)
             m_layer->restacked();
     }
+    return true;
 }
 
 /// A painted control that has a host: the host follows it.
@@ -388,7 +404,10 @@ QRegion Surface::takeDirtyRegion()
 bool Surface::event(QEvent* event)
 {
     if (event->type() == flushEvent()) {
+        const QPointer<Surface> alive(this);
         flush();
+        if (alive)
+            SurfaceAccessible::tellNews(*this); // and nothing after it: a listener may take the surface away
         return true;
     }
     if (m_router->surfaceEvent(*event))
@@ -463,11 +482,6 @@ QPixmap Surface::pictureOf(LiveControl& control)
     return picture;
 }
 
-LiveControl* Surface::hostedControl(const QWidget& host) const
-{
-    return m_widgets->controlOf(&host);
-}
-
 void Surface::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
@@ -481,8 +495,10 @@ void Surface::resizeEvent(QResizeEvent* event)
 void Surface::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
+    const QPointer<Surface> alive(this);
     flush();
-    tell([](SurfaceEvents& events) { events.shown(); });
+    if (alive)
+        tell([](SurfaceEvents& events) { events.shown(); });
 }
 
 void Surface::hideEvent(QHideEvent* event)

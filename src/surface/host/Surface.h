@@ -46,6 +46,9 @@ public:
     std::vector<LiveControl*> paintedControls() const;
     /// The topmost visible control under the point (pixels) that takes part in mouse events, or null.
     Ref<LiveControl> controlAt(QPoint point) const;
+    /// The control that a widget of the surface belongs to, as its input widget or because it is drawn there; null for
+    /// other widgets.
+    LiveControl* controlOfWidget(const QWidget& widget) const;
     /// The control that a handle names on any surface, or null.
     static LiveControl* controlOfHandle(std::int32_t hWnd);
     /// The surface that a handle names, or null.
@@ -111,6 +114,8 @@ public:
     /// Shows what has changed now instead of at the end of this turn of the event loop: widgets are brought up to
     /// date, and what is painted is asked to be repainted.
     void flush();
+    /// Has that happen at the end of this turn.
+    void postFlush();
     /// True while changes wait to be shown.
     bool hasPendingChanges() const noexcept { return m_flushPosted; }
     /// How many painted controls the last paint drew.
@@ -153,14 +158,12 @@ private:
     std::int32_t nextRank(bool toFront) noexcept { return toFront ? ++m_frontRank : --m_backRank; }
     void uncovered(const QRect& rectangle);
     void lookChanged();
-    void postFlush();
-    void syncWidgets();
+    bool syncWidgets();
     void syncPainted(LiveControl& control);
     QRegion takeDirtyRegion();
     bool isPaintingScreen() const;
     void paintBackground(QPainter& painter, const QRegion& region);
     void paintControl(QPainter& painter, LiveControl& control, const QRect& rectangle);
-    LiveControl* hostedControl(const QWidget& host) const;
 
     std::vector<Ref<ControlArray>> m_arrays;
     std::unique_ptr<DisplayList> m_display;

@@ -1,6 +1,7 @@
 #include "surface/host/SurfaceAccessible.h"
 
-#include "surface/host/LiveControl.h"
+#include "surface/host/AccessibleNews.h"
+#include "surface/host/PaintedFace.h"
 #include "surface/host/ScreenPlace.h"
 #include "surface/host/Surface.h"
 #include "surface/host/SurfaceLayer.h"
@@ -8,135 +9,74 @@
 
 #include <QAccessible>
 #include <QAccessibleWidget>
-#include <QHash>
+#include <QApplication>
 
-#include <array>
+#include <algorithm>
 
 namespace zan::surface::SurfaceAccessible {
 
 namespace {
 
-using Table = QHash<const LiveControl*, QAccessible::Id>;
-
-/// The accessible faces of painted controls that somebody has asked for.
-Table& faces()
-{
-    static auto* table = new Table;
-    return *table;
-}
-
-QAccessible::Role roleOf(AccessibleRole role)
-{
-    switch (role) {
-    case AccessibleRole::Text:
-        return QAccessible::StaticText;
-    case AccessibleRole::EditText:
-        return QAccessible::EditableText;
-    case AccessibleRole::Button:
-        return QAccessible::PushButton;
-    case AccessibleRole::CheckBox:
-        return QAccessible::CheckBox;
-    case AccessibleRole::RadioButton:
-        return QAccessible::RadioButton;
-    case AccessibleRole::Graphic:
-        return QAccessible::Graphic;
-    case AccessibleRole::Shape:
-        return QAccessible::Graphic;
-    case AccessibleRole::Progress:
-        return QAccessible::ProgressBar;
-    case AccessibleRole::Indicator:
-        return QAccessible::Indicator;
-    case AccessibleRole::Chart:
-        return QAccessible::Chart;
-    }
-    return QAccessible::NoRole;
-}
-
-/// The control of a surface that keys edit; null for none.
-LiveControl* currentOf(const Surface& surface)
-{
-    return surface.layer() ? surface.layer()->current() : nullptr;
-}
-
-/// A painted control as assistive tools see it.
-class PaintedFace : public QAccessibleInterface
-{
-public:
-    explicit PaintedFace(LiveControl& control)
-        : m_control(&control)
-    {}
-
-    bool isValid() const override { return m_control->isLoaded(); }
-    QObject* object() const override { return nullptr; }
-    QWindow* window() const override
-    {
-        return isValid() ? m_control->surface()->window()->windowHandle() : nullptr;
-    }
-    QAccessibleInterface* parent() const override
-    {
-        return isValid() ? QAccessible::queryAccessibleInterface(m_control->surface()) : nullptr;
-    }
-    QAccessibleInterface* child(int) const override { return nullptr; }
-    QAccessibleInterface* childAt(int, int) const override { return nullptr; }
-    int childCount() const override { return 0; }
-    int indexOfChild(const QAccessibleInterface*) const override { return -1; }
-
-    QString text(QAccessible::Text kind) const override
-    {
-        switch (kind) {
-        case QAccessible::Name:
-            return m_control->accessibleRole() == AccessibleRole::Progress ? m_control->toolTipText()
-                                                                           : m_control->accessibleText();
-        case QAccessible::Value:
-            return m_control->accessibleText();
-        case QAccessible::Description:
-            return m_control->toolTipText();
-        default:
-            return {};
-        }
-    }
-    void setText(QAccessible::Text, const QString&) override {}
-    QRect rect() const override
-    {
-        if (!isValid())
-            return {};
-        return partOnScreen(*m_control->surface(), m_control->bounds());
-    }
-    QAccessible::Role role() const override { return roleOf(m_control->accessibleRole()); }
-    QAccessible::State state() const override
-    {
-        QAccessible::State state;
-        state.invalid = !isValid();
-        state.invisible = !m_control->visible();
-        state.disabled = !m_control->enabled();
-        state.readOnly = true;
-        if (isValid() && currentOf(*m_control->surface()) == m_control.get()) {
-            state.focusable = state.selectable = state.selected = true;
-            state.focused = m_control->surface()->hasFocus();
-        }
-        return state;
-    }
-
-private:
-    values::Ref<LiveControl> m_control;
-};
-
-QAccessibleInterface* faceOf(LiveControl& control)
-{
-    QAccessible::Id& id = faces()[&control];
-    if (id == 0)
-        id = QAccessible::registerAccessibleInterface(new PaintedFace(control));
-    return QAccessible::accessibleInterface(id);
-}
-
 /// The face of any control: a painted one's own, or that of its widget. Null for a control that has neither.
 QAccessibleInterface* anyFaceOf(LiveControl& control)
 {
     if (control.hosting() != LiveControl::Hosting::Widget)
-        return control.visible() ? faceOf(control) : nullptr;
+        return control.visible() ? PaintedFace::of(control) : nullptr;
     QWidget* widget = static_cast<WidgetControl&>(control).widget();
     return widget ? QAccessible::queryAccessibleInterface(widget) : nullptr;
 }
+
+/// The widgets inside a widget of the surface that a user can meet. The layer of editing is none, and neither is a
+/// widget that only draws a painted control: that control is a child of the surface already.
+std::vector<QWidget*> widgetsIn(const QWidget& parent, const Surface& surface)
+{
+    std::vector<QWidget*> widgets;
+    const auto* layer = dynamic_cast<const QWidget*>(surface.layer());
+    for (QObject* child : parent.children()) {
+        auto* widget = qobject_cast<QWidget*>(child);
+        if (!widget || widget == layer || widget->isHidden() || widget->isWindow())
+            continue;
+        const LiveControl* control = surface.controlOfWidget(*widget);
+        if (!control || control->hosting() == LiveControl::Hosting::Widget)
+            widgets.push_back(widget);
+    }
+    return widgets;
+}
+
+QAccessibleInterface* widgetFace(const std::vector<QWidget*>& widgets, int index)
+{
+    return index >= 0 && std::size_t(index) < widgets.size()
+               ? QAccessible::queryAccessibleInterface(widgets[std::size_t(index)])
+               : nullptr;
+}
+
+int placeOf(const std::vector<QWidget*>& widgets, const QAccessibleInterface& child)
+{
+    const auto found = std::find(widgets.begin(), widgets.end(), child.object());
+    return found == widgets.end() ? -1 : int(found - widgets.begin());
+}
+
+/// A pane that keeps a part of many input widgets.
+class PaneFace : public QAccessibleWidget
+{
+public:
+    PaneFace(QWidget& pane, Surface& surface)
+        : QAccessibleWidget(&pane, QAccessible::Grouping)
+        , m_surface(surface)
+    {}
+
+    int childCount() const override { return int(widgets().size()); }
+    QAccessibleInterface* child(int index) const override { return widgetFace(widgets(), index); }
+    int indexOfChild(const QAccessibleInterface* child) const override
+    {
+        return child ? placeOf(widgets(), *child) : -1;
+    }
+
+private:
+    std::vector<QWidget*> widgets() const { return widgetsIn(*widget(), m_surface); }
+
+    Surface& m_surface; // the pane's parent
+};
 
 /// The surface: its painted controls, back to front, then its widgets.
 class SurfaceFace : public QAccessibleWidget
@@ -147,24 +87,31 @@ public:
         , m_surface(surface)
     {}
 
-    int childCount() const override { return int(painted().size()) + QAccessibleWidget::childCount(); }
+    QString text(QAccessible::Text kind) const override
+    {
+        const QString own = QAccessibleWidget::text(kind);
+        return kind == QAccessible::Name && own.isEmpty() ? spokenNameOf(m_surface) : own;
+    }
+    int childCount() const override { return int(painted().size() + widgets().size()); }
     QAccessibleInterface* child(int index) const override
     {
         const auto controls = painted();
         if (index < 0)
             return nullptr;
         if (std::size_t(index) < controls.size())
-            return faceOf(*controls[std::size_t(index)]);
-        return QAccessibleWidget::child(index - int(controls.size()));
+            return PaintedFace::of(*controls[std::size_t(index)]);
+        return widgetFace(widgets(), index - int(controls.size()));
     }
     int indexOfChild(const QAccessibleInterface* child) const override
     {
+        if (!child)
+            return -1;
         const auto controls = painted();
-        for (std::size_t place = 0; place < controls.size(); ++place) {
-            if (faceOf(*controls[place]) == child)
-                return int(place);
+        if (const auto* face = dynamic_cast<const PaintedFace*>(child)) {
+            const auto found = std::find(controls.begin(), controls.end(), &face->control());
+            return found == controls.end() ? -1 : int(found - controls.begin());
         }
-        const int index = QAccessibleWidget::indexOfChild(child);
+        const int index = placeOf(widgets(), *child);
         return index < 0 ? index : index + int(controls.size());
     }
     QAccessibleInterface* childAt(int x, int y) const override
@@ -172,7 +119,7 @@ public:
         const values::Ref<LiveControl> control =
             m_surface.controlAt(fromScreen(m_surface, QPointF(x, y)).toPoint());
         if (control && control->hosting() != LiveControl::Hosting::Widget)
-            return faceOf(*control);
+            return PaintedFace::of(*control);
         return QAccessibleWidget::childAt(x, y);
     }
     QAccessibleInterface* focusChild() const override
@@ -188,15 +135,41 @@ public:
 
 private:
     std::vector<LiveControl*> painted() const { return m_surface.paintedControls(); }
+    std::vector<QWidget*> widgets() const { return widgetsIn(m_surface, m_surface); }
 
     Surface& m_surface;
 };
 
+/// Faces of surfaces and of the panes in them. A widget that is none of a control's, and of no class of its own, is a
+/// pane; that of a control which is being made has a class of its own.
 QAccessibleInterface* makeFace(const QString&, QObject* object)
 {
-    auto* surface = qobject_cast<Surface*>(object);
-    return surface ? new SurfaceFace(*surface) : nullptr;
+    if (auto* surface = qobject_cast<Surface*>(object))
+        return new SurfaceFace(*surface);
+    if (!object || object->metaObject() != &QWidget::staticMetaObject)
+        return nullptr;
+    auto* widget = static_cast<QWidget*>(object);
+    auto* surface = qobject_cast<Surface*>(widget->parentWidget());
+    const bool isPane =
+        surface && !surface->controlOfWidget(*widget) && widget != dynamic_cast<const QWidget*>(surface->layer());
+    return isPane ? new PaneFace(*widget, *surface) : nullptr;
 }
+
+/// A tool that begins to listen finds names on the input widgets at once, and is told of changes from then on.
+class Listening : public QAccessible::ActivationObserver
+{
+    void accessibilityActiveChanged(bool active) override
+    {
+        if (!active) {
+            AccessibleNews::forgetAll();
+            return;
+        }
+        for (QWidget* widget : QApplication::allWidgets()) {
+            if (auto* surface = qobject_cast<Surface*>(widget))
+                surface->postFlush();
+        }
+    }
+};
 
 } // namespace
 
@@ -204,34 +177,38 @@ void install()
 {
     static const bool installed = [] {
         QAccessible::installFactory(makeFace);
+        QAccessible::installActivationObserver(new Listening); // as long as the process
         return true;
     }();
     Q_UNUSED(installed);
 }
 
-void tellCurrent(Surface& surface, LiveControl& control)
+void tellNews(Surface& surface)
 {
-    if (!QAccessible::isActive())
-        return;
-    if (QAccessibleInterface* face = anyFaceOf(control)) {
-        QAccessibleEvent event(face, surface.hasFocus() ? QAccessible::Focus : QAccessible::Selection);
-        QAccessible::updateAccessibility(&event);
-    }
+    if (QAccessible::isActive())
+        AccessibleNews::tell(surface);
+}
+
+void currentChanged(Surface& surface)
+{
+    if (QAccessible::isActive())
+        surface.postFlush();
 }
 
 void forget(const LiveControl& control)
 {
-    if (const QAccessible::Id id = faces().take(&control))
-        QAccessible::deleteAccessibleInterface(id);
+    PaintedFace::forget(control);
+    AccessibleNews::forget(control);
 }
 
 void forget(const Surface& surface)
 {
     // The surface is going: nothing here may take memory.
+    AccessibleNews::forget(surface);
     for (const values::Ref<ControlArray>& array : surface.arrays()) {
         for (int index = 0; index <= array->uBound(); ++index) {
             if (const LiveControl* control = array->find(index))
-                forget(*control);
+                PaintedFace::forget(*control);
         }
     }
 }

@@ -2,7 +2,17 @@
 
 #include "surface/Forward.h"
 
+#include <QString>
+
 namespace zan::surface {
+
+/// What a control stands for, which is not always to be seen on it.
+struct Meaning
+{
+    QString subject;   ///< "Pump 1 level"
+    QString units;     ///< of a number it shows
+    bool acts = false; ///< a click on it does something
+};
 
 /// A mouse event in the classic vocabulary.
 struct MouseInput
@@ -41,6 +51,8 @@ public:
     virtual bool wantsKey(int /*keyCode*/, int /*shift*/) { return false; }
     virtual void keyPress(LiveControl* /*control*/, int /*keyAscii*/) {}
     virtual void keyUp(LiveControl* /*control*/, int /*keyCode*/, int /*shift*/) {}
+    /// Asked while an assistive tool listens; null asks for the name of the surface itself. Changes nothing.
+    virtual Meaning meaningOf(const LiveControl* /*control*/) { return {}; }
     /// The text of a text box has changed, by the user or by program.
     virtual void textChanged(LiveControl& /*control*/) {}
 

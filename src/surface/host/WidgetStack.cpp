@@ -151,16 +151,19 @@ void WidgetStack::makeWidget(WidgetControl& control)
 void WidgetStack::sync(WidgetControl& control, int changes)
 {
     const bool visible = control.visible();
-    if (!control.m_widget) {
-        if (!visible)
-            return;
+    if (!control.m_widget && !visible)
+        return;
+    // Assistive tools are told of each step; they may take the control away, and the surface with all of this.
+    const QPointer<Surface> alive(&m_surface);
+    if (!control.m_widget)
         makeWidget(control);
-    } else {
+    else
         control.sync(changes);
-    }
-    QWidget& widget = *control.m_widget;
-    if (widget.isHidden() == visible)
-        widget.setVisible(visible);
+    const QPointer<QWidget> widget = control.m_widget;
+    if (alive && widget && widget->isHidden() == visible)
+        widget->setVisible(visible);
+    if (!alive)
+        return;
     if (changes & (LiveControl::Geometry | LiveControl::Presence))
         m_shapesChanged = m_overlapsChanged = true;
 }

@@ -18,6 +18,8 @@ public:
 
 protected:
     bool hitButton(const QPoint& place) const override { return rect().contains(place); }
+    /// The box's own idea of the next state does not count: greyed goes to unchecked.
+    void nextCheckState() override { setChecked(!isChecked()); }
 };
 
 } // namespace
@@ -51,8 +53,10 @@ QWidget* CheckBox::createWidget(QWidget* parent)
 {
     auto* box = new WholeArea(parent);
     box->setAutoFillBackground(true);
-    // The box's own idea of the next state does not count: greyed goes to unchecked.
-    QObject::connect(box, &QCheckBox::clicked, box, [this] {
+    // Not the click: assistive tools toggle without one.
+    QObject::connect(box, &QCheckBox::toggled, box, [this] {
+        if (isSyncing())
+            return;
         m_value = binding::Small(m_value == 0);
         valueChanged();
     });

@@ -4,6 +4,7 @@
 #include "surface/host/Surface.h"
 #include "surface/text/MnemonicText.h"
 
+#include <QAccessibleWidget>
 #include <QRadioButton>
 
 namespace zan::surface {
@@ -19,6 +20,60 @@ public:
 protected:
     bool hitButton(const QPoint& place) const override { return rect().contains(place); }
 };
+
+/// The toolkit calls a button a check box that is not exclusive among its siblings. The group of these is the surface's.
+class OptionFace : public QAccessibleWidget
+{
+public:
+    explicit OptionFace(WholeArea& button)
+        : QAccessibleWidget(&button, QAccessible::RadioButton)
+        , m_button(button)
+    {}
+    QString text(QAccessible::Text kind) const override
+    {
+        const QString own = QAccessibleWidget::text(kind);
+        return kind == QAccessible::Name && own.isEmpty() ? withoutMnemonic(m_button.text()) : own;
+    }
+    QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.checkable = true;
+        state.checked = m_button.isChecked();
+        return state;
+    }
+    QStringList actionNames() const override
+    {
+        QStringList names = QAccessibleWidget::actionNames();
+        if (m_button.isEnabled())
+            names.prepend(toggleAction());
+        return names;
+    }
+    void doAction(const QString& name) override
+    {
+        if (name == toggleAction() || name == pressAction())
+            m_button.click();
+        else
+            QAccessibleWidget::doAction(name);
+    }
+
+private:
+    WholeArea& m_button;
+};
+
+QAccessibleInterface* makeFace(const QString&, QObject* object)
+{
+    auto* button = dynamic_cast<WholeArea*>(object);
+    return button ? new OptionFace(*button) : nullptr;
+}
+
+void installFaces()
+{
+    static const bool installed = [] {
+        QAccessible::installFactory(makeFace);
+        return true;
+    }();
+    Q_UNUSED(installed);
+}
 
 } // namespace
 
@@ -71,10 +126,14 @@ void OptionButton::clearOthers()
 
 QWidget* OptionButton::createWidget(QWidget* parent)
 {
+    installFaces();
     auto* button = new WholeArea(parent);
     button->setAutoFillBackground(true);
     button->setAutoExclusive(false); // the group is the surface's, not that of one parent widget
-    QObject::connect(button, &QRadioButton::clicked, button, [this] {
+    // Not the click: assistive tools toggle without one.
+    QObject::connect(button, &QRadioButton::toggled, button, [this] {
+        if (isSyncing())
+            return;
         changed(Look); // a second click must not take the mark away
         setValue(true);
     });

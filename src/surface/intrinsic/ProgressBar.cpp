@@ -118,6 +118,11 @@ void ProgressBar::paint(PaintContext& context, const QRect& rectangle)
     }
 }
 
+std::optional<AccessibleRange> ProgressBar::accessibleRange() const
+{
+    return AccessibleRange{double(m_value), double(m_minimum), double(m_maximum)};
+}
+
 QString ProgressBar::accessibleText() const
 {
     return QString::number(double(m_value));

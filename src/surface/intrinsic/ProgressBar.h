@@ -28,6 +28,7 @@ public:
     void paint(PaintContext& context, const QRect& rectangle) override;
     AccessibleRole accessibleRole() const noexcept override { return AccessibleRole::Progress; }
     QString accessibleText() const override;
+    std::optional<AccessibleRange> accessibleRange() const override;
 
 private:
     float m_minimum = 0;
