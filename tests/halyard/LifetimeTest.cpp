@@ -74,12 +74,10 @@ TEST_F(Lifetime, EndsWithAnAnswerOnItsWay)
     channel(QStringLiteral("A"), 100, DataType::UnsignedByte);
     start();
     goLive();
+    ASSERT_TRUE(spinUntil([&] { return clock->hasTimer(); }));
     script->takeCalls();
     clock->advance(1000);
-    QElapsedTimer timer;
-    timer.start();
-    while (script->takeCalls().empty() && !timer.hasExpired(20'000)) // without the event loop
-        std::this_thread::yield();
+    EXPECT_TRUE(waitHearingNothing([&] { return !script->takeCalls().empty(); }));
     destroy();
 }
 

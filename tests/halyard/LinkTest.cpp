@@ -93,7 +93,7 @@ TEST_F(Link, ACancelThatComesTooLateForTheDriverStillEndsUnconnected)
 {
     start();
     logger->Link()->Connect();
-    ASSERT_TRUE(spinUntil([&] { // the driver is done, and nobody has heard of it yet
+    ASSERT_TRUE(waitHearingNothing([&] { // the driver is done, and nobody has heard of it yet
         const std::lock_guard lock(script->mutex);
         return !script->calls.empty();
     }));

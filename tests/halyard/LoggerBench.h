@@ -36,6 +36,20 @@ bool spinUntil(Condition condition)
     return true;
 }
 
+/// Waits for what another thread does; nothing that is on its way to this one arrives meanwhile.
+template <typename Condition>
+bool waitHearingNothing(Condition condition)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!condition()) {
+        if (timer.hasExpired(10'000))
+            return false;
+        std::this_thread::yield();
+    }
+    return true;
+}
+
 /// A logger with a site and a clock of its own, and a list of everything it announces.
 class LoggerBench : public testing::Test
 {
