@@ -94,6 +94,8 @@ struct Member
     bool hasField = false;
     bool isStored = false; ///< a design value: it belongs into a property bag
 
+    /// Whether the text of a document element is the value itself, not a number to be read from it.
+    bool takesText() const noexcept { return type == ValueType::String || type == ValueType::Variant; }
     /// The same member, as the class's default member.
     Member asDefault() const
     {

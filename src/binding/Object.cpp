@@ -35,7 +35,7 @@ std::optional<Variant> wholeNumber(double number)
 
 /// A text that is a whole number of so few digits that a Double holds it, and nothing else, as most numbers of a
 /// document are: its value needs no general parser.
-std::optional<double> plainWholeNumber(const QString& text) noexcept
+std::optional<double> plainWholeNumber(QStringView text) noexcept
 {
     constexpr qsizetype MostDigits = 15;
     const auto* at = text.utf16();
@@ -53,11 +53,10 @@ std::optional<double> plainWholeNumber(const QString& text) noexcept
     return double(isNegative ? -number : number);
 }
 
-/// The value that an element's text stands for, for a property of this type; nothing when it has no place there.
-std::optional<Variant> valueFromText(ValueType type, const QString& text)
+/// The value that an element's text stands for, for a property of this type that is no text; nothing when it has no
+/// place there.
+std::optional<Variant> numberFromText(ValueType type, QStringView text)
 {
-    if (type == ValueType::String || type == ValueType::Variant)
-        return Variant(text);
     if (type == ValueType::Object || type == ValueType::None)
         return std::nullopt;
     const std::optional<double> whole = plainWholeNumber(text);
@@ -161,13 +160,25 @@ AccessStatus Object::tryPut(Name name, const Variant& value) noexcept
 AccessStatus Object::tryPutText(Name name, const QString& text) noexcept
 {
     const Member* member = members().find(name);
-    if (!member)
-        return AccessStatus::UnknownName;
-    if (!member->put)
+    return member ? tryPutText(*member, text) : AccessStatus::UnknownName;
+}
+
+AccessStatus Object::tryPutText(const Member& member, const QString& text) noexcept
+{
+    if (!member.put)
+        return AccessStatus::ReadOnly;
+    return member.takesText() ? assign(*this, member, Variant(text)) : tryPutText(member, QStringView(text));
+}
+
+AccessStatus Object::tryPutText(const Member& member, QStringView text) noexcept
+{
+    if (!member.put)
         return AccessStatus::ReadOnly;
     std::optional<Variant> value;
-    static_cast<void>(values::attempt([&] { value = valueFromText(member->type, text); })); // it takes memory
-    return value ? assign(*this, *member, *value) : AccessStatus::Refused;
+    static_cast<void>(values::attempt([&] { // it takes memory
+        value = member.takesText() ? Variant(text.toString()) : numberFromText(member.type, text);
+    }));
+    return value ? assign(*this, member, *value) : AccessStatus::Refused;
 }
 
 Object& objectOf(const Variant& value)

@@ -20,6 +20,7 @@ using values::Ref;
 using values::RuntimeError;
 using values::Variant;
 
+struct Member;
 class MemberTable;
 
 /// Arguments of a call in order. A value of Variant::missing() stands for an argument left out.
@@ -91,6 +92,10 @@ public:
     /// number is not zero, numbers are the leading number, colours signed decimal, text is taken verbatim.
     /// A number outside the property's range is refused.
     AccessStatus tryPutText(Name name, const QString& text) noexcept;
+    /// The same for a member of `members()` that the caller has found already; of a text that is a number already at
+    /// hand, nothing needs to be kept.
+    AccessStatus tryPutText(const Member& member, const QString& text) noexcept;
+    AccessStatus tryPutText(const Member& member, QStringView text) noexcept;
 };
 
 /// The object behind a Variant of kind Object. Raises 424 when it holds no object, 91 when it holds Nothing.

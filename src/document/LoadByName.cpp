@@ -37,9 +37,8 @@ private:
     QVarLengthArray<Node::Record*, UsualChildren> m_records;
 };
 
-bool isPlainChild(Name name, std::span<const SpecialChild> special)
+bool isPlainChild(Name local, std::span<const SpecialChild> special)
 {
-    const Name local = name.localPart();
     return std::none_of(special.begin(), special.end(), [&](const SpecialChild& one) { return one.name == local; });
 }
 
@@ -57,7 +56,7 @@ Node::Record* lastChildNamed(Node::Record* element, Name name)
     const std::uint32_t end = tape.end(element->entry);
     std::uint32_t found = 0;
     for (std::uint32_t entry = tape.firstChild(element->entry); entry != end; entry = tape.next(entry)) {
-        if (tape.type(entry) == NodeType::Element && tape.name(entry).localPart() == name)
+        if (tape.isElement(entry) && tape.localName(entry) == name)
             found = entry;
     }
     return found == 0 ? nullptr : element->childAt(found);
@@ -69,13 +68,17 @@ void pickOut(Node::Record* element, std::span<SpecialChild> special)
         one.node = Node(lastChildNamed(element, one.name));
 }
 
-void assign(const Place& child, binding::Object& target)
+void assign(const Place& child, Name local, binding::Object& target)
 {
     child.noteRead();
-    const Name property = child.name().localPart();
-    const binding::Member* const member = target.members().find(property);
-    if (member && member->put) // most children name no property: their text is not looked at
-        target.tryPutText(property, child.text());
+    const binding::Member* const member = target.members().find(local);
+    if (!member || !member->put) // as for most children: their text is not looked at
+        return;
+    Place::Room room;
+    if (const auto number = member->takesText() ? std::nullopt : child.trivialText(room))
+        target.tryPutText(*member, *number);
+    else
+        target.tryPutText(*member, child.text());
 }
 
 /// Assigns the children of an element that is unfolded, those behind an entry of its tape.
@@ -88,12 +91,13 @@ void assignRecords(Node::Record* element, std::uint32_t behind, binding::Object&
                                child->entry < element->tape().end(element->entry));
     };
     for (Node::Record* child = element->firstChild(); child; child = child->next) {
-        if (child->type == NodeType::Element && isStillToCome(child) && isPlainChild(child->name, special))
+        if (child->type == NodeType::Element && isStillToCome(child) &&
+            isPlainChild(child->name.localPart(), special))
             children.hold(child);
     }
     for (Node::Record* child : children) {
         if (child->attached && child->up == element)
-            assign(Place(child), target);
+            assign(Place(child), child->name.localPart(), target);
     }
 }
 
@@ -103,10 +107,11 @@ void assignEntries(Node::Record* element, binding::Object& target, std::span<con
     const Tape& tape = element->tape();
     const std::uint32_t end = tape.end(element->entry);
     for (std::uint32_t entry = tape.firstChild(element->entry); entry != end; entry = tape.next(entry)) {
-        if (tape.type(entry) != NodeType::Element || !isPlainChild(tape.name(entry), special))
+        const Name local = tape.localName(entry);
+        if (!tape.isElement(entry) || !isPlainChild(local, special))
             continue;
         Node::Record* const made = element->madeChildAt(entry);
-        assign(made ? Place(made) : Place(tape, entry), target);
+        assign(made ? Place(made) : Place(tape, entry), local, target);
         if (!element->folded) { // the setter has edited the list of children
             assignRecords(element, entry, target, special);
             return;

@@ -240,7 +240,8 @@ std::size_t Node::childElementCount() const noexcept
     return count;
 }
 
-bool Node::childText(Name name, QString& text) const
+template <class Plain, class Any>
+bool Node::readChild(Name name, Plain&& plain, Any&& any) const
 {
     if (m_record && m_record->folded) {
         m_record->noteRead();
@@ -248,15 +249,28 @@ bool Node::childText(Name name, QString& text) const
         const std::uint32_t entry = tape.child(m_record->entry, name);
         if (entry == 0)
             return false;
-        if (tape.isTrivial(entry) && !m_record->madeChildAt(entry)) {
-            text = Place(tape, entry).text();
-            return true;
-        }
+        if (tape.isTrivial(entry) && !m_record->madeChildAt(entry))
+            return plain(Place(tape, entry));
     }
     Record* const found = findChild(m_record, name);
-    if (found)
-        text = textOf(found);
-    return found != nullptr;
+    return found && any(textOf(found));
+}
+
+bool Node::childText(Name name, QString& text) const
+{
+    const auto take = [&](const QString& found) {
+        text = found;
+        return true;
+    };
+    return readChild(
+        name, [&](const Place& leaf) { return take(leaf.text()); }, take);
+}
+
+bool Node::isChildText(Name name, const QString& text) const
+{
+    return readChild(
+        name, [&](const Place& leaf) { return leaf.isPlainText(text); },
+        [&](const QString& found) { return found == text; });
 }
 
 bool Node::appendChild(const Node& child) const

@@ -76,6 +76,8 @@ public:
     std::size_t childElementCount() const noexcept;
     /// Text of the child element of this name without making a handle to it; false when there is none.
     bool childText(Name name, QString& text) const;
+    /// Whether there is a child element of this name with this text.
+    bool isChildText(Name name, const QString& text) const;
 
     /// Moves the node to the end of this one, out of wherever it stood, from another document too. Returns false
     /// and changes nothing when either is null, this one cannot have such a child (a document has one element and no
@@ -116,6 +118,10 @@ public:
     explicit Node(Record* record) noexcept;
 
 private:
+    /// Calls `plain` with the place of a child that is a plain leaf of a tape, or `any` with the text of any other child
+    /// of this name, and returns what that returns; false when there is none.
+    template <class Plain, class Any>
+    bool readChild(Name name, Plain&& plain, Any&& any) const;
     Record* m_record = nullptr;
 };
 

@@ -3,6 +3,10 @@
 #include "document/Record.h"
 #include "document/Tape.h"
 
+#include <algorithm>
+#include <array>
+#include <optional>
+
 namespace zan::document {
 
 /// A node to be read, wherever it is: a record of its own, or still nothing but an entry of a tape. Walking makes no
@@ -36,6 +40,24 @@ public:
         if (!m_tape || (m_tape->at(m_entry).marks & (Tape::Coded | Tape::Angle)) != 0)
             return {};
         return m_tape->rawText(m_entry);
+    }
+    /// Whether a leaf that is trivial on its tape has this text; decodes nothing.
+    bool isPlainText(QStringView text) const
+    {
+        noteRead();
+        return QLatin1StringView(m_tape->rawText(m_entry)) == text;
+    }
+    /// What is read of a text as short as that of a number.
+    using Room = std::array<char16_t, Tape::TrivialSize>;
+    /// The text of a leaf that is trivial on its tape, put into the caller's room; nothing for any other.
+    std::optional<QStringView> trivialText(Room& room) const
+    {
+        if (!m_tape || !m_tape->isTrivial(m_entry))
+            return std::nullopt;
+        noteRead();
+        const QByteArrayView raw = m_tape->rawText(m_entry);
+        std::copy(raw.begin(), raw.end(), room.begin());
+        return QStringView(room.data(), raw.size());
     }
     bool hasOwnText() const noexcept { return m_tape ? m_tape->at(m_entry).size > 0 : !m_record->text.isEmpty(); }
 

@@ -8,13 +8,6 @@
 
 namespace zan::document {
 
-namespace {
-
-/// Plain texts of fewer bytes than this are kept once for all of their readers.
-constexpr std::size_t ShortSize = 16;
-
-} // namespace
-
 /// Short texts decoded lately on this thread, so that the "-1" of ten thousand elements is decoded once and is one
 /// text.
 class Tape::ShortTexts
@@ -61,7 +54,7 @@ Tape::Tape(const QByteArray& utf8)
 
 std::uint16_t Tape::addName(Name name, QByteArrayView raw)
 {
-    m_names.push_back({name, raw});
+    m_names.push_back({name, name.localPart(), raw});
     return std::uint16_t(m_names.size() - 1);
 }
 
@@ -83,7 +76,7 @@ NodeType Tape::type(std::uint32_t entry) const noexcept
 bool Tape::isTrivial(std::uint32_t entry) const noexcept
 {
     const Entry& read = m_entries[entry];
-    return read.size < ShortSize && (read.marks & (Coded | Wide)) == 0 && firstChild(entry) == end(entry);
+    return read.size < TrivialSize && (read.marks & (Coded | Wide)) == 0 && firstChild(entry) == end(entry);
 }
 
 QString Tape::text(std::uint32_t entry) const
@@ -93,8 +86,8 @@ QString Tape::text(std::uint32_t entry) const
         return {};
     const char* const raw = m_bytes.constData() + read.begin;
     if ((read.marks & (Coded | Wide)) == 0)
-        return read.size < ShortSize ? m_shortTexts.text(raw, read.size)
-                                     : QString::fromLatin1(raw, qsizetype(read.size));
+        return read.size < TrivialSize ? m_shortTexts.text(raw, read.size)
+                                       : QString::fromLatin1(raw, qsizetype(read.size));
     const TextRule rule = read.kind == Kind::Attribute                            ? TextRule::Attribute
                           : read.kind == Kind::Element || read.kind == Kind::Text ? TextRule::Text
                                                                                   : TextRule::Plain;

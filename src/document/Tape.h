@@ -41,6 +41,8 @@ public:
         std::uint8_t watchers = 0; ///< as those of a record, for the record that may be made of it
     };
     static constexpr std::size_t MostNames = 0x10000;
+    /// Plain texts of fewer bytes than this are kept once for all of their readers.
+    static constexpr std::size_t TrivialSize = 16;
 
     /// The bytes are sound UTF-8 of less than 4 GB.
     explicit Tape(const QByteArray& utf8);
@@ -73,6 +75,8 @@ public:
     std::uint32_t next(std::uint32_t entry) const noexcept { return end(entry); }
     NodeType type(std::uint32_t entry) const noexcept;
     Name name(std::uint32_t entry) const noexcept { return m_names[m_entries[entry].name].name; }
+    /// The name without its prefix.
+    Name localName(std::uint32_t entry) const noexcept { return m_names[m_entries[entry].name].local; }
     /// The name as it stands in the bytes.
     QByteArrayView rawName(std::uint32_t entry) const noexcept { return rawNameAt(m_entries[entry].name); }
     QByteArrayView rawNameAt(std::uint16_t place) const noexcept { return m_names[place].raw; }
@@ -83,9 +87,10 @@ public:
     QString text(std::uint32_t entry) const;
     /// Whether the entry is a leaf with a text so plain and short that decoding it costs no more than keeping it.
     bool isTrivial(std::uint32_t entry) const noexcept;
+    bool isElement(std::uint32_t entry) const noexcept { return m_entries[entry].kind == Kind::Element; }
     bool isElement(std::uint32_t entry, Name elementName) const noexcept
     {
-        return m_entries[entry].kind == Kind::Element && name(entry) == elementName;
+        return isElement(entry) && name(entry) == elementName;
     }
     /// The first child element of this name; 0 when there is none.
     std::uint32_t child(std::uint32_t parent, Name elementName) const noexcept;
@@ -104,6 +109,7 @@ private:
     struct KnownName
     {
         Name name;
+        Name local;
         QByteArrayView raw;
     };
 

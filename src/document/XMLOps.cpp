@@ -110,8 +110,7 @@ void SetAttribute(const Node& node, Name name, const QString& value, bool force)
             }
             return;
         }
-        QString current;
-        if (node.childText(name, current) && current == value)
+        if (node.isChildText(name, value))
             return;
     }
     store(node, name, value);

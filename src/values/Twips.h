@@ -11,10 +11,13 @@ inline constexpr double TwipsPerPixel = 15.0;
 inline int twipsToPixels(double twips) noexcept
 {
     constexpr double Limit = 16'000'000.0;
-    const double pixels = std::floor(twips / TwipsPerPixel + 0.5);
+    const double pixels = twips / TwipsPerPixel + 0.5;
     if (!(pixels > -Limit))
         return std::isnan(pixels) ? 0 : -int(Limit);
-    return pixels < Limit ? int(pixels) : int(Limit);
+    if (!(pixels < Limit))
+        return int(Limit);
+    const int whole = int(pixels); // towards zero: cheaper by far than a call of floor, of which a load makes many
+    return whole - int(double(whole) > pixels);
 }
 
 inline float pixelsToTwips(double pixels) noexcept

@@ -73,8 +73,10 @@ Ref<wrappers::iBenchControl> ControlFactory::CreateControl(const QString& typeKe
     style(*live, *type, positionsLocked);
     if (type->styling & wrappers::TakesLogger)
         live->tryPut(LoggerName, Variant(logger));
-    if (auto* asking = dynamic_cast<surface::UsesForms*>(live.get()))
-        asking->setForms(m_forms);
+    if (live->hosting() == LiveControl::Hosting::Widget) { // painted controls open no forms
+        if (auto* asking = dynamic_cast<surface::UsesForms*>(live.get()))
+            asking->setForms(m_forms);
+    }
     const Ref<wrappers::BenchControl> wrapper = type->wrap ? type->wrap() : values::make<wrappers::BenchControl>();
     wrapper->setPictureLoader(&pictureLoader());
     wrapper->begin(typeKey, live, (type->styling & wrappers::OwnSettings) == 0);

@@ -34,16 +34,12 @@ const Name MoveName("Move");
 
 /// What a wrapper is given as its live control: Nothing, or a control that lies on a surface. Anything else raises 13; a
 /// wrapper among them, which would be asked for its measures by itself.
-void requireLiveControl(const Ref<binding::Object>& control)
-{
-    if (control && !dynamic_cast<const surface::LiveControl*>(control.get()))
-        values::raise(values::ErrorNumber::TypeMismatch);
-}
-
-surface::Surface* surfaceOf(const Ref<binding::Object>& control)
+const surface::LiveControl* requireLiveControl(const Ref<binding::Object>& control)
 {
     const auto* live = dynamic_cast<const surface::LiveControl*>(control.get());
-    return live ? live->surface() : nullptr;
+    if (control && !live)
+        values::raise(values::ErrorNumber::TypeMismatch);
+    return live;
 }
 
 /// Whether a bind string is made of these keys; of a window without one there is none.
@@ -121,7 +117,7 @@ void BenchControl::setXMLNode(const Node& node)
     m_changes.add();
     if (const Ref<binding::Object> control = m_control) {
         // A VALUE in the document is a state to be shown, and nobody's click.
-        const surface::Surface::WithoutClicks silent(surfaceOf(control));
+        const surface::Surface::WithoutClicks silent(m_live->surface());
         loadLive(*control);
     }
     m_fontNode = document::specialChild(m_node, element::Font);
@@ -160,11 +156,12 @@ void BenchControl::loadPicture(binding::Object& control, const Node& fileNode)
 
 void BenchControl::setControl(const Ref<binding::Object>& control)
 {
-    requireLiveControl(control);
+    const surface::LiveControl* const live = requireLiveControl(control);
     static const QString none = QStringLiteral("0");
     if (control) // one that has been unloaded raises 91 here
         control->put(TagName, m_isNodeDue ? none : GetAttribute(m_node, element::Index, none));
     m_control = control;
+    m_live = live;
     m_changes.add();
     if (m_grabHandles)
         m_grabHandles->SubClassTarget(hWnd());

@@ -7,6 +7,10 @@
 #include <functional>
 #include <memory>
 
+namespace zan::surface {
+class LiveControl;
+}
+
 namespace zan::wrappers {
 
 /// Turns a picture file's name into the Picture object to assign to a live control; raises when it cannot.
@@ -120,6 +124,7 @@ private:
     mutable document::Node m_fontNode;
     QString m_firstType; ///< TYPE of the node of its own
     Ref<binding::Object> m_control;
+    const surface::LiveControl* m_live = nullptr; ///< the same control by its own type
     Ref<site::Channel> m_channel;
     mutable std::unique_ptr<display::cGrabHandles> m_grabHandles; ///< made when they are first needed
     std::optional<HandlePlan> m_handlePlan;

@@ -57,6 +57,9 @@ TEST(Twips, FifteenMakeAPixelAndTheNearestPixelCounts)
     EXPECT_EQ(twipsToPixels(7.5), 1);
     EXPECT_EQ(twipsToPixels(-15), -1);
     EXPECT_EQ(twipsToPixels(-7.5), 0);
+    EXPECT_EQ(twipsToPixels(-8), -1);
+    EXPECT_EQ(twipsToPixels(-22.5), -1);
+    EXPECT_EQ(twipsToPixels(-22.6), -2);
     EXPECT_EQ(pixelsToTwips(100), 1500.0f);
 }
 
