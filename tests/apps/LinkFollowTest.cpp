@@ -78,7 +78,8 @@ protected:
 
 TEST_F(LinkFollow, ABrokenConnectionLeavesNoPanelBehindWhileItsBoxIsOpen)
 {
-    writeSite("<LOGGER>sim:?connect=0&amp;period=20&amp;drop=0.2&amp;wave.16=const:42</LOGGER>");
+    writeSite(
+        "<LOGGER>sim:?connect=0&amp;period=20&amp;drop=3&amp;wave.16=const:42</LOGGER>"); // time enough for data
     MainWindow window(settings, dialogs);
     host::OpenOptions options = offline();
     options.offline = false;

@@ -89,6 +89,7 @@ TEST_F(EditMode, AGridOfNothingRaisesTheDivisionErrorToTheHost)
 TEST_F(EditMode, APressWhoseTagFindsNoWrapperIsToldToTheHost)
 {
     open({control("VB.CommandButton", 600, 600, 1200, 400)});
+    script().move({60, 50}).play();
     test::put(*live(1), "Tag", QStringLiteral("7"));
     press({60, 50});
     EXPECT_EQ(errors, std::vector<int>{9});
