@@ -9,12 +9,33 @@ namespace zan::designer {
 
 using display::DesignProperties;
 
-ControlSheet::ControlSheet(QWidget& widget, const DesignedClass& row, QObject& sheet, QObject* parent)
+namespace {
+
+/// A value as our own code knows it. The editor has texts in a type of its own, which only the toolkit's sheets can read:
+/// one of them is given the text of a widget that nobody sees.
+QVariant plainValue(QExtensionManager& sheets, const QVariant& value)
+{
+    if (value.userType() < QMetaType::User)
+        return value;
+    QWidget reader;
+    auto* const sheet = qt_extension<QDesignerPropertySheetExtension*>(&sheets, &reader);
+    const int text = sheet ? sheet->indexOf(QStringLiteral("statusTip")) : -1;
+    if (text < 0)
+        return {};
+    sheet->setProperty(text, value);
+    return reader.statusTip();
+}
+
+} // namespace
+
+ControlSheet::ControlSheet(QWidget& widget, const DesignedClass& row, QObject& sheet, QExtensionManager& sheets,
+                           QObject* parent)
     : QObject(parent)
     , m_widget(&widget)
     , m_control(row.control(widget))
     , m_toolkits(*qobject_cast<QDesignerPropertySheetExtension*>(&sheet))
     , m_dynamic(qobject_cast<QDesignerDynamicPropertySheetExtension*>(&sheet))
+    , m_sheets(sheets)
 {
     const QString group = m_control->members().className();
     for (const binding::Member* member : DesignProperties::of(*m_control))
@@ -126,10 +147,17 @@ QVariant ControlSheet::property(int index) const
 void ControlSheet::setProperty(int index, const QVariant& value)
 {
     const Own* row = own(index);
-    if (!row)
+    if (!row) {
         m_toolkits.setProperty(index, value);
-    else if (m_widget)
-        m_widget->setProperty(row->name.constData(), value);
+        return;
+    }
+    if (!m_widget)
+        return;
+    m_widget->setProperty(row->name.constData(), value);
+    // The widget hands nothing on while it is in a type of the editor's own.
+    const QVariant plain = plainValue(m_sheets, value);
+    if (plain.isValid() && plain != value)
+        DesignProperties::apply(*m_control, *row->member, plain);
 }
 
 bool ControlSheet::isChanged(int index) const
@@ -166,9 +194,12 @@ bool ControlSheet::removeDynamicProperty(int index)
     return !own(index) && m_dynamic && m_dynamic->removeDynamicProperty(index);
 }
 
+/// Dynamic ones are always stored, whatever else the editor knows of them: a form has only what was changed.
 bool ControlSheet::isDynamicProperty(int index) const
 {
-    return own(index) || (m_dynamic && m_dynamic->isDynamicProperty(index));
+    if (const Own* row = own(index))
+        return row->isChanged;
+    return m_dynamic && m_dynamic->isDynamicProperty(index);
 }
 
 bool ControlSheet::canAddDynamicProperty(const QString& name) const
@@ -182,12 +213,16 @@ QObject* ControlSheets::createExtension(QObject* object, const QString& iid, QOb
     const DesignedClass* const row = widget ? designedClassOf(*widget) : nullptr;
     if (!row || m_isAsking)
         return nullptr;
+    // One sheet for both questions: what was changed is known to it.
+    if (iid == Q_TYPEID(QDesignerDynamicPropertySheetExtension))
+        return qobject_cast<ControlSheet*>(
+            extensionManager()->extension(object, Q_TYPEID(QDesignerPropertySheetExtension)));
     m_isAsking = true;
     QObject* const toolkits = extensionManager()->extension(object, iid);
     m_isAsking = false;
     if (!toolkits || !qobject_cast<QDesignerPropertySheetExtension*>(toolkits))
         return nullptr;
-    return new ControlSheet(*widget, *row, *toolkits, parent);
+    return new ControlSheet(*widget, *row, *toolkits, *extensionManager(), parent);
 }
 
 } // namespace zan::designer

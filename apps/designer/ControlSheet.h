@@ -28,8 +28,9 @@ class ControlSheet : public QObject,
     Q_OBJECT
     Q_INTERFACES(QDesignerPropertySheetExtension QDesignerDynamicPropertySheetExtension)
 public:
-    /// `sheet` has the toolkit's own properties of the widget.
-    ControlSheet(QWidget& widget, const DesignedClass& row, QObject& sheet, QObject* parent);
+    /// `sheet` has the toolkit's own properties of the widget, `sheets` those of any.
+    ControlSheet(QWidget& widget, const DesignedClass& row, QObject& sheet, QExtensionManager& sheets,
+                 QObject* parent);
 
     int count() const override;
     int indexOf(const QString& name) const override;
@@ -72,6 +73,7 @@ private:
     Ref<binding::Object> m_control;
     QDesignerPropertySheetExtension& m_toolkits;
     QDesignerDynamicPropertySheetExtension* m_dynamic; // of the same; null when it takes none
+    QExtensionManager& m_sheets;
     std::vector<Own> m_own;
 };
 

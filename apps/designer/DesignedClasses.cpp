@@ -34,18 +34,42 @@ Ref<binding::Object> controlOf(QWidget& widget)
     return Ref<binding::Object>(&static_cast<Widget&>(widget).control());
 }
 
+constexpr int IconSize = 24;
+
+/// Labels, a light and a bar.
+void drawPanelIcon(QPainter& painter)
+{
+    painter.fillRect(0, 0, IconSize, IconSize, QColor(240, 240, 240));
+    for (const int y : {4, 9, 14})
+        painter.fillRect(3, y, 9, 2, QColor(70, 70, 70));
+    painter.fillRect(3, 18, 9, 3, QColor(200, 0, 0));
+    painter.fillRect(16, 3, 5, 18, Qt::white);
+    painter.fillRect(16, 10, 5, 11, QColor(0, 160, 0));
+}
+
+/// A site and two that hang on it.
+void drawMapIcon(QPainter& painter)
+{
+    painter.fillRect(0, 0, IconSize, IconSize, Qt::white);
+    painter.setPen(QColor(70, 70, 70));
+    painter.drawLine(7, 6, 7, 18);
+    painter.drawLine(7, 12, 13, 12);
+    painter.drawLine(7, 18, 13, 18);
+    for (const QPoint& site : {QPoint(3, 3), QPoint(12, 9), QPoint(12, 16)})
+        painter.fillRect(QRect(site, QSize(9, 5)), QColor(70, 110, 190));
+}
+
 constexpr DesignedClass Rows[] = {
     {"zan::window::BenchWindow", "benchWindow", "A live panel for a remote data logger", 480, 320, createPanel,
+     drawPanelIcon,
      [](QWidget& widget) { return Ref<binding::Object>(static_cast<window::BenchWindow&>(widget).object()); }},
     {"zan::display::SiteMap", "siteMap", "A map of sites, each with its scheme", 320, 240,
-     createControl<display::SiteMap>, controlOf<display::SiteMap>},
+     createControl<display::SiteMap>, drawMapIcon, controlOf<display::SiteMap>},
     {"zan::display::StatusLight", "statusLight", "A light with two states, each with a colour and a caption", 120,
-     40, createControl<display::StatusLight>, controlOf<display::StatusLight>},
+     40, createControl<display::StatusLight>, nullptr, controlOf<display::StatusLight>},
     {"zan::display::ValueBar", "valueBar", "A bar between two limits, with an optional scale", 60, 200,
-     createControl<display::ValueBar>, controlOf<display::ValueBar>},
+     createControl<display::ValueBar>, nullptr, controlOf<display::ValueBar>},
 };
-
-constexpr int IconSize = 24;
 
 } // namespace
 
@@ -63,12 +87,30 @@ const DesignedClass* designedClassOf(const QObject& widget)
     return found == std::end(Rows) ? nullptr : found;
 }
 
+QString shortNameOf(const DesignedClass& row)
+{
+    const QString name = QString::fromLatin1(row.className);
+    return name.mid(name.lastIndexOf(QLatin1Char(':')) + 1);
+}
+
+namespace {
+
+QPixmap smallPictureOf(QWidget& control)
+{
+    control.resize(IconSize * 2, IconSize * 2);
+    return control.grab().scaled(IconSize, IconSize, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+} // namespace
+
 QIcon iconOf(const DesignedClass& row)
 {
-    const std::unique_ptr<QWidget> control(row.create(nullptr));
-    control->resize(IconSize * 2, IconSize * 2);
-    QPixmap picture = control->grab().scaled(IconSize, IconSize, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    QPixmap picture(IconSize, IconSize);
+    if (!row.drawIcon)
+        picture = smallPictureOf(*std::unique_ptr<QWidget>(row.create(nullptr)));
     QPainter painter(&picture);
+    if (row.drawIcon)
+        row.drawIcon(painter);
     painter.setPen(Qt::darkGray);
     painter.drawRect(0, 0, IconSize - 1, IconSize - 1);
     return QIcon(picture);

@@ -71,11 +71,12 @@ void ControlPlugin::initialize(QDesignerFormEditorInterface* core)
 QString ControlPlugin::domXml() const
 {
     return QStringLiteral(
-               R"(<ui language="c++"><widget class="%1" name="%2"><property name="geometry"><rect><x>0</x>
+               R"(<ui language="c++" displayname="%5"><widget class="%1" name="%2"><property name="geometry"><rect><x>0</x>
 <y>0</y><width>%3</width><height>%4</height></rect></property></widget></ui>)")
         .arg(name(), QString::fromLatin1(m_row.objectName))
         .arg(m_row.width)
-        .arg(m_row.height);
+        .arg(m_row.height)
+        .arg(shortNameOf(m_row));
 }
 
 } // namespace zan::designer

@@ -59,12 +59,19 @@ bool DesignProperties::eventFilter(QObject* watched, QEvent* event)
     const Member* member = m_control->members().find(values::Name(name.constData()));
     if (!member || !member->isStored || !member->put || !hasFormType(*member) || !value.isValid())
         return false;
-    m_control->tryPut(member->name, fromForm(*member, value));
+    if (value.userType() >= QMetaType::User)
+        return false; // the designer's own types; what it shows is set by its sheet
+    apply(*m_control, *member, value);
+    return false;
+}
+
+void DesignProperties::apply(binding::Object& control, const Member& member, const QVariant& value)
+{
+    control.tryPut(member.name, fromForm(member, value));
     // Some properties show in the next picture only, and a form has no later one.
     static const values::Name refresh("Refresh");
     Variant nothing;
-    static_cast<void>(m_control->tryGet(refresh, nothing));
-    return false;
+    static_cast<void>(control.tryGet(refresh, nothing));
 }
 
 QVariant DesignProperties::toForm(const Member& member, const Variant& value)
@@ -72,7 +79,13 @@ QVariant DesignProperties::toForm(const Member& member, const Variant& value)
     using values::Kind;
     if (isFont(member)) {
         auto* const font = value.isObject() ? dynamic_cast<FontObject*>(value.object()) : nullptr;
-        return font ? QVariant(font->qfont()) : QVariant();
+        if (!font)
+            return {};
+        // A form has no sizes in pixels, and the name is that of the font that was asked for.
+        QFont written = font->qfont();
+        written.setFamily(font->name());
+        written.setPointSizeF(font->points());
+        return written;
     }
     if (member.type == ValueType::Colour)
         return value.is(Kind::Long) ? QVariant(values::toQColor({value.longInteger()}, QApplication::palette()))

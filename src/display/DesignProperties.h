@@ -30,6 +30,8 @@ public:
     static std::vector<const binding::Member*> of(const binding::Object& control);
     /// A value as a form has it: colours and fonts in the toolkit's types. Invalid for what has none.
     static QVariant toForm(const binding::Member& member, const Variant& value);
+    /// Gives the control a value of a form and draws it. A value that it refuses stays without effect.
+    static void apply(binding::Object& control, const binding::Member& member, const QVariant& value);
     static Variant fromForm(const binding::Member& member, const QVariant& value);
 
 private:

@@ -95,6 +95,9 @@ TEST_F(LoadedForm, TakesNothingThatAControlRefuses)
     auto& bar = find<display::ValueBar>("stage");
     bar.setProperty("Max", QStringLiteral("elephant"));
     EXPECT_EQ(bar.control().get(Name("Max")).real(), 200);
+    auto& light = find<display::StatusLight>("pump");
+    light.setProperty("TrueCaption", QVariant::fromValue(std::make_shared<int>(5)));
+    EXPECT_EQ(light.control().get(Name("TrueCaption")).text(), u"Pump runs") << "a type that nobody here knows";
     bar.setProperty("Refresh", 5);
     bar.setProperty("hWnd", 5);
     bar.setProperty("Elephant", 5);

@@ -1,4 +1,5 @@
-"""Opens a form in the form designer on a display of its own, checks that it knows our controls, and takes a picture:
+"""Opens a form in the form designer on a display of its own, checks that it knows our controls, has it save the form and
+looks whether the form is still the same, and takes a picture:
 
     run_designer.py --designer PROGRAM --plugins FOLDER --form FILE.ui [--out PICTURE.png]
 
@@ -16,6 +17,7 @@ import tempfile
 import time
 import zlib
 from pathlib import Path
+from xml.etree import ElementTree
 
 SKIPPED = 77
 PATIENCE = 120  # seconds
@@ -35,6 +37,42 @@ def start_display(folder):
 def windows(environment, pattern):
     found = subprocess.run(["xdotool", "search", "--name", pattern], env=environment, capture_output=True, text=True)
     return found.stdout.split()
+
+
+def properties(form):
+    """What a form says of our controls: for each its properties, with their values and whether they have a setter."""
+    found = {}
+    for widget in ElementTree.parse(form).iter("widget"):
+        if not widget.get("class").startswith("zan::"):
+            continue
+        found[widget.get("name")] = {
+            one.get("name"): (one.get("stdset"), "".join(text.strip() for text in one.itertext()))
+            for one in widget.findall("property")}
+    return found
+
+
+def differences(wanted, got):
+    lines = []
+    for name in sorted(wanted.keys() | got.keys()):
+        before, after = wanted.get(name, {}), got.get(name, {})
+        lines += [f"{name}.{key}: {before.get(key)} was saved as {after.get(key)}"
+                  for key in sorted(before.keys() | after.keys()) if before.get(key) != after.get(key)]
+    return "; ".join(lines)
+
+
+def save(environment, form, is_over):
+    """Has the form saved; asks again for as long as the designer is not ready for keys."""
+    os.utime(form, ns=(0, 0))
+    while not is_over():
+        for window in windows(environment, "Designer"):
+            subprocess.run(["xdotool", "windowfocus", window, "key", "ctrl+s"], env=environment,
+                           stderr=subprocess.DEVNULL)
+        asked = time.monotonic()
+        while time.monotonic() < asked + 3 and not is_over():
+            if form.stat().st_mtime_ns != 0 and form.read_text().rstrip().endswith("</ui>"):
+                return True
+            time.sleep(0.2)
+    return False
 
 
 def png_of(dump):
@@ -62,9 +100,10 @@ def run(options, folder):
     environment = {**os.environ, "DISPLAY": display, "QT_QPA_PLATFORM": "xcb", "QT_PLUGIN_PATH": str(options.plugins),
                    "HOME": folder, "XDG_CONFIG_HOME": folder, "XDG_RUNTIME_DIR": folder, "QT_SCALE_FACTOR": "1"}
     log = Path(folder, "designer.log")
+    form = Path(shutil.copy(options.form, Path(folder, options.form.name)))
     try:
         with log.open("w") as output:
-            designer = subprocess.Popen([options.designer, str(options.form)], env=environment, stdout=output,
+            designer = subprocess.Popen([options.designer, str(form)], env=environment, stdout=output,
                                         stderr=output)
         try:
             end = time.monotonic() + PATIENCE
@@ -74,6 +113,10 @@ def run(options, folder):
                 time.sleep(0.2)
             if designer.poll() is not None:
                 return f"the designer ended with {designer.returncode}"
+            if not save(environment, form, lambda: designer.poll() is not None or time.monotonic() > end):
+                return "the designer has not saved the form"
+            if changed := differences(properties(options.form), properties(form)):
+                return changed
             if options.out:
                 time.sleep(options.settle)
                 Path(options.out).write_bytes(png_of(Path(folder, "Xvfb_screen0").read_bytes()))
