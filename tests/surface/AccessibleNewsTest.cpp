@@ -497,6 +497,25 @@ TEST_F(AccessibleNews, AFaceOfAControlThatHasGoneSaysNothing)
     EXPECT_EQ(told(), QStringList{"children Overview"});
 }
 
+TEST_F(AccessibleNews, AFaceOfAnInputWidgetEndsWithTheWidget)
+{
+    const auto check = showNew<CheckBox>(QStringLiteral("cbCheck"), {10, 10, 80, 20});
+    const auto box = show<TextBox>(QStringLiteral("Text"), {10, 40, 80, 20});
+    listen();
+    const auto faceOf = [](const WidgetControl& control) {
+        return QAccessible::uniqueId(QAccessible::queryAccessibleInterface(control.widget()));
+    };
+    const QAccessible::Id unloaded = faceOf(*check), left = faceOf(*box);
+    surface->array(u"cbCheck")->unload(2);
+    settle();
+    EXPECT_EQ(QAccessible::accessibleInterface(unloaded), nullptr);
+    tool.setListener([this](QAccessibleEvent&) { surface.reset(); });
+    put(*box, "Text", QStringLiteral("b")); // the surface goes in the middle, its widgets later
+    settle();
+    EXPECT_FALSE(surface);
+    EXPECT_EQ(QAccessible::accessibleInterface(left), nullptr);
+}
+
 /// The toolkit tells of input widgets in the middle of what we do to them.
 class HostileDuringWidgets : public AccessibleNews, public testing::WithParamInterface<int>
 {

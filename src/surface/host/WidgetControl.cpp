@@ -118,13 +118,18 @@ void WidgetControl::syncStyle(QWidget& widget)
         widget.setPalette(palette);
 }
 
+void WidgetControl::stopTelling(QWidget& widget)
+{
+    QObject::disconnect(&widget, nullptr, &widget, nullptr);
+}
+
 void WidgetControl::dropWidget()
 {
     QWidget* own = m_widget;
     if (!own)
         return;
     m_widget = nullptr;
-    own->disconnect();
+    stopTelling(*own);
     if (Surface* place = surface())
         place->m_widgets->forget(*own);
     // Its own event handler may be running.

@@ -36,7 +36,7 @@ protected:
     {}
     static const binding::MemberTable& widgetMembers();
 
-    /// Makes the widget, a child of `parent`, and connects its signals.
+    /// Makes the widget, a child of `parent`, and connects its signals, with the widget itself as their context.
     virtual QWidget* createWidget(QWidget* parent) = 0;
     /// Brings the widget's content and look up to date with the properties. Geometry, visibility, enabled state,
     /// font, tool tip and tab stop are done by the caller.
@@ -56,6 +56,9 @@ private:
     void sync(int changes);
     void syncStyle(QWidget& widget);
     void dropWidget();
+    /// Ends the connections that createWidget() has made. Others listen too: the toolkit's accessibility hears from it
+    /// that the widget has gone.
+    static void stopTelling(QWidget& widget);
 
     QPointer<QWidget> m_widget;
     std::int16_t m_tabIndex = -1;

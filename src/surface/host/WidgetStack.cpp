@@ -119,7 +119,7 @@ void WidgetStack::abandon(bool later)
 {
     for (WidgetControl* control : m_controls) {
         if (later && control->m_widget) {
-            control->m_widget->disconnect();
+            WidgetControl::stopTelling(*control->m_widget);
             forget(*control->m_widget);
         }
         control->m_widget = nullptr;
