@@ -301,7 +301,10 @@ ZanResult zanTypeLibrary(ZanVariant* text)
 {
     if (text)
         *text = ZanVariant{};
-    return atCallBoundary([&] { due(text) = toC(Variant(QString::fromUtf8(typeLibrary()))); });
+    return atCallBoundary([&] {
+        ZanVariant& result = due(text); // before there is a text that somebody would have to let go of
+        result = toC(Variant(QString::fromUtf8(typeLibrary())));
+    });
 }
 
 int32_t zanInterfaceVersion(void)

@@ -28,7 +28,7 @@ bool spinUntil(Condition condition)
     QElapsedTimer timer;
     timer.start();
     while (!condition()) {
-        if (timer.hasExpired(10'000))
+        if (timer.hasExpired(60'000))
             return false;
         QCoreApplication::processEvents();
         std::this_thread::yield();
@@ -43,7 +43,7 @@ bool waitHearingNothing(Condition condition)
     QElapsedTimer timer;
     timer.start();
     while (!condition()) {
-        if (timer.hasExpired(10'000))
+        if (timer.hasExpired(60'000))
             return false;
         std::this_thread::yield();
     }

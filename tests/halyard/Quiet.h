@@ -38,7 +38,7 @@ inline bool waitForQuiet()
     QAbstractEventDispatcher* const events = QThread::currentThread()->eventDispatcher();
     QElapsedTimer timer;
     timer.start();
-    while (!timer.hasExpired(10'000)) {
+    while (!timer.hasExpired(60'000)) {
         if (events->processEvents(QEventLoop::AllEvents))
             continue;
         // Looked at in this order: what a thread hands over before it waits is an event by then.
