@@ -1,12 +1,14 @@
 #include "halyard/RecentRecords.h"
 
+#include "site/FormattedRecords.h"
+
 #include <algorithm>
 
 namespace zan::halyard {
 
 namespace {
 
-class RecordTable final : public site::LogRecords
+class RecordTable final : public site::FormattedRecords
 {
 public:
     explicit RecordTable(const std::deque<std::shared_ptr<const LogRecord>>& records)
@@ -29,6 +31,11 @@ public:
     {
         const site::Channel* channel = channelOf(column);
         return channel ? channel->Units() : QString();
+    }
+    QString columnFormat(std::int32_t column) const override
+    {
+        const site::Channel* channel = channelOf(column);
+        return channel ? channel->Format() : QString();
     }
     Variant cell(std::int32_t row, std::int32_t column) const override
     {

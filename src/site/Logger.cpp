@@ -1,6 +1,7 @@
 #include "site/Logger.h"
 
 #include "binding/MemberTable.h"
+#include "site/FormattedRecords.h"
 #include "site/IndexEnumerator.h"
 
 namespace zan::site {
@@ -21,7 +22,9 @@ const MemberTable& Link::members() const
     });
 }
 
-const MemberTable& LogRecords::members() const
+namespace {
+
+const MemberTable& recordMembers()
 {
     return binding::table([] {
         return MemberTable("LogRecords", nullptr,
@@ -31,6 +34,23 @@ const MemberTable& LogRecords::members() const
                                readOnly<&LogRecords::columnLabel>("ColumnLabel"),
                                readOnly<&LogRecords::columnUnits>("ColumnUnits"),
                                readOnly<&LogRecords::cell>("Cell").asDefault(),
+                           });
+    });
+}
+
+} // namespace
+
+const MemberTable& LogRecords::members() const
+{
+    return recordMembers();
+}
+
+const MemberTable& FormattedRecords::members() const
+{
+    return binding::table([] {
+        return MemberTable("FormattedRecords", &recordMembers(),
+                           {
+                               readOnly<&FormattedRecords::columnFormat>("ColumnFormat"),
                            });
     });
 }

@@ -6,6 +6,7 @@
 #include "binding/PropertyBag.h"
 #include "document/XMLOps.h"
 #include "document/XmlText.h"
+#include "site/FormattedRecords.h"
 #include "site/Logger.h"
 #include "values/Convert.h"
 #include "values/Failure.h"
