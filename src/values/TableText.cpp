@@ -33,8 +33,9 @@ QString harmlessCell(const QString& text)
 
 QString csvCell(const QString& text, QChar separator)
 {
-    QString cell = harmlessCell(text);
-    cell.remove(QChar(u'\0'));
+    QString cell = text;
+    cell.remove(QChar(u'\0')); // before the look at its beginning, which it would hide
+    cell = harmlessCell(cell);
     const bool hasEnds = !cell.isEmpty() && (cell.front().isSpace() || cell.back().isSpace());
     const bool needsQuotes = hasEnds || cell.contains(separator) || cell.contains(u',') || cell.contains(u'"') ||
                              cell.contains(u'\n') || cell.contains(u'\r') || cell.contains(u';') ||

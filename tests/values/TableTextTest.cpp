@@ -10,6 +10,7 @@ TEST(TableText, FormulasGetAnApostropheAndNumbersKeepTheirSign)
 {
     EXPECT_EQ(csvCell(QStringLiteral("=1+1")), u"'=1+1");
     EXPECT_EQ(csvCell(QStringLiteral("  =1")), u"'  =1");
+    EXPECT_EQ(csvCell(QChar(u'\0') + QStringLiteral("=1+1")), u"'=1+1") << "zeros are left out before the look";
     EXPECT_EQ(csvCell(QStringLiteral("@SUM(A1)")), u"'@SUM(A1)");
     EXPECT_EQ(csvCell(QStringLiteral("-2.5")), u"-2.5");
     EXPECT_EQ(csvCell(QStringLiteral("+1e3")), u"+1e3");
