@@ -1,6 +1,7 @@
 #pragma once
 
 #include "history/HistoryStore.h"
+#include "support/ChildProcess.h"
 #include "support/FakeHistory.h"
 
 #include <gtest/gtest.h>
@@ -10,11 +11,11 @@
 #include <QTemporaryDir>
 
 #include <functional>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace zan::history {
 
+using test::inChild;
 using values::make;
 using values::Ref;
 
@@ -85,21 +86,10 @@ inline bool comesTrue(const std::function<bool()>& condition)
     return true;
 }
 
-/// Runs the function in a process of its own, without the rights of the superuser when asked; gives back what it
-/// returns (0 to 255), or a negative number when it died.
-inline int inChild(const std::function<int()>& function, bool unprivileged = false)
+/// Stores what was handed over; a machine may be busy, so that there is more patience than any needs.
+inline bool isFlushed(HistoryStore& store)
 {
-    const pid_t child = fork();
-    if (child == 0) {
-        constexpr uid_t Nobody = 65534;
-        if (unprivileged && geteuid() == 0 && (setgid(Nobody) != 0 || setuid(Nobody) != 0))
-            _exit(255);
-        _exit(function());
-    }
-    int status = 0;
-    if (child < 0 || waitpid(child, &status, 0) != child || !WIFEXITED(status))
-        return -1;
-    return WEXITSTATUS(status);
+    return store.flush(std::chrono::minutes(5));
 }
 
 inline double numberIn(const Variant& value)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/ChildProcess.h"
 #include "support/ErrorOf.h"
 #include "trellis/SchemeFile.h"
 
@@ -9,14 +10,12 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <functional>
 #include <string>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace zan::trellis {
 
 using test::errorOf;
+using test::inChild;
 
 /// A folder of its own for every test, with a scheme file in it when the test writes one.
 class SchemeFolder : public testing::Test
@@ -56,23 +55,6 @@ protected:
 private:
     QTemporaryDir m_folder;
 };
-
-/// Runs the function in a process of its own, without the rights of the superuser when asked; gives back what it
-/// returns (0 to 255), or a negative number when it died.
-inline int inChild(const std::function<int()>& function, bool unprivileged = false)
-{
-    const pid_t child = fork();
-    if (child == 0) {
-        constexpr uid_t Nobody = 65534;
-        if (unprivileged && geteuid() == 0 && (setgid(Nobody) != 0 || setuid(Nobody) != 0))
-            _exit(255);
-        _exit(function());
-    }
-    int status = 0;
-    if (child < 0 || waitpid(child, &status, 0) != child || !WIFEXITED(status))
-        return -1;
-    return WEXITSTATUS(status);
-}
 
 inline Variant key(const char* text)
 {
