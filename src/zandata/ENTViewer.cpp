@@ -27,6 +27,8 @@ using values::Ref;
 
 namespace {
 
+/// Milliseconds after which a history has what it was handed.
+constexpr int TimeToStore = 1000;
 constexpr std::int32_t BufferUsed = 1;
 constexpr int SampledRows = 50; // of which a column's width is taken
 
@@ -107,7 +109,11 @@ private:
 ENTViewer::ENTViewer()
     : WidgetControl(values::WindowBackground, values::WindowText)
     , m_model(std::make_unique<RecordModel>())
-{}
+{
+    m_nextLook.setSingleShot(true);
+    m_nextLook.setInterval(TimeToStore);
+    QObject::connect(&m_nextLook, &QTimer::timeout, &m_context, [this] { Refresh(); });
+}
 
 ENTViewer::~ENTViewer()
 {
@@ -144,7 +150,11 @@ void ENTViewer::setLogger(const Ref<site::Logger>& logger)
         QObject::disconnect(m_logger.get(), nullptr, &m_context, nullptr);
     m_logger = next;
     if (m_logger)
-        QObject::connect(m_logger.get(), &site::Logger::NewENTData, &m_context, [this] { Refresh(); });
+        QObject::connect(m_logger.get(), &site::Logger::NewENTData, &m_context, [this] {
+            if (!m_nextLook.isActive()) // many records a second do not put it off
+                m_nextLook.start();
+            Refresh();
+        });
     Refresh();
 }
 

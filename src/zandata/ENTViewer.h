@@ -7,6 +7,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QTimer>
 
 class QTableView;
 
@@ -33,6 +34,8 @@ public:
     RecordModel& model() const { return *m_model; }
     /// Looks at the logger's records now.
     void Refresh();
+    /// Runs after a record has come: a history that was handed it a moment ago has it then at the latest.
+    const QTimer& nextLook() const { return m_nextLook; }
     /// Brings the first record at a moment or after it into sight. False for an empty table.
     bool find(HistoryTime moment);
     /// Asks for a moment and finds it.
@@ -60,6 +63,7 @@ private:
     std::unique_ptr<RecordModel> m_model;
     values::Ref<site::Logger> m_logger;
     QObject m_context; // of the connections to the logger
+    QTimer m_nextLook;
     surface::FormsSource m_forms;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "site/FormattedRecords.h"
 #include "support/FakeHistory.h"
 #include "support/FakeSite.h"
 #include "surface/forms/RecordingForms.h"
@@ -44,6 +45,26 @@ inline values::Ref<fake::FakeRecords> records(const std::vector<const char*>& ch
     }
     return result;
 }
+
+/// Records of a logger that knows its channels' formats; the first is that of the time.
+class FormattedFake final : public site::FormattedRecords
+{
+public:
+    FormattedFake(values::Ref<fake::FakeRecords> table, std::vector<QString> formats)
+        : m_table(std::move(table))
+        , m_formats(std::move(formats))
+    {}
+    std::int32_t rowCount() const override { return m_table->rowCount(); }
+    std::int32_t columnCount() const override { return m_table->columnCount(); }
+    QString columnLabel(std::int32_t column) const override { return m_table->columnLabel(column); }
+    QString columnUnits(std::int32_t column) const override { return m_table->columnUnits(column); }
+    QString columnFormat(std::int32_t column) const override { return m_formats.at(std::size_t(column)); }
+    Variant cell(std::int32_t row, std::int32_t column) const override { return m_table->cell(row, column); }
+
+private:
+    values::Ref<fake::FakeRecords> m_table;
+    std::vector<QString> m_formats;
+};
 
 /// A panel on whose surface graphs and tables can be placed.
 class DataTest : public testing::Test

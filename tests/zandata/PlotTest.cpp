@@ -227,6 +227,71 @@ TEST_F(Plot, LegendTellsTheLastValuesAndSoDoesTheSummary)
     EXPECT_EQ(graph->accessibleText(), view().summary());
 }
 
+TEST_F(Plot, LegendHasTheFormatsOfRecordsWithoutAHistory)
+{
+    const auto list = records({"Level|m", "Flow|l/s"}, {{1.5, 2.0}, {2.5, 3.0}});
+    const std::vector<QString> formats{{}, QStringLiteral("0.00"), QStringLiteral("000")};
+    graph->setDataSource(values::make<FormattedFake>(list, formats));
+    complete();
+    EXPECT_TRUE(view().summary().endsWith(QLatin1String("; Level  2.50 m; Flow  003 l/s")))
+        << view().summary().toStdString();
+}
+
+TEST_F(Plot, DashesAndGapsOfALineFollowEachOtherFromItsBeginning)
+{
+    const QList<qreal> lengths{6, 3, 2, 3};
+    for (const auto& [place, isDash] : {std::pair(0.0, true),
+                                        {5.9, true},
+                                        {6.0, false},
+                                        {8.9, false},
+                                        {9.0, true},
+                                        {11.0, false},
+                                        {14.0, true},
+                                        {14.0 * 1e8 + 7, false},
+                                        {-0.5, false},
+                                        {-14.0, true}})
+        EXPECT_EQ(isInDash(place, lengths), isDash) << place;
+    EXPECT_TRUE(isInDash(5, {})) << "a line without dashes is whole";
+}
+
+TEST_F(Plot, LineManyPicturesLongIsDashedByColumnsAndHidesNothingInItsGaps)
+{
+    const auto list = records({"Level|m", "Flow|l/s"}, {});
+    for (int second = 0; second < 500; ++second)
+        list->rows.push_back({Variant(dateOf(noon() + second * 1000)), 5.0, second % 2 == 0 ? 0.0 : 100.0});
+    setRecords(list);
+    Q_EMIT logger->NewENTData();
+    complete();
+    const QImage image = picture();
+    const QRect area(widget().width() / 5, 60, widget().width() * 3 / 5, widget().height() - 140);
+    int dashed = 0;
+    int empty = 0;
+    for (int x = area.left(); x <= area.right(); ++x) {
+        const QRect column(x, area.top(), 1, area.height());
+        dashed += count(image, Flow, column) > area.height() / 2;
+        empty += count(image, Qt::white, column) > area.height() / 2;
+    }
+    EXPECT_EQ(empty, 0) << "a high record in the gap of a dash is seen";
+    EXPECT_GT(dashed, area.width() / 2);
+    EXPECT_LT(dashed, area.width() * 9 / 10) << "who sees no colours knows the line by its dashes";
+}
+
+TEST_F(Plot, LineOfCloseRecordsWithoutSwingsIsAsThinAsItsPen)
+{
+    const auto list = records({"Level|m"}, {});
+    for (int second = 0; second < 500; ++second)
+        list->rows.push_back({Variant(dateOf(noon() + second * 1000)), 5.0});
+    setRecords(list);
+    Q_EMIT logger->NewENTData();
+    complete();
+    const QImage image = picture();
+    for (const int x : {200, 300, 400}) {
+        const int seen = count(image, Level, QRect(x, 60, 1, widget().height() - 140));
+        EXPECT_GE(seen, 1) << x;
+        EXPECT_LE(seen, 3) << x;
+    }
+}
+
 TEST_F(Plot, LimitIsDrawnWhereItHasALabelOrIsNotZero)
 {
     feed();

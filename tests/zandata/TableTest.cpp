@@ -49,6 +49,16 @@ TEST_F(Table, HasAColumnForEachChannelWithLabelAndUnit)
     EXPECT_EQ(table->model().columnName(2), u"Flow");
 }
 
+TEST_F(Table, RecordsWithoutAHistoryHaveTheFormatsOfTheirChannels)
+{
+    RecordModel model;
+    const QString endless(100'000, u'0');
+    model.setSource(
+        values::make<FormattedFake>(levels(), std::vector<QString>{{}, QStringLiteral("0.00"), endless}), {});
+    EXPECT_EQ(model.cellText(0, 1), u"3.50");
+    EXPECT_EQ(model.cellText(0, 2), u"30") << "nobody means such a format";
+}
+
 TEST_F(Table, ShowsTheNewestRecordFirstOrLast)
 {
     show(levels());
@@ -58,6 +68,22 @@ TEST_F(Table, ShowsTheNewestRecordFirstOrLast)
     table->put(Name("NewestFirst"), Variant(false));
     EXPECT_EQ(cell(0, 1), u"1.5");
     EXPECT_EQ(cell(2, 1), u"3.5");
+}
+
+TEST_F(Table, RecordThatTheHistoryStoresAMomentLaterIsSeenWithoutAnotherOne)
+{
+    const auto store = values::make<fake::FakeHistory>();
+    store->list.push_back({1, QStringLiteral("W"), QStringLiteral("A"), QStringLiteral("A"), {}, {}, 1000});
+    store->put(1, noon(), 1.0);
+    logger->live->history = store;
+    table = addTable();
+    EXPECT_FALSE(table->nextLook().isActive());
+    Q_EMIT logger->NewENTData();
+    EXPECT_EQ(table->model().rowCount(), 1);
+    store->put(1, noon() + 1000, 2.0);
+    while (table->nextLook().isActive())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    EXPECT_EQ(table->model().rowCount(), 2);
 }
 
 TEST_F(Table, FollowsItsLoggerByItself)

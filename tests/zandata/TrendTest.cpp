@@ -182,6 +182,43 @@ TEST_F(TrendTest, ChannelsOfTheDataSourceAreFoundInTheHistoryByLabelAndUnits)
     EXPECT_NE(trend.channels()[3].store.get(), store.get());
 }
 
+TEST_F(TrendTest, RecordThatTheHistoryHasNotStoredYetIsTakenFromTheBuffer)
+{
+    const auto store = history(1, 10);
+    std::vector<std::vector<Variant>> rows;
+    for (int i = 0; i < 11; ++i)
+        rows.push_back({double(100 + i)});
+    trend.feed(records({"C1|m"}, rows), store);
+    trend.read(500, never);
+    ASSERT_EQ(points().size(), 11u);
+    EXPECT_EQ(points().back().last, noon() + 10'000);
+    EXPECT_EQ(points().back().mean, 110);
+    EXPECT_EQ(trend.channels()[0].lastTime, noon() + 10'000);
+    EXPECT_EQ(values::toDouble(trend.channels()[0].lastValue), 110);
+    // A moment later it is in both, a millisecond apart, and is there once.
+    store->put(1, noon() + 9'999, 110.0);
+    trend.feed(records({"C1|m"}, rows), store);
+    trend.read(500, never);
+    ASSERT_EQ(points().size(), 11u);
+    EXPECT_EQ(points().back().last, noon() + 9'999);
+}
+
+TEST_F(TrendTest, RecordOnItsWayIntoTheHistoryLetsTheRestBe)
+{
+    const auto store = history(1, 10'000);
+    std::vector<std::vector<Variant>> rows(10'001, std::vector<Variant>{1.0});
+    trend.feed(records({"C1|m"}, rows), store);
+    trend.read(500, never);
+    store->put(1, noon() + 10'000'000, 1.0);
+    rows.push_back({2.0});
+    store->asked.clear();
+    trend.feed(records({"C1|m"}, rows), store);
+    trend.read(500, never);
+    ASSERT_EQ(store->asked.size(), 1u);
+    EXPECT_GT(store->asked[0].first, noon() + 9'900'000);
+    EXPECT_EQ(points().back().last, noon() + 10'001'000);
+}
+
 // Gaps ---------------------------------------------------------------------------------------------------------
 
 TEST_F(TrendTest, StretchWithoutRecordsIsAGapAndLateOnesAreNone)

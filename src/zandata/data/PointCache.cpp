@@ -64,15 +64,14 @@ bool PointCache::isReadDue(const Wanted& wanted) const
     return m_stretch != stretchFor(wanted) || !covers(wanted);
 }
 
-std::vector<HistoryPoint> PointCache::fetch(const site::History& store, std::int64_t series, HistoryTime from,
-                                            HistoryTime until) const
+std::vector<HistoryPoint> PointCache::fetch(const Source& source, HistoryTime from, HistoryTime until) const
 {
     const std::int64_t most = std::clamp<std::int64_t>((until - from) / m_stretch, 1, MostPoints);
-    return soundPoints(store.points(series, from, until, std::int32_t(most)), from, until);
+    return soundPoints(source(from, until, std::int32_t(most)), from, until);
 }
 
 /// The few records that have come at the end are read by themselves when the rest is here. False when it is not.
-bool PointCache::extend(const site::History& store, std::int64_t series, const Wanted& wanted)
+bool PointCache::extend(const Source& source, const Wanted& wanted)
 {
     if (isEmpty() || m_isGivenUp || m_stretch != stretchFor(wanted) || wanted.from < m_from ||
         wanted.from >= m_until)
@@ -81,22 +80,22 @@ bool PointCache::extend(const site::History& store, std::int64_t series, const W
     const HistoryTime end = upTo(wanted.until, m_stretch);
     if (end <= begin || (end - m_from) / m_stretch > MostPoints)
         return false;
-    const std::vector<HistoryPoint> later = fetch(store, series, begin, end);
+    const std::vector<HistoryPoint> later = fetch(source, begin, end);
     m_points.insert(m_points.end(), later.begin(), later.end());
     m_until = end;
     return true;
 }
 
-void PointCache::read(const site::History& store, std::int64_t series, const Wanted& wanted)
+void PointCache::read(const Source& source, const Wanted& wanted)
 {
-    if (extend(store, series, wanted))
+    if (extend(source, wanted))
         return;
     PointCache next;
     next.m_stretch = stretchFor(wanted);
     const std::int64_t span = wanted.until - wanted.from;
     next.m_from = downTo(std::max(wanted.from - span, EarliestTime), next.m_stretch);
     next.m_until = upTo(std::min(wanted.until + span, LatestTime), next.m_stretch);
-    next.m_points = next.fetch(store, series, next.m_from, next.m_until);
+    next.m_points = next.fetch(source, next.m_from, next.m_until);
     *this = std::move(next);
 }
 

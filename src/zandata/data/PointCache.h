@@ -2,6 +2,7 @@
 
 #include "zandata/data/LogTime.h"
 
+#include <functional>
 #include <vector>
 
 namespace zan::zandata {
@@ -36,8 +37,10 @@ public:
     bool isReadDue(const Wanted& wanted) const;
     /// Whether what is seen is here at all, however coarse.
     bool covers(const Wanted& wanted) const;
-    /// Reads what is wanted and as much again on both sides; what a store raises leaves what was here.
-    void read(const site::History& store, std::int64_t series, const Wanted& wanted);
+    /// Answers as a history does with the points of one series.
+    using Source = std::function<std::vector<HistoryPoint>(HistoryTime from, HistoryTime until, std::int32_t most)>;
+    /// Reads what is wanted and as much again on both sides; what a source raises leaves what was here.
+    void read(const Source& source, const Wanted& wanted);
     /// Records have come from this time on: what is here of them is read again with the next read.
     void expire(HistoryTime from);
     void clear();
@@ -48,9 +51,8 @@ public:
     static std::int64_t stretchFor(const Wanted& wanted);
 
 private:
-    std::vector<HistoryPoint> fetch(const site::History& store, std::int64_t series, HistoryTime from,
-                                    HistoryTime until) const;
-    bool extend(const site::History& store, std::int64_t series, const Wanted& wanted);
+    std::vector<HistoryPoint> fetch(const Source& source, HistoryTime from, HistoryTime until) const;
+    bool extend(const Source& source, const Wanted& wanted);
 
     std::int64_t m_stretch = 0;
     bool m_isGivenUp = false;

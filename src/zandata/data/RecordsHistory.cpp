@@ -1,5 +1,6 @@
 #include "zandata/data/RecordsHistory.h"
 
+#include "site/FormattedRecords.h"
 #include "values/Convert.h"
 
 #include <algorithm>
@@ -15,6 +16,8 @@ namespace {
 constexpr std::int32_t MostPoints = 10'000;
 /// Characters of a column's label that anybody looks at.
 constexpr qsizetype LongestLabel = 200;
+/// Characters of a format; what is longer is none.
+constexpr qsizetype LongestFormat = 1000;
 
 /// The number that a record is for a graph; nothing for a text, an error or what is not finite.
 std::optional<double> numberOf(const Variant& value)
@@ -63,12 +66,17 @@ std::int64_t RecordsHistory::affordableRows() const
 void RecordsHistory::readColumns(site::LogRecords& records)
 {
     const std::int32_t columns = std::clamp(records.columnCount(), 1, MostColumns + 1);
+    const auto* formatted = dynamic_cast<const site::FormattedRecords*>(&records);
     std::vector<HistorySeries> list;
     for (std::int32_t column = 1; column < columns; ++column) {
         HistorySeries one;
         one.id = column;
         one.label = records.columnLabel(column).left(LongestLabel);
         one.units = records.columnUnits(column).left(LongestLabel);
+        if (formatted)
+            one.format = formatted->columnFormat(column);
+        if (one.format.size() > LongestFormat)
+            one.format.clear();
         list.push_back(one);
     }
     const bool isSame = std::equal(

@@ -9,7 +9,7 @@
 namespace zan::zandata {
 
 /// The records of a log buffer as a history: what a graph and a table read where the logger keeps none. Series are the
-/// buffer's columns, numbered from 1.
+/// buffer's columns, numbered from 1, with the formats of records that know them.
 ///
 /// Each new list of records is compared with what is here: records that have followed are added, those that have left
 /// the buffer at its beginning go. A buffer whose records stand in another order is read anew and put in order of time;

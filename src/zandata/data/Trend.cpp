@@ -5,6 +5,7 @@
 #include <QScopedValueRollback>
 
 #include <algorithm>
+#include <utility>
 
 namespace zan::zandata {
 
@@ -18,6 +19,8 @@ constexpr qsizetype LongestText = 200; // characters of a label that are shown
 constexpr std::int64_t PeriodsOfPatience = 3;
 /// The same where the period had to be guessed from the records.
 constexpr std::int64_t GuessedPatience = 5;
+/// Milliseconds between the two times of one record at most.
+constexpr std::int64_t SameRecord = 1;
 
 QString shortened(const QString& text)
 {
@@ -64,7 +67,7 @@ std::vector<Trend::Source> Trend::sourcesOf(const Ref<site::History>& history) c
     const std::vector<HistorySeries> columns = m_records->series();
     if (columns.empty()) {
         for (const HistorySeries& series : stored)
-            result.push_back({history, series});
+            result.push_back({history, series, 0});
         return result;
     }
     std::vector<bool> taken(stored.size());
@@ -75,9 +78,9 @@ std::vector<Trend::Source> Trend::sourcesOf(const Ref<site::History>& history) c
             ++place;
         if (place < stored.size()) {
             taken[place] = true;
-            result.push_back({history, stored[place]});
+            result.push_back({history, stored[place], column.id});
         } else {
-            result.push_back({m_records, column});
+            result.push_back({m_records, column, column.id});
         }
     }
     return result;
@@ -93,9 +96,10 @@ void Trend::list(std::vector<Source> sources)
         channel.label = shortened(series.label.isEmpty() ? series.key : series.label);
         channel.units = shortened(series.units);
         channel.format = series.format;
-        channel.period = std::max<std::int64_t>(series.period, 0);
+        channel.period = std::clamp<std::int64_t>(series.period, 0, TimeView::LongestSpan);
         channel.store = sources[i].store;
         channel.series = series.id;
+        channel.column = sources[i].column;
         // What was read of the same series stays.
         const auto before = std::find_if(m_channels.begin(), m_channels.end(), [&](const TrendChannel& old) {
             return old.store == channel.store && old.series == channel.series;
@@ -113,6 +117,7 @@ void Trend::feed(const Ref<site::LogRecords>& records, const Ref<site::History>&
         return;
     const QScopedValueRollback busy(m_isBusy, true);
     const site::HistorySpan shown = m_span;
+    const HistoryTime storedBefore = std::exchange(m_storedUntil, EarliestTime);
     // Of the records that stay in the buffer none may have come in between.
     const HistoryTime known = m_records->span().last;
     std::int64_t staying = 0;
@@ -143,41 +148,38 @@ void Trend::feed(const Ref<site::LogRecords>& records, const Ref<site::History>&
             span = span.isEmpty ? site::HistorySpan{first, last, false}
                                 : site::HistorySpan{std::min(first, span.first), std::max(last, span.last), false};
             latest = span.last;
+            m_storedUntil = last;
         });
     }
     m_span = span;
     // What was read holds up to the last record known then, unless records have come in between.
     const HistoryTime news = shown.isEmpty ? EarliestTime : shown.last;
     for (TrendChannel& channel : m_channels) {
-        channel.cache.expire(news);
+        channel.cache.expire(channel.store == m_records ? news : std::min(news, storedBefore));
         if (isRewritten && channel.store == m_records)
             channel.cache.clear();
     }
-    expire(history);
+    expire(history, storedBefore);
     readLastValues();
     m_view.follow(m_records->span().isEmpty ? m_span : m_records->span(), latest);
 }
 
 /// Records that were unloaded from a logger stand between those that were there: more rows before the end than there
 /// were. Then everything is read anew.
-void Trend::expire(const Ref<site::History>& history)
+void Trend::expire(const Ref<site::History>& history, HistoryTime storedBefore)
 {
     if (!history) {
         m_rowCount = 0;
         return;
     }
     attempt([&] {
-        const std::int64_t rows = history->rowCount();
-        const HistoryTime seen = m_seenUntil;
-        const std::int64_t before = seen == EarliestTime ? m_rowCount : history->placeOf(seen + 1);
-        if (before != m_rowCount) {
+        if (history->placeOf(storedBefore + 1) != m_rowCount) {
             for (TrendChannel& channel : m_channels) {
                 if (channel.store == history)
                     channel.cache.clear();
             }
         }
-        m_rowCount = rows;
-        m_seenUntil = m_span.isEmpty ? EarliestTime : m_span.last;
+        m_rowCount = history->placeOf(m_storedUntil + 1);
     });
 }
 
@@ -208,6 +210,14 @@ void Trend::readLastValues()
                 channel.lastValue = past.value;
             }
         }
+        if (channel.column == 0 || channel.store == m_records)
+            continue;
+        for (const auto& [column, past] : pastsOf(Ref<site::History>(m_records))) {
+            if (column == channel.column && past.time > channel.lastTime) {
+                channel.lastTime = past.time;
+                channel.lastValue = past.value;
+            }
+        }
     }
 }
 
@@ -226,6 +236,21 @@ bool Trend::isReadDue(int pixels) const
     });
 }
 
+/// The history's, and behind them the records that the log buffer alone has so far: a store takes a moment to keep what
+/// it is handed, and a logger that logs every hour must not be an hour late on the screen.
+std::vector<HistoryPoint> Trend::pointsOf(const TrendChannel& channel, HistoryTime from, HistoryTime until,
+                                          std::int32_t most) const
+{
+    std::vector<HistoryPoint> points = channel.store->points(channel.series, from, until, most);
+    if (channel.column == 0 || channel.store == m_records)
+        return points;
+    // The same record may lie a millisecond apart in both: a Date is a number of days.
+    const HistoryTime begin = std::max(from, m_storedUntil + SameRecord + 1);
+    for (const HistoryPoint& recent : m_records->points(channel.column, begin, until, most))
+        points.push_back(recent);
+    return points;
+}
+
 bool Trend::read(int pixels, const std::function<bool()>& isTimeUp)
 {
     if (m_isBusy)
@@ -241,7 +266,10 @@ bool Trend::read(int pixels, const std::function<bool()>& isTimeUp)
             if (hasRead && isTimeUp())
                 return false;
             hasRead = true;
-            if (!attempt([&] { channel.cache.read(*channel.store, channel.series, want); })) {
+            const auto source = [&](HistoryTime from, HistoryTime until, std::int32_t most) {
+                return pointsOf(channel, from, until, most);
+            };
+            if (!attempt([&] { channel.cache.read(source, want); })) {
                 channel.cache.giveUp(want);
                 m_state = QStringLiteral("The stored records cannot be read.");
             }

@@ -19,6 +19,7 @@ struct TrendChannel
     std::int64_t period = 0; ///< milliseconds between records; 0 while unknown
     Ref<site::History> store;
     std::int64_t series = 0; ///< in that store
+    std::int64_t column = 0; ///< of the log buffer, whose latest records the history may not have yet; 0 for none
     PointCache cache;
     HistoryTime lastTime = 0; ///< of the latest record; 0 while there is none
     Variant lastValue;
@@ -77,11 +78,14 @@ private:
     {
         Ref<site::History> store;
         site::HistorySeries series;
+        std::int64_t column = 0;
     };
     std::vector<Source> sourcesOf(const Ref<site::History>& history) const;
     void list(std::vector<Source> sources);
-    void expire(const Ref<site::History>& history);
+    void expire(const Ref<site::History>& history, HistoryTime storedBefore);
     void readLastValues();
+    std::vector<HistoryPoint> pointsOf(const TrendChannel& channel, HistoryTime from, HistoryTime until,
+                                       std::int32_t most) const;
     Wanted wanted(int pixels) const;
 
     Ref<GraphFilter> m_filter = values::make<GraphFilter>();
@@ -89,8 +93,8 @@ private:
     std::vector<TrendChannel> m_channels;
     TimeView m_view;
     site::HistorySpan m_span;
-    std::int64_t m_rowCount = 0;            // of the history, when it was last looked at
-    HistoryTime m_seenUntil = EarliestTime; // its last record then
+    HistoryTime m_storedUntil = EarliestTime; // last record of the history, when it was last looked at
+    std::int64_t m_rowCount = 0;              // its records up to that one
     QString m_state;
     bool m_isBusy = false; // a store is being asked: what it sets off in between changes nothing here
 };

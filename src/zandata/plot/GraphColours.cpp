@@ -1,10 +1,9 @@
 #include "zandata/plot/GraphColours.h"
 
-#include <QList>
-
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <numeric>
 
 namespace zan::zandata {
 
@@ -78,6 +77,20 @@ QPen channelPen(std::int32_t number, const QColor& back)
     if (!pattern.isEmpty())
         pen.setDashPattern(pattern);
     return pen;
+}
+
+bool isInDash(double place, const QList<qreal>& lengths)
+{
+    const double whole = std::accumulate(lengths.begin(), lengths.end(), 0.0);
+    if (!(whole > 0))
+        return true;
+    double rest = place - std::floor(place / whole) * whole;
+    for (qsizetype i = 0; i < lengths.size(); ++i) {
+        if (rest < lengths[i])
+            return i % 2 == 0;
+        rest -= lengths[i];
+    }
+    return true;
 }
 
 } // namespace zan::zandata

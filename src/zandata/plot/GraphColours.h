@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QList>
 #include <QPen>
 
 namespace zan::zandata {
@@ -9,6 +10,9 @@ namespace zan::zandata {
 /// background as well as on a dark one.
 QColor channelColour(std::int32_t number, const QColor& back);
 QPen channelPen(std::int32_t number, const QColor& back);
+
+/// Whether a place of a line lies in a dash: lengths of dashes and gaps in turn, beginning with a dash at 0.
+bool isInDash(double place, const QList<qreal>& lengths);
 
 /// The colour itself where it stands out from the background enough, else a lighter or darker one that does.
 QColor readable(const QColor& colour, const QColor& back);

@@ -80,6 +80,8 @@ void BandLayer::draw(QCPPainter* painter)
         const std::vector<HistoryPoint>& points = channel.cache.points();
         const QColor colour =
             mixed(m_plot.back(), channelColour(m_plot.lookOf(channel), m_plot.back()), BandStrength);
+        if (const TrendLine* line = m_plot.lineOf(channel))
+            line->drawBetweenDashes(*painter, colour);
         const auto first =
             std::lower_bound(points.begin(), points.end(), trend.view().from(),
                              [](const HistoryPoint& point, HistoryTime time) { return point.last < time; });

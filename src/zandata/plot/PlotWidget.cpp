@@ -70,6 +70,7 @@ PlotWidget::PlotWidget(QWidget* parent, std::shared_ptr<GraphContent> content,
     // The line and box at the pointer are drawn anew without the rest.
     addLayer(QStringLiteral("readout"), layer(layerCount() - 1));
     layer(QStringLiteral("readout"))->setMode(QCPLayer::lmBuffered);
+    layer(WordsLayer)->setMode(QCPLayer::lmBuffered);
     // The plot owns them.
     new GapLayer(*this, QStringLiteral("background"));
     new BandLayer(*this, QStringLiteral("grid"));
@@ -85,6 +86,7 @@ PlotWidget::PlotWidget(QWidget* parent, std::shared_ptr<GraphContent> content,
     yAxis2->setTickLabels(false);
 
     m_title = new QCPTextElement(this, QString());
+    m_title->setLayer(WordsLayer);
     m_title->setTextFlags(Qt::AlignLeft | Qt::AlignVCenter);
     plotLayout()->insertRow(0);
     plotLayout()->addElement(0, 0, m_title);
@@ -139,12 +141,13 @@ void PlotWidget::makeTools()
 
 void PlotWidget::restyle()
 {
+    m_isStale = true;
     setBackground(QBrush(back()));
     const QColor faint = mixed(back(), fore(), 0.2);
     for (QCPAxis* axis : axisRect()->axes()) {
         axis->setBasePen(QPen(fore()));
         axis->setTickPen(QPen(fore()));
-        axis->setSubTickPen(QPen(faint));
+        axis->setSubTickPen(QPen(fore())); // a faint one would cut the axis that it stands on
         axis->setTickLabelColor(fore());
         axis->setLabelColor(fore());
         axis->setTickLabelFont(font());
@@ -208,8 +211,7 @@ void PlotWidget::redraw()
     updateLooks();
     updateLines();
     updateRanges();
-    updateWords();
-    replot(QCustomPlot::rpQueuedRefresh);
+    present(updateWords());
 }
 
 QCPAxis* PlotWidget::axisOf(const TrendChannel& channel) const
@@ -287,6 +289,12 @@ std::int32_t PlotWidget::lookOf(const TrendChannel& channel) const
     return found == m_looks.end() ? channel.number : found->second;
 }
 
+const TrendLine* PlotWidget::lineOf(const TrendChannel& channel) const
+{
+    const auto found = m_lines.find(channel.number);
+    return found == m_lines.end() ? nullptr : found->second.graph;
+}
+
 /// Of the channels that are shown no two look alike while there are looks; each keeps the one that it has.
 void PlotWidget::updateLooks()
 {
@@ -327,11 +335,11 @@ void PlotWidget::updateLines()
             line = {};
         }
         if (!line.graph)
-            line = {addGraph(xAxis, axis), axis};
+            line = {new TrendLine(xAxis, axis), axis}; // the plot owns it
         line.graph->setPen(channelPen(lookOf(channel), back()));
         // A single record is a dot: no line would show it.
-        const bool isSparse = channel.cache.points().size() < 60;
-        line.graph->setScatterStyle(isSparse ? QCPScatterStyle(QCPScatterStyle::ssDisc, 4) : QCPScatterStyle());
+        line.graph->setScatterStyle(isSparse(channel) ? QCPScatterStyle(QCPScatterStyle::ssDisc, 4)
+                                                      : QCPScatterStyle());
         fill(channel, *line.graph);
         next[channel.number] = line;
     }
@@ -346,7 +354,7 @@ void PlotWidget::updateLines()
 void PlotWidget::updateRanges()
 {
     const Trend& trend = m_content->trend;
-    xAxis->setRange(double(trend.view().from()), double(trend.view().until()));
+    setRange(*xAxis, double(trend.view().from()), double(trend.view().until()), area().width());
     const auto ticker = xAxis->ticker().staticCast<TimeTicker>();
     ticker->labelWidth = QFontMetrics(font()).horizontalAdvance(TimeTicks::widestLabel()) * 5 / 4;
     ticker->pixels = std::max(width() - 120, width() / 2); // what the axes beside it leave
@@ -379,7 +387,7 @@ void PlotWidget::updateRanges()
         high = std::clamp(high, -1e200, 1e200);
         // A constant value lies in the middle.
         const double room = high > low ? (high - low) * 0.06 : std::max(std::fabs(high) * 0.05, 1e-3);
-        axis->setRange(low - room, high + room);
+        setRange(*axis, low - room, high + room, area().height());
     }
 }
 

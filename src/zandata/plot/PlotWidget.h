@@ -2,6 +2,8 @@
 
 #include "zandata/data/TimeTicks.h"
 #include "zandata/plot/PlotLayers.h"
+#include "zandata/plot/SeenPicture.h"
+#include "zandata/plot/TrendLine.h"
 
 #include <QElapsedTimer>
 #include <QPointer>
@@ -38,6 +40,8 @@ public:
     QCPAxis* firstAxis() const;
     QColor back() const { return palette().color(QPalette::Base); }
     QColor fore() const { return palette().color(QPalette::Text); }
+    /// Null for a channel that is not drawn.
+    const TrendLine* lineOf(const TrendChannel& channel) const;
     /// Number of the colour and dashes of a channel.
     std::int32_t lookOf(const TrendChannel& channel) const;
     const std::optional<HistoryTime>& cursor() const { return m_cursor; }
@@ -46,6 +50,8 @@ public:
 
     /// Pixels of height below which the tools are shown only while the graph is used.
     static constexpr int RoomForTools = 150;
+    /// Title and legend are drawn by themselves when nothing but their words changes.
+    static inline const QString WordsLayer = QStringLiteral("legend");
 
 protected:
     bool event(QEvent* event) override;
@@ -64,7 +70,7 @@ protected:
 private:
     struct Line
     {
-        QCPGraph* graph = nullptr;
+        TrendLine* graph = nullptr;
         QCPAxis* axis = nullptr;
     };
     void makeTools();
@@ -78,8 +84,16 @@ private:
     void updateLines();
     void fill(const TrendChannel& channel, QCPGraph& graph) const;
     void updateRanges();
-    void updateWords();
-    void updateLegend();
+    /// True when other words are to be seen.
+    bool updateWords();
+    bool updateLegend();
+    static void setRange(QCPAxis& axis, double lower, double upper, int pixels);
+    /// Points so far apart that each is a dot of its own.
+    static bool isSparse(const TrendChannel& channel) { return channel.cache.points().size() < 60; }
+    void addSeen(const TrendChannel& channel, const QCPAxis& axis, SeenPicture& seen) const;
+    SeenPicture seen() const;
+    void present(bool haveWordsChanged);
+    bool isLegendOf(const std::vector<QCPGraph*>& named) const;
     QString title() const;
     QString legendText(const TrendChannel& channel) const;
     void setCursorTo(std::optional<HistoryTime> moment);
@@ -98,6 +112,9 @@ private:
     std::vector<QPointer<QCPAxis>> m_axes;
     std::map<std::int32_t, Line> m_lines;         // by number of the channel
     std::map<std::int32_t, std::int32_t> m_looks; // by number of the channel, from 1
+    SeenPicture m_seen;                           // as it was drawn
+    bool m_isStale = true;                        // something else has changed: colours, fonts, places
+    int m_legendColumns = 0;
     std::optional<HistoryTime> m_cursor;
     std::optional<double> m_dragFrom; // pixels across, while the left button is held
     bool m_isDragged = false;

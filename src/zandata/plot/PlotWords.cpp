@@ -54,45 +54,68 @@ QString PlotWidget::legendText(const TrendChannel& channel) const
     return text;
 }
 
+bool PlotWidget::isLegendOf(const std::vector<QCPGraph*>& named) const
+{
+    bool isSame = legend->itemCount() == int(named.size());
+    for (std::size_t i = 0; isSame && i < named.size(); ++i) {
+        auto* item = qobject_cast<QCPPlottableLegendItem*>(legend->item(int(i)));
+        isSame = item && item->plottable() == named[i];
+    }
+    return isSame;
+}
+
 /// As many columns as there is room for; of a low graph one line.
-void PlotWidget::updateLegend()
+bool PlotWidget::updateLegend()
 {
     const QFontMetrics metrics(font());
     const int longest = std::max(width() / 2, 60);
     std::vector<QCPGraph*> named;
+    bool haveChanged = false;
     int widest = 1;
     for (const TrendChannel& channel : m_content->trend.channels()) {
         if (!m_lines.contains(channel.number) || named.size() >= MostLegend)
             continue;
         QCPGraph* graph = m_lines.at(channel.number).graph;
-        graph->setName(metrics.elidedText(legendText(channel), Qt::ElideRight, longest));
+        const QString name = metrics.elidedText(legendText(channel), Qt::ElideRight, longest);
+        haveChanged = haveChanged || name != graph->name();
+        // Words of another width may want other columns.
+        m_isStale = m_isStale || metrics.horizontalAdvance(name) != metrics.horizontalAdvance(graph->name());
+        graph->setName(name);
         widest = std::max(widest, metrics.horizontalAdvance(graph->name()) + legend->iconSize().width() + 24);
         named.push_back(graph);
     }
     const int columns = std::max((width() - 12) / widest, 1);
     if (height() < RoomForTools && named.size() > std::size_t(columns))
         named.resize(std::size_t(columns));
+    if (isLegendOf(named) && columns == m_legendColumns && !m_isStale)
+        return haveChanged;
+    m_isStale = true;
+    m_legendColumns = columns;
     legend->clearItems();
     legend->simplify();
     legend->setWrap(columns);
     for (QCPGraph* graph : named)
         graph->addToLegend(legend);
     legend->setVisible(!named.empty());
+    return true;
 }
 
-void PlotWidget::updateWords()
+bool PlotWidget::updateWords()
 {
     const QString words = title();
     layOut();
     const int room = width() - 12 - (m_tools->isVisibleTo(this) ? m_tools->width() : 0);
+    const QString former = m_title->text();
     m_title->setText(QFontMetrics(font()).elidedText(words, Qt::ElideRight, std::max(room, 20)));
+    const bool hasTitleChanged = m_title->text() != former;
     const bool isLive = m_content->trend.view().isLive();
     m_live->setText(isLive ? QStringLiteral("Pause") : QStringLiteral("Live"));
     m_live->setToolTip(isLive ? QStringLiteral("Hold what is seen") : QStringLiteral("Follow new records"));
     m_live->setAccessibleName(m_live->toolTip());
-    updateLegend();
+    const bool hasLegendChanged = updateLegend();
     setAccessibleName(m_content->heading.isEmpty() ? QStringLiteral("Graph") : m_content->heading);
     setAccessibleDescription(summary());
+    return hasTitleChanged || hasLegendChanged;
 }
 
 QString PlotWidget::summary() const
