@@ -1,6 +1,7 @@
 #include "history/Blocks.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace zan::history {
 
@@ -16,6 +17,8 @@ void putRecords(QByteArray& block, HistoryTime last, const StoredRecord* begin, 
 bool takeRecords(const QByteArray& block, HistoryTime first, std::vector<StoredRecord>& records)
 {
     records.clear();
+    if (!isStorable(first))
+        return false;
     ByteReader reader(block);
     HistoryTime time = first;
     while (!reader.isAtEnd()) {
@@ -82,7 +85,9 @@ bool takeFigures(const QByteArray& bytes, HistoryTime start, const Level& level,
             one.maximum = reader.real();
             one.sum = reader.real();
         }
-        if (reader.hasFailed() || (!figures.empty() && figures.back().start >= one.start))
+        const bool isInOrder =
+            std::isfinite(one.minimum) && std::isfinite(one.maximum) && one.minimum <= one.maximum;
+        if (reader.hasFailed() || !isInOrder || (!figures.empty() && figures.back().start >= one.start))
             return false;
         figures.push_back(one);
     }

@@ -13,6 +13,10 @@ using site::HistoryTime;
 /// Times that a store takes: about the years 1 to 9999.
 constexpr HistoryTime EarliestTime = -62'000'000'000'000;
 constexpr HistoryTime LatestTime = 253'000'000'000'000;
+constexpr bool isStorable(HistoryTime time)
+{
+    return time >= EarliestTime && time <= LatestTime;
+}
 
 /// One record of one series. The bytes of its value belong to somebody else.
 struct StoredRecord

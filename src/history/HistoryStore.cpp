@@ -122,8 +122,10 @@ auto HistoryStore::ask(Call call) const -> decltype(call(std::declval<StoreReade
         return answer;
     } catch (const StoreFailure& failure) {
         m_readProblem = QStringLiteral("The history in %1 cannot be read (%2).").arg(m_place.text(), failure.text);
-        m_reader.reset();
-        if (failure.reason == StoreFailure::Reason::Damaged && m_writer)
+        // What is damaged may be one channel alone: the others are read on over the same connection.
+        if (failure.reason != StoreFailure::Reason::Damaged)
+            m_reader.reset();
+        else if (m_writer)
             m_writer->suspect();
     }
     return {};

@@ -21,6 +21,8 @@ HistoryTime SeriesBlocks::last(std::int64_t series)
     HistoryTime time = EarliestTime - 1;
     m_database.each("SELECT last FROM block WHERE series = ? ORDER BY first DESC LIMIT 1", {qint64(series)},
                     [&](const QSqlQuery& row) { time = row.value(0).toLongLong(); });
+    if (time != EarliestTime - 1 && !isStorable(time))
+        failDamaged();
     return time;
 }
 
@@ -46,10 +48,17 @@ bool SeriesBlocks::contains(std::int64_t series, HistoryTime time)
 SeriesBlocks::Block SeriesBlocks::read(const char* sql, std::int64_t series, HistoryTime time)
 {
     Block block;
+    bool isThere = false;
     m_database.each(sql, {qint64(series), qint64(time)}, [&](const QSqlQuery& row) {
         block = {row.value(0).toLongLong(), row.value(1).toLongLong(), row.value(2).toLongLong(),
                  row.value(3).toByteArray()};
+        isThere = true;
     });
+    // A damaged store may say anything; what is appended to a block relies on its head.
+    const bool isSoundHead = block.count > 0 && block.count <= std::int64_t(MostInBlock) &&
+                             isStorable(block.first) && isStorable(block.last) && block.first <= block.last;
+    if (isThere && !isSoundHead)
+        failDamaged();
     return block;
 }
 

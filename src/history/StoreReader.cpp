@@ -1,6 +1,8 @@
 #include "history/StoreReader.h"
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
 namespace zan::history {
 
@@ -14,6 +16,14 @@ constexpr std::int32_t MostAsked = 10'000;
 [[noreturn]] void failDamaged()
 {
     throw StoreFailure{StoreFailure::Reason::Damaged, QStringLiteral("a block of records in it makes no sense")};
+}
+
+/// Lies between the least and the greatest number also where the sum of all is too great for a number.
+double meanOf(const Figures& figures)
+{
+    const double mean = std::isfinite(figures.sum) ? figures.sum / double(figures.count)
+                                                   : figures.minimum / 2 + figures.maximum / 2;
+    return std::clamp(mean, figures.minimum, figures.maximum);
 }
 
 bool isEarlier(const TailPoint& point, HistoryTime time)
@@ -57,8 +67,7 @@ public:
         std::vector<HistoryPoint> points;
         for (const Figures& one : m_stretches) {
             if (one.count > 0)
-                points.push_back(
-                    {one.first, one.last, one.minimum, one.maximum, one.sum / double(one.count), one.count});
+                points.push_back({one.first, one.last, one.minimum, one.maximum, meanOf(one), one.count});
         }
         return points;
     }
@@ -79,20 +88,25 @@ StoreReader::StoreReader(const HistoryPlace& place)
 
 void StoreReader::catchUp()
 {
+    const bool isFresh = std::exchange(m_isFresh, true); // until everything has been read
     const StoreHead head = StoreHead::read(m_database);
     const StoreHead former = std::exchange(m_head, head);
     m_tail.load(m_database, head);
-    if (m_isFresh || head.changes != former.changes)
+    if (isFresh || head.changes != former.changes)
         loadMoments();
-    if (m_isFresh || head.seriesChanges != former.seriesChanges) {
+    if (isFresh || head.seriesChanges != former.seriesChanges) {
         m_series.clear();
+        bool areSoundIds = true;
         m_database.each("SELECT id, window_key, channel_key, label, units, format, period FROM series ORDER BY id",
                         {}, [&](const QSqlQuery& row) {
-                            m_series.push_back({row.value(0).toLongLong(), row.value(1).toString(),
-                                                row.value(2).toString(), row.value(3).toString(),
-                                                row.value(4).toString(), row.value(5).toString(),
-                                                row.value(6).toLongLong()});
+                            const std::int64_t id = row.value(0).toLongLong();
+                            areSoundIds = areSoundIds && id > Moments && id < MostSeries;
+                            m_series.push_back({id, row.value(1).toString(), row.value(2).toString(),
+                                                row.value(3).toString(), row.value(4).toString(),
+                                                row.value(5).toString(), row.value(6).toLongLong()});
                         });
+        if (!areSoundIds)
+            failDamaged();
     }
     m_isFresh = false;
     m_tailMoments.clear();
@@ -106,12 +120,19 @@ void StoreReader::loadMoments()
 {
     m_moments.clear();
     std::int64_t before = 0;
-    m_database.each("SELECT first, count FROM block WHERE series = 0 ORDER BY first", {},
-                    [&](const QSqlQuery& row) {
-                        const std::int64_t count = row.value(1).toLongLong();
-                        m_moments.push_back({row.value(0).toLongLong(), before, count});
-                        before += count;
-                    });
+    bool isSoundList = true;
+    m_database.each(
+        "SELECT first, count FROM block WHERE series = 0 ORDER BY first", {}, [&](const QSqlQuery& row) {
+            const HistoryTime first = row.value(0).toLongLong();
+            const std::int64_t count = row.value(1).toLongLong();
+            isSoundList = isSoundList && isStorable(first) && count > 0 && count <= std::int64_t(MostInBlock);
+            if (!isSoundList)
+                return;
+            m_moments.push_back({first, before, count});
+            before += count;
+        });
+    if (!isSoundList)
+        failDamaged();
 }
 
 bool StoreReader::isInBlocks(std::int64_t series, const TailPoint& point) const
@@ -138,6 +159,8 @@ HistoryTime StoreReader::latest(std::int64_t series)
     HistoryTime time = EarliestTime - 1;
     m_database.each("SELECT last FROM block WHERE series = ? ORDER BY first DESC LIMIT 1", {qint64(series)},
                     [&](const QSqlQuery& row) { time = row.value(0).toLongLong(); });
+    if (time != EarliestTime - 1 && !isStorable(time))
+        failDamaged();
     return time;
 }
 

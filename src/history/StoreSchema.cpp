@@ -140,6 +140,10 @@ StoreHead StoreHead::read(Database& database)
         });
     if (!isThere)
         throw StoreFailure{Reason::Damaged, QStringLiteral("its head is missing")};
+    const auto isCount = [](std::int64_t number) { return number >= 0 && number < MostRecords / 2; };
+    if (!isCount(head.changes) || !isCount(head.seriesChanges) || !isCount(head.frozen) || !isCount(head.removed) ||
+        head.marker < -1 || head.marker > MostSeries || !isStorable(head.cutoff) || !isStorable(head.trimmed))
+        throw StoreFailure{Reason::Damaged, QStringLiteral("its head makes no sense")};
     return head;
 }
 

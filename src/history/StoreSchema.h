@@ -4,6 +4,10 @@
 
 namespace zan::history {
 
+/// Most series of a store, and most records that ever come into it: no store gets there, but a damaged one may say so.
+constexpr std::int64_t MostSeries = 1'000'000;
+constexpr std::int64_t MostRecords = std::int64_t(1) << 60;
+
 /// The one row about a store as a whole.
 struct StoreHead
 {
@@ -15,6 +19,7 @@ struct StoreHead
     std::int64_t cutoff = 0;        ///< what is older is not kept
     std::int64_t trimmed = 0;       ///< what is older than this has gone
 
+    /// Throws StoreFailure: Damaged for figures that no store of ours has.
     static StoreHead read(Database& database);
     void write(Database& database) const;
 };

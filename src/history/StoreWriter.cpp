@@ -24,12 +24,14 @@ StoreWriter::StoreWriter(Database& database, const Limits& limits)
     , m_head(StoreHead::read(database))
 {
     m_tail.load(database, m_head);
+    std::int64_t least = Moments + 1;
     database.each("SELECT id, window_key, channel_key FROM series", {}, [&](const QSqlQuery& row) {
         const std::int64_t id = row.value(0).toLongLong();
         m_ids.insert({row.value(1).toString(), row.value(2).toString()}, id);
         m_greatestId = std::max(m_greatestId, id);
+        least = std::min(least, id);
     });
-    if (m_greatestId >= MostSeries)
+    if (m_greatestId >= MostSeries || least <= Moments)
         throw StoreFailure{StoreFailure::Reason::Damaged, QStringLiteral("a series in it makes no sense")};
 }
 
@@ -112,7 +114,7 @@ void StoreWriter::store(const std::vector<QueuedRecord>& records, const std::vec
     if (hasNewSeries)
         m_head.write(m_database);
     for (const QueuedRecord& record : records) {
-        if (record.time < std::max(m_head.cutoff, EarliestTime) || record.time > LatestTime)
+        if (record.time < m_head.cutoff || !isStorable(record.time))
             continue;
         const QByteArray cells = freshCells(record);
         if (cells.isEmpty())
@@ -189,6 +191,8 @@ bool StoreWriter::wantsTrimming(HistoryTime now)
             // A twentieth at a time, so that there is room for a while.
             const HistoryTime oldest =
                 m_database.number("SELECT first FROM block WHERE series = 0 ORDER BY first LIMIT 1");
+            if (!isStorable(oldest))
+                throw StoreFailure{StoreFailure::Reason::Damaged, QStringLiteral("a time in it makes no sense")};
             const HistoryTime latest = std::max(m_blocks.last(Moments), oldest);
             cutoff =
                 std::max(cutoff, floorTo(oldest, Hour) + std::max(Hour, floorTo((latest - oldest) / 20, Hour)));

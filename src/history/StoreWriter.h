@@ -35,6 +35,7 @@ public:
         std::size_t tailRecords = 4096;
         std::int64_t days = 0;
         std::int64_t megabytes = 0;
+        HistoryTime (*now)() = nullptr; ///< the clock that tells how old records are; the system's unless told
     };
 
     StoreWriter(Database& database, const Limits& limits);

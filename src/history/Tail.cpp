@@ -40,7 +40,7 @@ bool Tail::add(std::int64_t id, HistoryTime time, const QByteArray& cells)
 {
     // The values lie in the bytes that the entry keeps, which are not copied with it.
     std::vector<Cell> taken;
-    if (id <= m_lastId || time < EarliestTime || time > LatestTime || !takeCells(cells, taken))
+    if (id <= m_lastId || id > MostRecords || !isStorable(time) || !takeCells(cells, taken))
         return false;
     m_lastId = id;
     m_bytes += cells.size();

@@ -7,8 +7,6 @@
 
 namespace zan::history {
 
-/// Most series of a store.
-constexpr std::int64_t MostSeries = 1'000'000;
 /// The series of the moments themselves.
 constexpr std::int64_t Moments = 0;
 

@@ -1,8 +1,10 @@
 #include "history/WriterThread.h"
 
 #include "history/StoreLock.h"
+#include "history/StoreReader.h"
 
 #include <QDateTime>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 
@@ -16,6 +18,8 @@ using namespace std::chrono_literals;
 /// How long records gather before they are stored together, and how long a failure rests.
 constexpr auto GatheringTime = 300ms;
 constexpr auto RestAfterFailure = 1000ms;
+/// Milliseconds after which a store that was found in order is looked through again.
+constexpr qint64 RestBetweenLooks = 600'000;
 /// What the queue holds at most.
 constexpr qsizetype MostQueuedBytes = 64 * 1024 * 1024;
 constexpr std::size_t MostQueuedRecords = 200'000;
@@ -121,15 +125,18 @@ bool WriterThread::take(std::chrono::milliseconds patience)
 void WriterThread::run()
 {
     do {
+        auto rest = RestAfterFailure;
         try {
             work();
         } catch (const StoreFailure& failure) {
-            recover(failure);
+            // A new store is begun at once; one that is damaged again tells of its disk, which is left in peace.
+            if (recover(failure) && !std::exchange(m_hasSetAside, true))
+                rest = 0ms;
         } catch (const std::bad_alloc&) {
             report(QStringLiteral("There is not enough memory to store the history."));
         }
         std::unique_lock lock(m_mutex);
-        m_wake.wait_for(lock, RestAfterFailure, [this] { return m_isStopping; });
+        m_wake.wait_for(lock, rest, [this] { return m_isStopping; });
     } while (!isStopping());
 }
 
@@ -156,10 +163,11 @@ void WriterThread::work()
     std::unique_ptr<Database> database;
     open(database, storeLock);
     if (!database) {
-        report(QStringLiteral("Another program is writing this history (%1); this one only reads it.")
-                   .arg(m_place.text()));
         const std::lock_guard lock(m_mutex);
-        m_status.epoch += m_status.epoch == 0;
+        m_status.problem = QStringLiteral("Another program is writing this history (%1); this one only reads it.")
+                               .arg(m_place.text());
+        m_status.epoch += m_status.epoch == 0; // said and readable at once
+        m_changed.notify_all();
         return;
     }
     StoreWriter writer(*database, m_limits);
@@ -175,6 +183,7 @@ void WriterThread::takeOver(Database& database, StoreWriter& writer)
 {
     bool isTidy = false;
     bool isEnd = false;
+    QElapsedTimer sinceLook;
     while (!isEnd) {
         isEnd = isStopping(); // before the last records are taken
         if (take(isTidy ? 60s : 0s)) {
@@ -185,43 +194,54 @@ void WriterThread::takeOver(Database& database, StoreWriter& writer)
             m_batch.clear();
             m_changed.notify_all();
         }
-        isTidy = !isEnd && !writer.tidy(presentTime());
+        isTidy = !isEnd && !writer.tidy(m_limits.now ? m_limits.now() : presentTime());
         std::unique_lock lock(m_mutex);
-        if (!std::exchange(m_isSuspect, false))
+        if (!std::exchange(m_isSuspect, false) || (sinceLook.isValid() && !sinceLook.hasExpired(RestBetweenLooks)))
             continue;
         lock.unlock();
-        if (!isSound(database))
-            throw StoreFailure{Reason::Damaged, QStringLiteral("its pages do not fit together")};
+        lookThrough(database);
+        sinceLook.start();
     }
 }
 
-void WriterThread::recover(const StoreFailure& failure)
+/// A store of which pages or what every read needs are damaged makes way for a new one. One in which a block of some
+/// channel is damaged stays: the rest of it can be read.
+void WriterThread::lookThrough(Database& database) const
+{
+    if (!isSound(database))
+        throw StoreFailure{Reason::Damaged, QStringLiteral("its pages do not fit together")};
+    if (m_place.kind != HistoryPlace::Kind::Sqlite)
+        return;
+    StoreReader reader(m_place);
+    reader.series();
+    reader.span();
+}
+
+bool WriterThread::recover(const StoreFailure& failure)
 {
     const QString where = m_place.text();
     switch (failure.reason) {
     case Reason::Damaged:
         if (m_place.kind == HistoryPlace::Kind::Sqlite)
-            setAside(failure.text);
-        else
-            report(
-                QStringLiteral("The history in %1 is damaged (%2): nothing is stored.").arg(where, failure.text));
-        return;
+            return setAside(failure.text);
+        report(QStringLiteral("The history in %1 is damaged (%2): nothing is stored.").arg(where, failure.text));
+        return false;
     case Reason::Foreign:
         report(QStringLiteral("Nothing is stored: %1 is not used, because %2. Name another place in the scheme's "
                               "HISTORY, or move it away.")
                    .arg(where, failure.text));
-        return;
+        return false;
     case Reason::Full:
         report(QStringLiteral("There is no room for the history in %1 (%2). It goes on when there is.")
                    .arg(where, failure.text));
-        return;
+        return false;
     default:
         report(QStringLiteral("The history in %1 cannot be written at the moment (%2).").arg(where, failure.text));
-        return;
+        return false;
     }
 }
 
-void WriterThread::setAside(const QString& reason)
+bool WriterThread::setAside(const QString& reason)
 {
     const QString stamp = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss"));
     QString aside;
@@ -231,7 +251,7 @@ void WriterThread::setAside(const QString& reason)
     if (!QFile::rename(m_place.file, aside)) {
         report(QStringLiteral("The history in %1 is damaged (%2) and cannot be set aside: nothing is stored.")
                    .arg(m_place.file, reason));
-        return;
+        return false;
     }
     for (const char* part : {"-wal", "-shm"})
         QFile::rename(m_place.file + QLatin1String(part), aside + QLatin1String(part));
@@ -240,6 +260,7 @@ void WriterThread::setAside(const QString& reason)
         QStringLiteral("The history in %1 was damaged (%2). It was set aside as %3, and a new one was "
                        "begun.")
             .arg(m_place.file, reason, QFileInfo(aside).fileName());
+    return true;
 }
 
 } // namespace zan::history

@@ -47,11 +47,13 @@ private:
     /// Holds the store until something goes wrong or the thread is to end.
     void work();
     void takeOver(Database& database, StoreWriter& writer);
+    void lookThrough(Database& database) const;
     void open(std::unique_ptr<Database>& database, std::unique_ptr<StoreLock>& lock);
-    void recover(const StoreFailure& failure);
+    /// True when a damaged store has made way for a new one.
+    bool recover(const StoreFailure& failure);
     /// Takes what waits; false when there was nothing to take before the time was up.
     bool take(std::chrono::milliseconds patience);
-    void setAside(const QString& reason);
+    bool setAside(const QString& reason);
     void report(const QString& problem);
     bool isStopping() const;
 
@@ -73,6 +75,7 @@ private:
     // Of the thread alone.
     std::vector<site::HistorySeries> m_series;
     std::vector<QueuedRecord> m_batch; // taken, not stored yet
+    bool m_hasSetAside = false;        // once at least
     std::thread m_thread;              // last: it starts when everything else is there
 };
 

@@ -39,6 +39,12 @@ public:
         place.megabytes = 0;
         return place;
     }
+    /// Of the server itself, whose children serve; 0 when it cannot be found out.
+    pid_t process() const
+    {
+        QFile file(data() + QStringLiteral("/postmaster.pid"));
+        return file.open(QIODevice::ReadOnly) ? pid_t(file.readLine().trimmed().toInt()) : 0;
+    }
     bool stop() { return run(QStringLiteral("pg_ctl"), {"-D", data(), "-m", "fast", "-w", "stop"}); }
     bool restart() { return run(QStringLiteral("pg_ctl"), startArguments()); }
 
