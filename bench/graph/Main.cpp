@@ -31,7 +31,7 @@ using values::Ref;
 namespace {
 
 constexpr std::int64_t Channels = 8;
-constexpr int Steps = 200;
+constexpr int Steps = 100;
 const QSize Size(1000, 500);
 
 double milliseconds(const std::function<void()>& work)
@@ -100,6 +100,19 @@ struct Figures
     double first = 0, pan = 0, zoom = 0, append = 0;
 };
 
+/// One record more of every channel, and its picture.
+double appending(Panel& panel, const Ref<FastHistory>& store)
+{
+    return milliseconds([&] {
+               for (int step = 0; step < Steps; ++step) {
+                   store->append();
+                   Q_EMIT panel.logger->NewENTData();
+                   panel.draw();
+               }
+           }) /
+           Steps;
+}
+
 Figures ours(const Ref<FastHistory>& store)
 {
     Figures figures;
@@ -109,14 +122,7 @@ Figures ours(const Ref<FastHistory>& store)
         Q_EMIT panel.logger->NewENTData();
         panel.draw();
     });
-    figures.append = milliseconds([&] {
-                         for (int step = 0; step < Steps; ++step) {
-                             store->append();
-                             Q_EMIT panel.logger->NewENTData();
-                             panel.draw();
-                         }
-                     }) /
-                     Steps;
+    figures.append = appending(panel, store);
     const double whole = double(graph.view().span());
     graph.view().zoom(0.1, double(FastHistory::Begin) + whole / 2);
     panel.draw();
@@ -135,6 +141,27 @@ Figures ours(const Ref<FastHistory>& store)
                    }) /
                    Steps;
     return figures;
+}
+
+/// A record more in graphs of other lengths, beside that of the whole one.
+void growth(std::int64_t records, double whole)
+{
+    std::printf("\nOne record more of %lld channels, drawn\n", static_cast<long long>(Channels));
+    double empty = 0;
+    const auto row = [&](std::int64_t count, double figure) {
+        std::printf("    in a graph of %10lld records %9.2f ms %6.2f times that of an empty one\n",
+                    static_cast<long long>(count), figure, figure / empty);
+    };
+    for (const std::int64_t count : {std::int64_t(0), std::int64_t(1000), records / 10}) {
+        const auto store = values::make<FastHistory>(Channels, count);
+        Panel panel(store, "ZanDataControls.ZanGraph");
+        Q_EMIT panel.logger->NewENTData();
+        panel.draw();
+        const double figure = appending(panel, store);
+        empty = count == 0 ? figure : empty;
+        row(count, figure);
+    }
+    row(records, whole);
 }
 
 Figures bare(std::int64_t records)
@@ -164,37 +191,52 @@ void print(const char* what, double mine, double yardstick, const char* aim)
     std::printf("%-34s %9.2f ms %11.2f ms   %s\n", what, mine, yardstick, aim);
 }
 
+/// The mean of some steps, each with all that it sets off and its picture.
+double steps(Panel& panel, int count, const std::function<void(int step)>& step)
+{
+    return milliseconds([&] {
+               for (int i = 0; i < count; ++i) {
+                   step(i);
+                   settle();
+                   panel.panel.grab();
+               }
+           }) /
+           count;
+}
+
 void table(const Ref<FastHistory>& store)
 {
     Panel panel(store, "ZanDataControls.ENTViewer");
     auto& table = panel.control<zandata::ENTViewer>();
     auto* view = qobject_cast<QTableView*>(table.widget());
-    const double opening = milliseconds([&] {
+    QScrollBar& bar = *view->verticalScrollBar();
+    const double opening = steps(panel, 1, [&](int) {
         table.Refresh();
         panel.panel.flush();
-        QCoreApplication::processEvents();
-        panel.panel.grab();
     });
     const int rows = table.model().rowCount();
-    const double scrolling = milliseconds([&] {
-                                 for (int step = 0; step < Steps; ++step) {
-                                     view->verticalScrollBar()->setValue(int(double(rows) * step / Steps));
-                                     settle();
-                                     panel.panel.grab();
-                                 }
-                             }) /
-                             Steps;
-    const double appending = milliseconds([&] {
-                                 for (int step = 0; step < 20; ++step) {
-                                     store->append();
-                                     Q_EMIT panel.logger->NewENTData();
-                                     settle();
-                                     panel.panel.grab();
-                                 }
-                             }) /
-                             20;
-    std::printf("\nTable of %d rows: opening %.1f ms, a jump of the scroll bar %.2f ms, a new record %.2f ms\n",
-                rows, opening, scrolling, appending);
+    const double jump = steps(panel, Steps, [&](int step) { bar.setValue(int(double(rows) * step / Steps)); });
+    bar.setValue(rows / 2);
+    const double line = steps(panel, Steps, [&](int) { bar.setValue(bar.value() + 1); });
+    const double page = steps(panel, Steps, [&](int) { bar.triggerAction(QAbstractSlider::SliderPageStepAdd); });
+    const double find = steps(panel, Steps, [&](int step) {
+        table.find(FastHistory::Begin + FastHistory::Step * std::int64_t(rows) * step / Steps);
+    });
+    constexpr int Few = 20;
+    const double append = steps(panel, Few, [&](int) {
+        store->append();
+        Q_EMIT panel.logger->NewENTData();
+    });
+    std::printf("\nTable of %d rows, each step with its picture\n", rows);
+    const auto row = [](const char* what, double figure) {
+        std::printf("    %-30s %9.2f ms   16 ms (60 a second)\n", what, figure);
+    };
+    row("opening", opening);
+    row("a line further", line);
+    row("a page further", page);
+    row("a jump of the scroll bar", jump);
+    row("a time found", find);
+    row("one record more", append);
 }
 
 } // namespace
@@ -207,8 +249,6 @@ int main(int argc, char** argv)
     const std::int64_t records = argc > 1 ? std::atoll(argv[1]) : 10'000'000;
     const std::int64_t bareRecords = argc > 2 ? std::atoll(argv[2]) : std::min<std::int64_t>(records, 1'000'000);
 
-    const auto empty = values::make<FastHistory>(Channels, 1000);
-    const Figures small = ours(empty);
     const auto store = values::make<FastHistory>(Channels, records);
     const double before = memoryInMegabytes();
     const Figures mine = ours(store);
@@ -222,8 +262,8 @@ int main(int argc, char** argv)
     print("first picture", mine.first, yardstick.first, "300 ms");
     print("picture of a move", mine.pan, yardstick.pan, "33.3 ms (30 a second)");
     print("picture of a zoom", mine.zoom, yardstick.zoom, "33.3 ms (30 a second)");
-    print("one record more, drawn", mine.append, yardstick.append, "as in a graph of 1,000 records");
-    print("  the same in a graph of 1,000", small.append, 0, "");
+    print("one record more, drawn", mine.append, yardstick.append, "as in an empty graph");
+    growth(records, mine.append);
     std::printf("\nMemory that the graph took: %.1f MB (points of all records: %.0f MB)\n", added,
                 double(Channels * records) * 16 / 1e6);
     table(store);
