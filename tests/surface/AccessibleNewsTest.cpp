@@ -69,19 +69,21 @@ protected:
 
 // Names and values ---------------------------------------------------------------------------------------------
 
-TEST_F(AccessibleNews, ALabelOfAChannelHasTheChannelForANameAndItsTextWithUnitsForAValue)
+TEST_F(AccessibleNews, ALabelOfAChannelSaysTheChannelAndItsTextWithUnits)
 {
     const auto label = show<Label>(QStringLiteral("Label"), {10, 10, 80, 20});
     put(*label, "Caption", QStringLiteral("1.5"));
     EXPECT_EQ(faceAt(0)->text(QAccessible::Name), u"1.5");
     meanings[label.get()] = {QStringLiteral("Pump 1 level"), QStringLiteral("m")};
     EXPECT_EQ(faceAt(0)->role(), QAccessible::StaticText);
-    EXPECT_EQ(faceAt(0)->text(QAccessible::Name), u"Pump 1 level");
+    EXPECT_EQ(faceAt(0)->text(QAccessible::Name), u"Pump 1 level: 1.5 m");
     EXPECT_EQ(faceAt(0)->text(QAccessible::Value), u"1.5 m");
     put(*label, "Caption", QStringLiteral("Pump 1 level: 1.5 m"));
     EXPECT_EQ(faceAt(0)->text(QAccessible::Value), u"Pump 1 level: 1.5 m") << "units that are shown are said once";
+    EXPECT_EQ(faceAt(0)->text(QAccessible::Name), u"Pump 1 level: 1.5 m") << "and so is the channel";
     put(*label, "Caption", QString());
     EXPECT_EQ(faceAt(0)->text(QAccessible::Value), u"") << "no units without a number";
+    EXPECT_EQ(faceAt(0)->text(QAccessible::Name), u"Pump 1 level");
 }
 
 TEST_F(AccessibleNews, ABarSaysValueAndRangeAsNumbersToo)
@@ -155,13 +157,13 @@ TEST_F(AccessibleNews, TheNewTextOfALabelIsToldOnceATurn)
     EXPECT_EQ(told(), QStringList{"name 1.6 m"});
 }
 
-TEST_F(AccessibleNews, TheNewTextOfALabelOfAChannelIsAValue)
+TEST_F(AccessibleNews, TheNewTextOfALabelOfAChannelIsToldWithTheChannel)
 {
     const auto label = show<Label>(QStringLiteral("Label"), {10, 10, 80, 20});
     meanings[label.get()] = {QStringLiteral("Pump 1 level"), QStringLiteral("m")};
     listen();
     put(*label, "Caption", QStringLiteral("1.5"));
-    EXPECT_EQ(told(), QStringList{"value Pump 1 level=1.5 m"});
+    EXPECT_EQ(told(), QStringList{"name Pump 1 level: 1.5 m"});
 }
 
 TEST_F(AccessibleNews, AChangeThatSaysTheSameIsNotTold)

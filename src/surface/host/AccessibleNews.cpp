@@ -163,7 +163,7 @@ void tellControl(const QPointer<Surface>& surface, LiveControl& control)
         return;
     if (before.name != now.name)
         send(control, QAccessible::NameChanged);
-    if (isOn(control, surface) && before.value != now.value && now.value != now.name)
+    if (isOn(control, surface) && before.value != now.value && !now.name.endsWith(now.value))
         sendValue(control, now.value);
     if (isOn(control, surface) && before.isEnabled != control.enabled())
         sendDisabled(control);

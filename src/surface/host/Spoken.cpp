@@ -25,21 +25,22 @@ struct RoleRow
     QAccessible::Role toolkit;
     const char* word; ///< names a control that has no other name, with its number
     Shows shows;
-    bool isMeasured; ///< its data have units
+    bool isMeasured;  ///< its data have units
+    bool isSaidWhole; ///< its data are part of its name: tools read no other text of what takes no input
 };
 
 constexpr std::array<RoleRow, 11> rows{{
-    {AccessibleRole::Text, QAccessible::StaticText, "Text", Shows::NameOrData, true},
-    {AccessibleRole::EditText, QAccessible::EditableText, "Text box", Shows::Data, true},
-    {AccessibleRole::Button, QAccessible::PushButton, "Button", Shows::Name, false},
-    {AccessibleRole::CheckBox, QAccessible::CheckBox, "Check box", Shows::Name, false},
-    {AccessibleRole::RadioButton, QAccessible::RadioButton, "Option", Shows::Name, false},
-    {AccessibleRole::Graphic, QAccessible::Graphic, "Picture", Shows::Name, false},
-    {AccessibleRole::Shape, QAccessible::Graphic, "Shape", Shows::Name, false},
-    {AccessibleRole::Progress, QAccessible::ProgressBar, "Progress bar", Shows::Data, true},
-    {AccessibleRole::Indicator, QAccessible::Indicator, "Status light", Shows::Data, false},
-    {AccessibleRole::Level, QAccessible::ProgressBar, "Value bar", Shows::Data, true},
-    {AccessibleRole::Chart, QAccessible::Chart, "Chart", Shows::Itself, false},
+    {AccessibleRole::Text, QAccessible::StaticText, "Text", Shows::NameOrData, true, true},
+    {AccessibleRole::EditText, QAccessible::EditableText, "Text box", Shows::Data, true, false},
+    {AccessibleRole::Button, QAccessible::PushButton, "Button", Shows::Name, false, false},
+    {AccessibleRole::CheckBox, QAccessible::CheckBox, "Check box", Shows::Name, false, false},
+    {AccessibleRole::RadioButton, QAccessible::RadioButton, "Option", Shows::Name, false, false},
+    {AccessibleRole::Graphic, QAccessible::Graphic, "Picture", Shows::Name, false, false},
+    {AccessibleRole::Shape, QAccessible::Graphic, "Shape", Shows::Name, false, false},
+    {AccessibleRole::Progress, QAccessible::ProgressBar, "Progress bar", Shows::Data, true, false},
+    {AccessibleRole::Indicator, QAccessible::Indicator, "Status light", Shows::Data, false, true},
+    {AccessibleRole::Level, QAccessible::ProgressBar, "Value bar", Shows::Data, true, false},
+    {AccessibleRole::Chart, QAccessible::Chart, "Chart", Shows::Itself, false, false},
 }};
 
 constexpr bool isInOrder()
@@ -83,6 +84,13 @@ QString withUnits(const QString& value, const QString& units, bool isSentence)
                       : value + QLatin1Char(' ') + units;
 }
 
+QString withData(const QString& name, const QString& data)
+{
+    if (name.isEmpty() || data.startsWith(name))
+        return data.isEmpty() ? name : data;
+    return data.isEmpty() ? name : QCoreApplication::translate("Accessible", "%1: %2").arg(name, data);
+}
+
 } // namespace
 
 Spoken spokenOf(LiveControl& control)
@@ -115,6 +123,8 @@ Spoken spokenOf(LiveControl& control)
         spoken.name = QCoreApplication::translate("Accessible", "%1 %2")
                           .arg(QCoreApplication::translate("Accessible", row.word))
                           .arg(control.index());
+    if (row.isSaidWhole && spoken.name != shown.simplified())
+        spoken.name = withData(spoken.name, spoken.value);
     return spoken;
 }
 
