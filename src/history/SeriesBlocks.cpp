@@ -158,6 +158,8 @@ void SeriesBlocks::merge(std::int64_t series, const std::vector<StoredRecord>& r
             block.count > 0 ? nextFirst(series, std::max(block.first, from->time)) : LatestTime + 1;
         const StoredRecord* const until =
             std::find_if(from, end, [&](const auto& one) { return one.time >= next; });
+        if (until == from) // a block that says two things of its beginning would be looked for without end
+            failDamaged();
         mergeInto(series, block, from, until);
         from = until;
     }

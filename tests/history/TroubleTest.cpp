@@ -226,6 +226,7 @@ INSTANTIATE_TEST_SUITE_P(
         HostileCell{"MomentsLast", "UPDATE block SET last = 9223372036854775807 WHERE series = 0"},
         HostileCell{"MomentsCount", "UPDATE block SET count = 9223372036854775807 WHERE series = 0"},
         HostileCell{"BlockLast", "UPDATE block SET last = -9223372036854775807 WHERE series = 1"},
+        HostileCell{"BlockFirst", "UPDATE block SET first = 'x' WHERE series = 1"},
         HostileCell{"BlockCount", "UPDATE block SET count = -1 WHERE series = 1"},
         HostileCell{"FigureData", "UPDATE figure SET data = X'000000020000000000000000' WHERE series = 1"}),
     [](const auto& given) { return given.param.name; });
