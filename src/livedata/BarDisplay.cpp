@@ -62,7 +62,9 @@ void moveLimits(const iBenchControl& control, const Node& node, const BenchContr
 {
     const QString reference = GetAttribute(node, element::LimitChannel);
     const Ref<site::Scheme> scheme = values::given(values::given(controls.logger())->Scheme());
-    const Ref<site::Channel> limit = site::findChannel(scheme->Windows(), reference);
+    Ref<site::Channel> limit = site::findChannel(scheme->Windows(), reference);
+    if (wrappers::PastView* past = control.past())
+        limit = past->channel(limit, reference);
     if (!limit)
         return;
     const double offset = number(node, element::LimitOffset);
@@ -84,8 +86,9 @@ void UpdateCheckBox(iBenchControl& control)
         return;
     }
     // After a click the channel still holds the old value until the next data: one scan is left out.
+    // A look at the past takes nothing of that.
     const Node node = control.XMLNode();
-    if (number(node, element::IgnoreScan) != 0) {
+    if (!control.past() && number(node, element::IgnoreScan) != 0) {
         SetAttribute(node, element::IgnoreScan, Zero);
         return;
     }

@@ -135,6 +135,10 @@ void UpdateECANScrape(iBenchControl& control, ecan::Source& source)
 void UpdateRestrictions(iBenchControl& control, const wrappers::BenchControls& controls)
 {
     const SourceRow* row = sourceOf(control.BindTo());
+    if (row && control.past()) {
+        show(control, NotStored); // nobody keeps what a source has said
+        return;
+    }
     if (ecan::Source* source = row ? controls.restrictions() : nullptr)
         row->update(control, *source);
 }

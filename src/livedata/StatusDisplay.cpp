@@ -53,18 +53,30 @@ constexpr std::array<ComparisonRow, 6> comparisons{{
 constexpr QStringView BitSet = u"BIT SET=";
 constexpr QStringView BitClear = u"BIT CLEAR=";
 
-bool isConnected(const BenchControls& controls)
+/// Nobody keeps what the connection was like: a light of the past that shows it is missing its value.
+bool isConnected(const iBenchControl& control, const BenchControls& controls)
 {
+    if (wrappers::PastView* past = control.past()) {
+        past->noteMissing();
+        return false;
+    }
     return values::given(values::given(controls.logger())->Link())->State() == site::LinkState::Connected;
 }
 
+double readWord(const iBenchControl& control, const site::Channel& channel, const BenchControls& controls)
+{
+    if (wrappers::PastView* past = control.past())
+        return past->rawWord(channel).value_or(0);
+    const Ref<site::Live> live = values::given(values::given(controls.logger())->Live());
+    return live->ReadMemory(channel.BaseAddress(), channel.Bytes());
+}
+
 /// The raw word of a channel as the logger holds it; 0 when it cannot be read or has no place in 32 bits.
-std::int32_t rawWord(const site::Channel& channel, const BenchControls& controls)
+std::int32_t rawWord(const iBenchControl& control, const site::Channel& channel, const BenchControls& controls)
 {
     std::int32_t word = 0;
     const bool isRead = values::attempt([&] {
-        const Ref<site::Live> live = values::given(values::given(controls.logger())->Live());
-        const double raw = live->ReadMemory(channel.BaseAddress(), channel.Bytes());
+        const double raw = readWord(control, channel, controls);
         if (values::roundToLong(raw, word) != ErrorNumber::None)
             word = 0;
     });
@@ -82,10 +94,10 @@ bool testBit(QStringView comparison, std::int32_t word, double compareValue)
     return ((word & mask) != 0) == (comparison == BitSet);
 }
 
-bool loggerStatus(const Node& node, const BenchControls& controls)
+bool loggerStatus(const iBenchControl& control, const Node& node, const BenchControls& controls)
 {
     const bool wantsData = GetAttribute(node, element::Program, ConnectionStatus) == DataStatus;
-    return isConnected(controls) && (!wantsData || controls.HaveData());
+    return isConnected(control, controls) && (!wantsData || controls.HaveData());
 }
 
 /// Visible is written before Value, and both at every scan.
@@ -112,7 +124,7 @@ void updateFromChannel(iBenchControl& control, const Node& node, const site::Cha
     const QString comparison = GetAttribute(node, element::Comparison, QStringLiteral("="));
     const double compareValue = values::val(GetAttribute(node, element::CompareValue, Zero));
     if (comparison == BitSet || comparison == BitClear) {
-        showTrapped(control, node, testBit(comparison, rawWord(channel, controls), compareValue));
+        showTrapped(control, node, testBit(comparison, rawWord(control, channel, controls), compareValue));
         return;
     }
     const auto row = std::find_if(comparisons.begin(), comparisons.end(),
@@ -128,7 +140,7 @@ void UpdateStatusLight(iBenchControl& control, const BenchControls& controls)
 {
     const Node node = control.XMLNode();
     if (GetAttribute(node, element::Mode, ChannelMode) != ChannelMode) {
-        show(control, node, loggerStatus(node, controls));
+        show(control, node, loggerStatus(control, node, controls));
         return;
     }
     if (const Ref<site::Channel> channel = control.Channel())

@@ -2,6 +2,7 @@
 
 #include "document/Elements.h"
 #include "document/XMLOps.h"
+#include "livedata/LiveTarget.h"
 #include "livedata/RestrictionDisplay.h"
 #include "values/Convert.h"
 #include "values/Failure.h"
@@ -24,22 +25,25 @@ const Name TextName("Text");
 
 QString labelledText(const iBenchControl& control, const site::Channel& channel)
 {
-    // A labelled caption shows a zero before the first data.
+    // A labelled caption shows a zero before the first data, but no number that was never measured.
+    const bool isNotStored = control.past() && channel.Value().isEmpty();
     const Variant value = channel.Value().isEmpty() ? Variant(std::int16_t(0)) : channel.Value();
     const QString separators = GetAttribute(control.XMLNode(), element::AddLabelSeperators, QStringLiteral("0"));
     QString text = channel.Label();
     if (values::val(separators) != 0)
         text += QLatin1String(": ");
-    text += values::format(value, channel.Format());
+    text += isNotStored ? NotStored : values::format(value, channel.Format());
     // The blank stands also where there are no units.
     text += QLatin1Char(' ');
     text += channel.Units();
     return text;
 }
 
-QString plainText(const site::Channel& channel)
+QString plainText(const iBenchControl& control, const site::Channel& channel)
 {
-    return channel.Value().isEmpty() ? QString() : values::format(channel.Value(), channel.Format());
+    if (channel.Value().isEmpty())
+        return control.past() ? NotStored : QString();
+    return values::format(channel.Value(), channel.Format());
 }
 
 void updateLabel(iBenchControl& control, const BenchControls& controls)
@@ -52,7 +56,7 @@ void updateLabel(iBenchControl& control, const BenchControls& controls)
     // Compared as text: "00" counts as labelled.
     const QString showLabels = GetAttribute(control.XMLNode(), element::ShowLabels, QStringLiteral("0"));
     const bool plain = showLabels == QLatin1String("0");
-    const QString caption = plain ? plainText(*channel) : labelledText(control, *channel);
+    const QString caption = plain ? plainText(control, *channel) : labelledText(control, *channel);
     values::given(control.Control())->put(CaptionName, Variant(caption));
 }
 
@@ -74,7 +78,7 @@ void UpdateTextBox(iBenchControl& control)
 {
     const auto update = [&] {
         const Ref<site::Channel> channel = values::given(control.Channel());
-        values::given(control.Control())->put(TextName, Variant(plainText(*channel)));
+        values::given(control.Control())->put(TextName, Variant(plainText(control, *channel)));
     };
     if (!values::attempt(update))
         showFailure(control, TextName, QStringLiteral("No channel"));

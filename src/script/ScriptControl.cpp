@@ -164,6 +164,18 @@ ScriptControl::Pause::Pause(const ScriptControl& control)
 
 ScriptControl::Pause::~Pause() = default;
 
+void ScriptControl::Stop(const QString& reason)
+{
+    constexpr int UserInterrupt = 18;
+    if (!isRunning())
+        return;
+    try {
+        m_settings->budget.stop(StopError(UserInterrupt, reason));
+    } catch (const StopError&) {
+        // Meant for those who are under way: each of their looks raises it from now on.
+    }
+}
+
 bool ScriptControl::isStopped() const noexcept
 {
     return m_settings->budget.isStopped();

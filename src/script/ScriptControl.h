@@ -62,6 +62,9 @@ public:
     class Session;
     /// Time that does not count while it lives, because the host shows a box of its own to the user.
     class Pause;
+    /// Ends what is under way at its next look or its next call to the world outside, with error 18 and this text.
+    /// Nothing when nothing is under way.
+    void Stop(const QString& reason);
     /// True from the moment that a limit was hit until the outermost call under way has returned.
     bool isStopped() const noexcept;
 

@@ -8,6 +8,7 @@
 #include "values/Failure.h"
 #include "values/Format.h"
 #include "window/BenchWindow.h"
+#include "window/PanelTime.h"
 #include "window/ScriptActions.h"
 #include "window/frmSet.h"
 
@@ -41,6 +42,24 @@ QString read(const Node& action, Name name, const QString& fallback = {})
     return GetAttribute(action, name, fallback);
 }
 
+/// Whether the panel is there and has been live ever since this was made.
+class StaysLive
+{
+public:
+    explicit StaysLive(BenchWindow& window)
+        : m_window(&window)
+        , m_departures(window.time().departures())
+    {}
+    explicit operator bool() const
+    {
+        return m_window && m_window->IsLive() && m_window->time().departures() == m_departures;
+    }
+
+private:
+    QPointer<BenchWindow> m_window;
+    std::uint32_t m_departures;
+};
+
 /// Whether a channel holds the value that means unchecked. What cannot be compared with a number, and what is no number
 /// at all, does not.
 bool isUncheckedValue(const Variant& value, double unchecked)
@@ -66,6 +85,11 @@ std::shared_ptr<void> ActionEngine::pauseScripts() const
     return m_scripts->pause();
 }
 
+void ActionEngine::endScripts()
+{
+    m_scripts->end();
+}
+
 void ActionEngine::setScriptClock(std::function<std::chrono::nanoseconds()> clock)
 {
     m_scripts->setClock(std::move(clock));
@@ -79,16 +103,16 @@ Ref<site::Logger> ActionEngine::logger() const
 void ActionEngine::RunAction(const Ref<iBenchControl>& control)
 {
     const Node action = control->XMLNode().child(element::Action);
-    if (!action)
+    if (!action || !m_window.IsLive())
         return;
-    const QPointer<BenchWindow> window(&m_window);
+    const StaysLive window(m_window);
     const QString type = read(action, element::Type);
     const QString function = read(action, element::Function);
     // Only a connect works without a connection, whatever the type.
     const bool mayAct =
         function == QLatin1String("CONNECT") || values::given(logger()->Link())->State() == LinkState::Connected;
     if (!window)
-        return; // the link has closed the panel
+        return; // the link has closed the panel, or sent it to the past
     if (!mayAct) {
         m_window.forms().messageBox(
             &m_window, QStringLiteral("You have to Connect to the site before you can perform this action"),
@@ -117,7 +141,8 @@ void ActionEngine::askAndWrite(const Ref<site::Channel>& channel, const QString&
         return;
     if (!m_setForm)
         m_setForm = new frmSet(&m_window);
-    const QPointer<BenchWindow> window(&m_window);
+    const QPointer<BenchWindow> alive(&m_window);
+    const StaysLive window(m_window);
     const QPointer<frmSet> form = m_setForm;
     const Ref<site::Logger> target = logger();
     form->setValueText(text);
@@ -125,7 +150,7 @@ void ActionEngine::askAndWrite(const Ref<site::Channel>& channel, const QString&
         form->setChannelLabel(*label);
     m_isAsking = true;
     const auto done = qScopeGuard([&] {
-        if (window)
+        if (alive)
             m_isAsking = false;
     });
     m_window.forms().showModal(*form);
@@ -137,7 +162,7 @@ void ActionEngine::setChannel(const Ref<site::Channel>& channel)
 {
     if (!channel)
         return;
-    const QPointer<BenchWindow> window(&m_window);
+    const StaysLive window(m_window);
     // A text channel shows its text as it is, any other its display.
     const bool isText = channel->DataType() == std::int32_t(site::DataType::String);
     const QString text =
@@ -150,7 +175,7 @@ void ActionEngine::setChannel(const Ref<site::Channel>& channel)
 void ActionEngine::setFromTextBox(const Ref<iBenchControl>& control)
 {
     const Ref<site::Channel> channel = control->Channel();
-    if (!channel)
+    if (!channel || !m_window.IsLive())
         return;
     // The form's label stays as the last action left it.
     askAndWrite(channel, values::toText(values::given(control->Control())->get(TextName)), nullptr);
@@ -190,7 +215,7 @@ void ActionEngine::toggle(const Node& action, const Ref<site::Channel>& channel)
 
 void ActionEngine::vesper(const Node& action, const QString& function)
 {
-    const QPointer<BenchWindow> window(&m_window);
+    const StaysLive window(m_window);
     const bool showsProgress = values::val(read(action, element::ShowProgress, Zero)) != 0;
     if (showsProgress)
         m_window.ShowProgress();
@@ -213,6 +238,8 @@ void ActionEngine::vesper(const Node& action, const QString& function)
         m_window.forms().messageBox(&m_window,
                                     QStringLiteral("NB: Unload functionality not yet complete - get onto it Robin"),
                                     HostForms::Information, QString());
+        if (!window)
+            return;
         target->AddAction(site::UnloadAction);
         title = QStringLiteral("Unloading Data");
         status = QStringLiteral("Waiting for prompt...");
@@ -246,9 +273,10 @@ void ActionEngine::connectOrDisconnect(QString& title)
 bool ActionEngine::confirmProgramming()
 {
     const Ref<site::Logger> target = logger();
+    const StaysLive window(m_window);
     const int answer = m_window.forms().messageBox(
         &m_window, QStringLiteral("Warning - this will reset the logger"), HostForms::OkCancel, QString());
-    if (answer != HostForms::Ok)
+    if (answer != HostForms::Ok || !window)
         return false;
     target->AddAction(site::ProgramAction);
     return true;

@@ -24,6 +24,9 @@ using values::Variant;
 ///
 /// Actions may show modal forms and run scripts, so that anything can go while one runs: the control, the logger,
 /// the panel itself. The engine holds what it still needs and checks the rest.
+///
+/// On a panel that shows the past nothing acts, and an action that was waiting for a person when the panel left the
+/// present does nothing more.
 class ActionEngine
 {
 public:
@@ -40,6 +43,8 @@ public:
     void setFromTextBox(const Ref<wrappers::iBenchControl>& control);
     /// While what it gives lives, the time of the scripts under way stands still: somebody is asked something.
     std::shared_ptr<void> pauseScripts() const;
+    /// The panel leaves the present: the scripts under way end, and no box tells of it.
+    void endScripts();
     /// Puts another clock in place of the machine's, by which the scripts' limit of time is counted.
     void setScriptClock(std::function<std::chrono::nanoseconds()> clock);
 

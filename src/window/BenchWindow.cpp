@@ -4,7 +4,9 @@
 #include "display/SiteMapControl.h"
 #include "display/frmProgress.h"
 #include "ecan/NetworkSource.h"
+#include "site/LocalTime.h"
 #include "surface/host/Surface.h"
+#include "values/Convert.h"
 #include "values/Failure.h"
 #include "values/Twips.h"
 #include "window/ActionEngine.h"
@@ -16,6 +18,7 @@
 #include "window/PanelEditor.h"
 #include "window/PanelEvents.h"
 #include "window/PanelSetup.h"
+#include "window/PanelTime.h"
 #include "window/PausingForms.h"
 #include "window/SiteMapPlacement.h"
 
@@ -63,6 +66,7 @@ BenchWindow::BenchWindow(wrappers::ControlTypes types, QWidget* parent)
     , m_object(values::make<BenchWindowObject>(*this))
     , m_ownForms(std::make_unique<surface::DesktopForms>())
     , m_forms(std::make_unique<PausingForms>(*m_ownForms))
+    , m_time(std::make_unique<PanelTime>(*this))
     , m_document(std::make_unique<PanelDocument>(*this, *m_surface, types))
     , m_design(std::make_unique<PanelDesign>(*this, *m_surface))
     , m_editor(std::make_unique<PanelEditor>(*this, *m_surface, *m_document))
@@ -175,6 +179,8 @@ bool BenchWindow::LockPositions() const
 
 void BenchWindow::setLockPositions(bool lock)
 {
+    if (!lock)
+        m_time->requireLive(QStringLiteral("The layout cannot be edited"));
     m_design->setLockPositions(lock);
 }
 
@@ -307,13 +313,49 @@ void BenchWindow::SaveWindow()
 
 bool BenchWindow::ImportKeel(const QString& KeelFile)
 {
+    m_time->requireLive(QStringLiteral("Nothing can be imported"));
     m_document->import(KeelFile);
     return false;
 }
 
 void BenchWindow::Refresh()
 {
-    m_document->controls()->ScanControls();
+    m_time->refresh();
+}
+
+// The past -----------------------------------------------------------------------------------------------------
+
+void BenchWindow::ShowAt(const binding::Variant& time)
+{
+    const std::optional<site::HistoryTime> moment = site::timeOf(binding::Variant(values::toDate(time)));
+    if (!moment)
+        values::raise(values::ErrorNumber::InvalidCall);
+    m_time->showAt(*moment);
+}
+
+void BenchWindow::showMoment(site::HistoryTime moment)
+{
+    m_time->showAt(moment);
+}
+
+void BenchWindow::ShowLive()
+{
+    m_time->showLive();
+}
+
+bool BenchWindow::IsLive() const
+{
+    return m_time->isLive();
+}
+
+void BenchWindow::setTakesInput(bool takes)
+{
+    m_surface->setTakesInput(takes);
+}
+
+void BenchWindow::announceMoment()
+{
+    Q_EMIT MomentShown();
 }
 
 wrappers::ControlTypes BenchWindow::controlTypes() const
@@ -350,11 +392,13 @@ void BenchWindow::setKeyboardEditing(bool on)
 
 void BenchWindow::Undo()
 {
+    m_time->requireLive(QStringLiteral("Nothing can be undone"));
     m_editor->history().undo();
 }
 
 void BenchWindow::Redo()
 {
+    m_time->requireLive(QStringLiteral("Nothing can be made again"));
     m_editor->history().redo();
 }
 
@@ -392,7 +436,11 @@ Ref<site::Logger> BenchWindow::Logger() const
 
 void BenchWindow::setLogger(const Ref<site::Logger>& logger)
 {
-    m_events->setLogger(logger);
+    const QPointer<BenchWindow> alive(this);
+    const Ref<site::Logger> wanted = logger;
+    m_time->showLive(); // the past was another logger's
+    if (alive)
+        m_events->setLogger(wanted);
 }
 
 void BenchWindow::setForms(surface::HostForms* forms)
@@ -416,7 +464,12 @@ void BenchWindow::edit(const std::function<void(PanelEditor&)>& command)
         if (alive)
             reportError(error);
     };
-    values::atBoundary([&] { command(*m_editor); }, report);
+    values::atBoundary(
+        [&] {
+            m_time->requireLive(QStringLiteral("The layout cannot be edited"));
+            command(*m_editor);
+        },
+        report);
 }
 
 void BenchWindow::ShowProgress()
@@ -477,6 +530,7 @@ void BenchWindow::hideEvent(QHideEvent* event)
         return;
     m_editor->setCurrentControl(nullptr);
     m_document->end();
+    m_time->end();
 }
 
 } // namespace zan::window

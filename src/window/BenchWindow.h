@@ -32,6 +32,7 @@ class PanelDocument;
 class PanelEditor;
 class PanelEvents;
 class PanelSetup;
+class PanelTime;
 class PausingForms;
 struct NewControlMenuItem;
 
@@ -118,8 +119,21 @@ public:
     void setLogger(const Ref<site::Logger>& logger);
     Ref<site::SchemeWindow> CurrentWindow() const;
 
-    /// Refreshes every control from its channel; a failure ends the pass and reaches the caller.
+    /// Refreshes every control from its channel; a failure ends the pass and reaches the caller. In the past the moment
+    /// that is shown is read again.
     void Refresh();
+
+    /// Shows the panel as it was at a moment (a Date, local time): labels, bars, lights and boxes show what the logger's
+    /// history has stored, in a frame with the moment's date and time. Until ShowLive nothing acts: no click, no script,
+    /// no edit, and the logger's events touch no control. Raises 13 for what is no date, 91 without a logger, 5 for a
+    /// logger without a history, for a moment that is still to come and while the layout is being edited, and what
+    /// logger and history raise; the panel then shows what it showed before.
+    void ShowAt(const binding::Variant& time);
+    /// The same for a moment as histories count it.
+    void showMoment(site::HistoryTime moment);
+    /// Shows what is now, at once.
+    void ShowLive();
+    bool IsLive() const;
     /// Shows the window of this key, found or created in the logger's scheme. The window shown before is emptied
     /// in its document: a host that shows several windows of one scheme gives each a panel of its own. Raises 91
     /// without a logger, 6 for a window of more than 32,767 controls (those are shown), and what the scheme raises.
@@ -151,6 +165,10 @@ public:
     PanelEditor& editor() const { return *m_editor; }
     PanelSetup& setup() const { return *m_setup; }
     ActionEngine& actions() const { return *m_actions; }
+    PanelTime& time() const { return *m_time; }
+    /// Whether input controls take anything from the user.
+    void setTakesInput(bool takes);
+    void announceMoment();
     /// Whether edges, centres and equal gaps of other controls pull what is dragged, and are drawn as guides. Off by
     /// default; Alt has the same effect for as long as it is held. What is aligned at the end stays off the grid.
     bool AlignmentGuides() const;
@@ -217,6 +235,8 @@ Q_SIGNALS:
     /// LoadWindow or Clear, a host's or a script's, is about to take the window shown off the panel, which empties its
     /// document. The document still holds everything.
     void WindowLeaving();
+    /// The panel shows another moment, or is live again.
+    void MomentShown();
     /// That call has ended, whether it failed or not: the panel shows CurrentWindow.
     void WindowEntered();
 
@@ -233,6 +253,7 @@ private:
     std::unique_ptr<surface::HostForms> m_ownForms;
     std::unique_ptr<PausingForms> m_forms;
     Ref<binding::Object> m_host;
+    std::unique_ptr<PanelTime> m_time; // goes last: the other parts ask it
     std::unique_ptr<PanelDocument> m_document;
     std::unique_ptr<PanelDesign> m_design;
     std::unique_ptr<PanelEditor> m_editor;

@@ -78,6 +78,9 @@ const binding::MemberTable& BenchWindowObject::members() const
                 method<&C::ShowProgress>("ShowProgress"),
                 method<&C::ImportKeel>("ImportKeel"),
                 readOnly<&C::Host>("Host"),
+                method<&C::ShowAt>("ShowAt"),
+                method<&C::ShowLive>("ShowLive"),
+                readOnly<&C::IsLive>("IsLive"),
             });
     });
 }

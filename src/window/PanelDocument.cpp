@@ -15,6 +15,7 @@
 #include "window/PanelDesign.h"
 #include "window/PanelEditor.h"
 #include "window/PanelEvents.h"
+#include "window/PanelTime.h"
 #include "window/SiteMapPlacement.h"
 #include "window/UnsavedWindow.h"
 #include "wrappers/FontNode.h"
@@ -236,6 +237,8 @@ void PanelDocument::load(const QString& key)
         if (goesOn())
             m_panel.events().followLink(state);
     }
+    if (alive)
+        m_panel.time().documentChanged();
     if (alive)
         m_panel.updateGeometry();
 }

@@ -15,6 +15,7 @@
 #include <QPointer>
 
 #include <array>
+#include <utility>
 
 namespace zan::window {
 
@@ -82,6 +83,10 @@ void PanelEvents::followLink(site::LinkState state)
     const QPointer<BenchWindow> alive(&m_panel);
     if (std::size_t(state) >= connectCaptions.size())
         return;
+    if (!m_panel.IsLive()) {
+        m_hasMissedState = true;
+        return;
+    }
     for (const wrappers::ControlType& type : m_panel.document().controlTypes()) {
         const Ref<surface::ControlArray> buttons(alive && type.wearsLinkState ? m_surface.array(type.arrayName)
                                                                               : nullptr);
@@ -91,6 +96,19 @@ void PanelEvents::followLink(site::LinkState state)
                 captionConnectButton(Ref<LiveControl>(buttons->find(index)), state);
         });
     }
+}
+
+void PanelEvents::followMissed()
+{
+    if (!std::exchange(m_hasMissedState, false) || !m_link)
+        return;
+    const QPointer<BenchWindow> alive(&m_panel);
+    const Ref<site::Link> link = m_link;
+    values::attempt([&] {
+        const site::LinkState state = link->State();
+        if (alive)
+            followLink(state);
+    });
 }
 
 void PanelEvents::captionConnectButton(const Ref<LiveControl>& button, site::LinkState state)
@@ -125,7 +143,7 @@ void PanelEvents::clickedControl(LiveControl& control)
     if (!type || type->click == OnClick::Nothing)
         return;
     // While the layout is being edited nothing acts, and there is no selection to drop.
-    if (!m_panel.LockPositions())
+    if (!m_panel.LockPositions() || !m_panel.IsLive())
         return;
     m_panel.editor().ClearSelection();
     if (type->click == OnClick::ClearsSelection)
@@ -151,13 +169,14 @@ void PanelEvents::doubleClicked(LiveControl* control)
         return;
     }
     const wrappers::ControlType* type = m_panel.document().controlTypes().ofArray(control->name());
-    if (type && type->doubleClick == OnDoubleClick::SetsChannel)
+    if (type && type->doubleClick == OnDoubleClick::SetsChannel && m_panel.IsLive())
         m_panel.actions().setFromTextBox(wrapperOf(*control));
 }
 
 bool PanelEvents::mouseDown(LiveControl* control, const MouseInput& input)
 {
-    return m_panel.editor().press(control, input);
+    // In the past there is nothing to take hold of, and no menu to edit with.
+    return m_panel.IsLive() && m_panel.editor().press(control, input);
 }
 
 void PanelEvents::mouseMove(LiveControl* control, const MouseInput& input)

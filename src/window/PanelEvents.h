@@ -30,6 +30,8 @@ public:
     void setLogger(const Ref<site::Logger>& logger);
     /// Captions the connect buttons after a state of the link, and says so when it has broken.
     void followLink(site::LinkState state);
+    /// Makes up for what followLink() has left out while the panel showed the past.
+    void followMissed();
 
 private:
     void clicked(surface::LiveControl* control) override;
@@ -55,6 +57,7 @@ private:
     surface::Surface& m_surface;
     Ref<site::Logger> m_logger;
     Ref<site::Link> m_link;
+    bool m_hasMissedState = false;
 };
 
 } // namespace zan::window

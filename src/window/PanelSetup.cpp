@@ -8,10 +8,12 @@
 #include "window/BenchWindowObject.h"
 #include "window/PanelDocument.h"
 #include "window/PanelEditor.h"
+#include "window/PanelTime.h"
 
 #include <QPointer>
 #include <QScopeGuard>
 
+#include <algorithm>
 #include <utility>
 
 namespace zan::window {
@@ -97,8 +99,17 @@ std::shared_ptr<SetupForm> PanelSetup::begin(const FormDescription& description)
     return form;
 }
 
+bool PanelSetup::isOpen() const
+{
+    return std::any_of(m_open.begin(), m_open.end(), [](const std::weak_ptr<SetupForm>& open) {
+        const std::shared_ptr<SetupForm> form = open.lock();
+        return form && form->isOpen();
+    });
+}
+
 void PanelSetup::edit(const Ref<iBenchControl>& control)
 {
+    m_panel.time().requireLive(QStringLiteral("Nothing can be set up"));
     const Ref<iBenchControl> edited = values::given(control);
     const ControlType* type = m_panel.controlTypes().find(edited->ControlType());
     if (!type || !type->setup)
@@ -116,6 +127,7 @@ void PanelSetup::edit(const Ref<iBenchControl>& control)
 
 void PanelSetup::editWindow()
 {
+    m_panel.time().requireLive(QStringLiteral("Nothing can be set up"));
     const std::shared_ptr<SetupForm> form = begin(dialogs::frmBenchProp);
     if (!form)
         return;

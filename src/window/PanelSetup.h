@@ -33,6 +33,7 @@ public:
     void edit(const Ref<wrappers::iBenchControl>& control);
     /// Opens the form of the panel's own properties, as edit() does one of a control.
     void editWindow();
+    bool isOpen() const;
 
 private:
     std::shared_ptr<dialogs::SetupForm> begin(const dialogs::FormDescription& description);

@@ -5,6 +5,7 @@
 #include "values/Failure.h"
 #include "window/BenchWindow.h"
 #include "window/BenchWindowObject.h"
+#include "window/PanelTime.h"
 
 #include <QPointer>
 
@@ -124,6 +125,12 @@ void ScriptActions::setClock(std::function<std::chrono::nanoseconds()> clock)
     m_engine->control.setClock(std::move(clock));
 }
 
+void ScriptActions::end()
+{
+    if (m_engine)
+        m_engine->control.Stop(QStringLiteral("The panel shows the past"));
+}
+
 void ScriptActions::makeEngine()
 {
     if (!m_engine)
@@ -134,6 +141,7 @@ void ScriptActions::run(const QString& storedText, const Ref<binding::Object>& c
 {
     makeEngine();
     const QPointer<BenchWindow> window(&m_window);
+    const std::uint32_t departures = m_window.time().departures();
     const std::shared_ptr<Engine> engine = m_engine; // outlives the panel, should the script close it
     QString failure;
     if (engine->running == 0) {
@@ -154,8 +162,8 @@ void ScriptActions::run(const QString& storedText, const Ref<binding::Object>& c
     }
     // It may have changed anything, also what only the panel shows so far.
     document::countEdit();
-    if (failure.isEmpty() || !window)
-        return;
+    if (failure.isEmpty() || !window || window->time().departures() != departures)
+        return; // a script that the past has ended is no failure
     window->forms().messageBox(window, failure, surface::HostForms::OkOnly, QString());
 }
 

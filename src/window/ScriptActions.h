@@ -30,6 +30,8 @@ public:
 
     /// Runs a stored script text ("\n" and "\t" stand for line break and tab). The panel may be gone afterwards.
     void run(const QString& storedText, const values::Ref<binding::Object>& control);
+    /// Ends the scripts under way; no box tells of it when the panel has left the present.
+    void end();
     /// While what it gives lives, the time of the scripts under way stands still: the user is asked something.
     std::unique_ptr<script::ScriptControl::Pause> pause() const;
     /// Puts another clock in place of the machine's.

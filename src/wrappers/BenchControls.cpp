@@ -264,6 +264,7 @@ void BenchControls::takeOut(std::int32_t place)
     if (place > m_list.count() || m_list.at(place) != control)
         return; // the channel has taken it out itself
     m_list.remove(place);
+    m_writtenOver.remove(control->Control().get());
     document::countEdit();
     m_node.removeChild(control->XMLNode());
     discard(*control);
@@ -287,6 +288,8 @@ void BenchControls::renumber()
 void BenchControls::Clear()
 {
     m_haveData = false;
+    m_withoutRecord.clear();
+    ++m_pastScans; // a scan under way has nothing left to look at
     // What removing item 1 until none is left comes to, without numbering all the others anew each time: each
     // control but the first moves up to place 1 before it goes.
     while (m_list.count() > 0) {
@@ -402,6 +405,10 @@ void BenchControls::setHideProtectedControls(bool hide)
 
 void BenchControls::updateAllNodes()
 {
+    const Ref<BenchControls> alive(this);
+    // A document says nothing of a moment that somebody looks at: while it is stored, the controls are as they were live.
+    exchangeLooks();
+    const auto back = qScopeGuard([this] { exchangeLooks(); });
     for (std::int32_t place = 1; place <= m_list.count(); ++place)
         Ref<iBenchControl>(m_list.at(place))->UpdateNode();
 }

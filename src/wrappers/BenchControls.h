@@ -3,6 +3,7 @@
 #include "site/Logger.h"
 #include "wrappers/KeyedList.h"
 #include "wrappers/PanelWindow.h"
+#include "wrappers/PastView.h"
 
 #include <QMetaObject>
 #include <QObject>
@@ -69,6 +70,18 @@ public:
     /// Whether the logger has delivered data since the window was loaded; outlives a disconnect.
     bool HaveData() const { return m_haveData; }
 
+    // The past ------------------------------------------------------------------------------------------------
+
+    /// Shows a moment of the past, from the first time on until showLive(): updates get the channels as they were, what
+    /// the logger announces touches no control, and nothing of what is shown gets into the document. An update that
+    /// fails takes only its own control's value.
+    void showPast(PastReading reading);
+    /// Back to what the controls showed before, and from there to what is now. Raises nothing.
+    void showLive();
+    bool isLive() const noexcept { return !m_past; }
+    /// The live controls that have nothing to show of the moment; they are hidden for as long.
+    const std::vector<Ref<binding::Object>>& withoutRecord() const noexcept { return m_withoutRecord; }
+
     const binding::MemberTable& members() const override;
     std::unique_ptr<binding::Enumerator> enumerate() override;
 
@@ -80,12 +93,24 @@ private:
         Ref<site::SchemeWindow> window;
     };
 
+    /// What an update of the past has written over in a live control, and what is to be there again.
+    struct WrittenOver
+    {
+        Ref<binding::Object> live; ///< held, so that no other control takes its address
+        std::vector<std::pair<values::Name, Variant>> values;
+        Variant visible; ///< whether it was shown, live
+    };
+
     void onNewBenchData();
     void onNewENTData();
     void onStateChange(int state);
     void attach(iBenchControl& control);
     Ref<site::Channel> boundChannel(const QString& bindString);
     void scanControl(std::int32_t place, const Ref<iBenchControl>& control);
+    void scanPast();
+    void scanPastControl(const Ref<iBenchControl>& control, const std::shared_ptr<PastView>& view);
+    void keepLook(const Ref<binding::Object>& live, const LiveRoutines& routines);
+    void exchangeLooks();
     /// Whether the control is still at this place of the list, and the list still live.
     bool holdsAt(std::int32_t place, const Ref<iBenchControl>& control) const;
     void loadControl(const document::Node& node);
@@ -118,6 +143,13 @@ private:
     bool m_lockPositions = true;
     bool m_hideProtectedControls = false;
     bool m_haveData = false;
+
+    std::shared_ptr<PastView> m_past; // null: live
+    QHash<const binding::Object*, WrittenOver> m_writtenOver;
+    std::vector<Ref<binding::Object>> m_withoutRecord;
+    std::uint32_t m_pastScans = 0;
+    std::optional<int> m_missedState; // of the link, while the past was shown
+    bool m_missedRecords = false;
 };
 
 } // namespace zan::wrappers

@@ -35,17 +35,23 @@ void BenchControls::onNewBenchData()
 {
     const Ref<BenchControls> alive(this);
     m_haveData = true;
+    if (!isLive())
+        return;
     // A failure ends the pass silently: the controls after the failing one keep what they show until the next event.
     values::attempt([this] { ScanControls(); });
 }
 
 void BenchControls::ScanControls()
 {
+    if (!isLive()) {
+        scanPast();
+        return;
+    }
     const Ref<BenchControls> alive(this);
     const Marking off(Marking::Off); // what a scan stores is nobody's edit
     std::uint32_t changes = m_shownChanges.value();
     // An update may raise an event that changes the list: the count is read anew each time.
-    for (std::int32_t place = 1; m_liveData && place <= m_list.count(); ++place) {
+    for (std::int32_t place = 1; m_liveData && isLive() && place <= m_list.count(); ++place) {
         const Ref<iBenchControl> control = m_list.at(place);
         if (m_list.memoAt(place).holds(*control, changes))
             continue;
@@ -58,7 +64,7 @@ void BenchControls::scanWaiting()
 {
     const Ref<BenchControls> alive(this);
     const Marking off(Marking::Off);
-    for (std::int32_t place = 1; m_liveData && place <= m_list.count(); ++place) {
+    for (std::int32_t place = 1; m_liveData && isLive() && place <= m_list.count(); ++place) {
         const Ref<iBenchControl> control = m_list.at(place);
         values::attempt([&] {
             if (m_liveData->isWaiting(*control))
@@ -103,7 +109,8 @@ void BenchControls::scanControl(std::int32_t place, const Ref<iBenchControl>& co
 void BenchControls::onNewENTData()
 {
     const Ref<BenchControls> alive(this);
-    for (std::int32_t place = 1; m_liveData && place <= m_list.count(); ++place) {
+    m_missedRecords = !isLive();
+    for (std::int32_t place = 1; m_liveData && isLive() && place <= m_list.count(); ++place) {
         const Ref<iBenchControl> control = m_list.at(place);
         // A graph that cannot be fed is passed over; the next one may be in order.
         values::attempt([&] { m_liveData->feedRecords(*control, *this); });
@@ -113,13 +120,17 @@ void BenchControls::onNewENTData()
 void BenchControls::onStateChange(int state)
 {
     const Ref<BenchControls> alive(this);
+    if (!isLive()) {
+        m_missedState = state;
+        return;
+    }
     const auto report = [this](const RuntimeError& error) {
         if (m_window)
             m_window->reportError(error); // no trap here: the error is the host's
     };
     const auto follow = [&] {
         const Marking off(Marking::Off);
-        for (std::int32_t place = 1; m_liveData && place <= m_list.count(); ++place) {
+        for (std::int32_t place = 1; m_liveData && isLive() && place <= m_list.count(); ++place) {
             const Ref<iBenchControl> control = m_list.at(place);
             m_liveData->followLink(*control, state);
         }

@@ -5,6 +5,7 @@
 
 #include <QStringView>
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -78,6 +79,10 @@ struct LiveRoutines
     bool (*isWaiting)(const iBenchControl& control) = nullptr; ///< an update is due at each scan for as long
     void (*followLink)(iBenchControl& control, int state) = nullptr;
     void (*feedRecords)(iBenchControl& control, BenchControls& controls) = nullptr;
+    /// Properties of the live control that the update writes: they are put back after a look at the past.
+    std::array<QStringView, 4> writes = {};
+    /// A channel without a value is told apart by what the update writes. All others are covered in the past then.
+    bool tellsOfNoValue = false;
 };
 
 /// Everything that is particular to one type of control, in one row: a new type is a class and such a row.

@@ -12,6 +12,8 @@
 
 namespace zan::wrappers {
 
+class PastView;
+
 using binding::Ref;
 using binding::Variant;
 
@@ -64,6 +66,9 @@ public:
     virtual void setVisible(bool) {}
     virtual float Width() const { return 0; }
     virtual void setWidth(float) {}
+
+    /// The past that the control shows instead of what is now; null for none.
+    virtual PastView* past() const { return nullptr; }
 
     /// Runs a system move of the live control and stores the result.
     virtual void Drag() {}

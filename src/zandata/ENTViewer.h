@@ -52,6 +52,7 @@ public:
 
 protected:
     QWidget* createWidget(QWidget* parent) override;
+    bool takesInput() const override { return false; }
     void syncWidget(QWidget& widget) override;
 
 private:

@@ -202,6 +202,17 @@ void Surface::setPicture(const Ref<Picture>& picture)
     lookChanged();
 }
 
+void Surface::setTakesInput(bool takes)
+{
+    if (m_takesInput == takes)
+        return;
+    m_takesInput = takes;
+    for (const Ref<LiveControl>& control : controls()) {
+        if (control->hosting() == LiveControl::Hosting::Widget)
+            controlChanged(*control, LiveControl::Look | LiveControl::Style);
+    }
+}
+
 void Surface::cls()
 {
     lookChanged();

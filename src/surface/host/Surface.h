@@ -99,6 +99,10 @@ public:
     };
     bool clicksAreSilent() const noexcept { return m_withoutClicks > 0; }
 
+    /// Whether input controls take anything from the user; they do, unless what is shown is there to be looked at only.
+    bool takesInput() const noexcept { return m_takesInput; }
+    void setTakesInput(bool takes);
+
     /// Who is told of events; null for nobody. Must outlive the surface or be taken away before.
     void setEvents(SurfaceEvents* events) noexcept { m_events = events; }
     SurfaceEvents* events() const noexcept { return m_events; }
@@ -188,6 +192,7 @@ private:
     bool m_everything = true;    // so much has changed that one full repaint is cheaper
     int m_busy = 0; // above 0 no event may reach the owner now: it could take away what is being walked
     int m_withoutClicks = 0;
+    bool m_takesInput = true;
     int m_telling = 0; // handlers of the owner that are running
     std::int32_t m_frontRank = 0;
     std::int32_t m_backRank = 0;

@@ -95,8 +95,9 @@ void WidgetControl::sync(int changes)
     m_syncing = true;
     if (changes & Style)
         syncStyle(own);
-    if (own.isEnabledTo(own.parentWidget()) != enabled())
-        own.setEnabled(enabled());
+    const bool acts = enabled() && (surface()->takesInput() || !takesInput());
+    if (own.isEnabledTo(own.parentWidget()) != acts)
+        own.setEnabled(acts);
     if (const QString tip = plainToolTip(toolTipText()); own.toolTip() != tip)
         own.setToolTip(tip);
     if (const Qt::FocusPolicy policy = tabStop() ? Qt::StrongFocus : Qt::ClickFocus; own.focusPolicy() != policy)
@@ -114,6 +115,12 @@ void WidgetControl::syncStyle(QWidget& widget)
         widget.setFont(wanted);
     QPalette palette = surface()->palette();
     stylePalette(palette);
+    if (!surface()->takesInput()) {
+        // What is there to be looked at is readable, though it takes no input; buttons look as if they did not act.
+        for (const QPalette::ColorRole role :
+             {QPalette::Window, QPalette::Base, QPalette::Button, QPalette::WindowText, QPalette::Text})
+            palette.setColor(QPalette::Disabled, role, palette.color(QPalette::Active, role));
+    }
     if (widget.palette() != palette)
         widget.setPalette(palette);
 }

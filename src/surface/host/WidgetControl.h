@@ -38,6 +38,9 @@ protected:
 
     /// Makes the widget, a child of `parent`, and connects its signals, with the widget itself as their context.
     virtual QWidget* createWidget(QWidget* parent) = 0;
+    /// Whether what a user does to its widget sets something. A picture to look around in goes on when a surface takes no
+    /// input.
+    virtual bool takesInput() const { return true; }
     /// Brings the widget's content and look up to date with the properties. Geometry, visibility, enabled state,
     /// font, tool tip and tab stop are done by the caller.
     virtual void syncWidget(QWidget& widget) = 0;

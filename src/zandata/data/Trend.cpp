@@ -15,9 +15,7 @@ using values::attempt;
 namespace {
 
 constexpr qsizetype LongestText = 200; // characters of a label that are shown
-/// A record may be this many periods late before there is a gap.
-constexpr std::int64_t PeriodsOfPatience = 3;
-/// The same where the period had to be guessed from the records.
+/// So many times the usual step between records is no gap yet, where the period had to be guessed from them.
 constexpr std::int64_t GuessedPatience = 5;
 /// Milliseconds between the two times of one record at most.
 constexpr std::int64_t SameRecord = 1;
@@ -283,7 +281,7 @@ bool Trend::read(int pixels, const std::function<bool()>& isTimeUp)
 std::int64_t Trend::patience(const TrendChannel& channel)
 {
     if (channel.period > 0)
-        return channel.period * PeriodsOfPatience;
+        return channel.period * site::PeriodsOfPatience;
     const std::int64_t step = usualStep(channel.cache.points());
     return step == 0 ? LatestTime : step * GuessedPatience;
 }
