@@ -44,6 +44,17 @@ QString readShotNumbers(const OptionParser& parser, ShotOptions& options)
                 .arg(parser.text(QStringLiteral("after")))
                 .arg(LongestWait);
     }
+    if (parser.has(QStringLiteral("at"))) {
+        options.at = momentFromIso(parser.text(QStringLiteral("at")));
+        if (!options.at)
+            return QStringLiteral("'%1' is no time like 2026-03-01T12:00:00.")
+                .arg(parser.text(QStringLiteral("at")));
+        for (const QString& name : {QStringLiteral("after"), QStringLiteral("logger"), QStringLiteral("offline"),
+                                    QStringLiteral("print")})
+            if (parser.has(name))
+                return QStringLiteral("--at draws what is stored, without the logger: it does not go with --%1.")
+                    .arg(name);
+    }
     if (parser.has(QStringLiteral("scale"))) {
         bool read = false;
         options.scale = parser.text(QStringLiteral("scale")).toDouble(&read);
@@ -148,6 +159,9 @@ Parsed<ShotOptions> parseShot(const QStringList& arguments)
                   QStringLiteral("Draw at N times the resolution, as a display of high density does."));
     parser.option(QStringLiteral("after"), QStringLiteral("MS"),
                   QStringLiteral("Wait so many milliseconds after the logger is connected."));
+    parser.option(QStringLiteral("at"), QStringLiteral("TIME"),
+                  QStringLiteral("Draw the panel as it was at this time, out of the site's history, without the "
+                                 "logger: 2026-03-01T12:00:00; local, or with Z in UTC."));
     parser.option(QStringLiteral("logger"), QStringLiteral("URI"),
                   QStringLiteral("Use this logger instead of the scheme's own."));
     offerEcanHost(parser);

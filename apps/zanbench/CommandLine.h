@@ -39,6 +39,8 @@ struct ShotOptions
     QSize size;       ///< logical pixels; empty: as large as the panel's contents, within the largest picture
     int after = 0;    ///< milliseconds between being connected and drawing
     double scale = 1;
+    std::optional<std::int64_t> at =
+        {}; ///< a moment of the history, in UTC milliseconds since 1970; the present for none
     bool print = false;
     bool offline = false;
 };

@@ -9,16 +9,15 @@ namespace {
 const QStringList Actions{QStringLiteral("export"), QStringLiteral("info"), QStringLiteral("check"),
                           QStringLiteral("vacuum")};
 
-/// A day or a moment as ISO 8601 writes it: local, unless it says how far it is from UTC.
-std::optional<std::int64_t> timeOf(const QString& text)
+} // namespace
+
+std::optional<std::int64_t> momentFromIso(const QString& text)
 {
     const QDateTime time = QDateTime::fromString(text, Qt::ISODateWithMs);
     if (!time.isValid())
         return std::nullopt;
     return time.toMSecsSinceEpoch();
 }
-
-} // namespace
 
 Parsed<HistoryOptions> parseHistory(const QStringList& arguments)
 {
@@ -58,7 +57,7 @@ Parsed<HistoryOptions> parseHistory(const QStringList& arguments)
     for (const QString& name : {from, until}) {
         if (!parser.has(name))
             continue;
-        const auto time = timeOf(parser.text(name));
+        const auto time = momentFromIso(parser.text(name));
         if (!time)
             return refuse(QStringLiteral("'%1' is no time like 2026-03-01T12:00:00.").arg(parser.text(name)));
         (name == from ? options.from : options.until) = time;

@@ -45,6 +45,11 @@ HostActions::HostActions(QObject* parent)
                           QKeySequence(Qt::CTRL | Qt::Key_PageUp));
     nextWindow = make(QStringLiteral("nextWindow"), QStringLiteral("&Next window"),
                       QKeySequence(Qt::CTRL | Qt::Key_PageDown));
+    timeTravel = make(QStringLiteral("timeTravel"), QStringLiteral("&Time travel"),
+                      QKeySequence(Qt::CTRL | Qt::Key_T), true);
+    timeTravel->setEnabled(false);
+    live = make(QStringLiteral("live"), QStringLiteral("Back to li&ve"), QKeySequence(Qt::Key_Escape));
+    live->setEnabled(false);
     fullScreen =
         make(QStringLiteral("fullScreen"), QStringLiteral("&Full screen"), QKeySequence(Qt::Key_F11), true);
     zoomIn = make(QStringLiteral("zoomIn"), QStringLiteral("Zoom &in"), QKeySequence(Qt::CTRL | Qt::Key_Plus));
@@ -92,6 +97,8 @@ void HostActions::fillMenus(QMenuBar& bar, QAction* showWindowList)
     view->addSeparator();
     showWindowList->setText(QStringLiteral("&List of windows"));
     view->addActions({zoomIn, zoomOut, zoomNormal, zoomFit});
+    view->addSeparator();
+    view->addActions({timeTravel, live});
     view->addSeparator();
     view->addActions({showWindowList, fullScreen});
     bar.addMenu(QStringLiteral("&Help"))->addAction(about);

@@ -37,6 +37,8 @@ public:
     QAction* back;
     QAction* previousWindow;
     QAction* nextWindow;
+    QAction* timeTravel; ///< its tool tip says why it cannot be
+    QAction* live;       ///< back from the past, with one key
     QAction* fullScreen;
     QAction* zoomIn;
     QAction* zoomOut;

@@ -25,7 +25,7 @@ constexpr int FrameSlack = 8; // what styles add around bars and docks
 
 } // namespace
 
-MainWindow::MainWindow(Settings& settings, HostDialogs& dialogs, HostStatus::Clock clock)
+MainWindow::MainWindow(Settings& settings, HostDialogs& dialogs, HostStatus::Clock clock, TimePlayer::Clock player)
     : m_settings(settings)
     , m_dialogs(dialogs)
     , m_actions(this)
@@ -33,6 +33,8 @@ MainWindow::MainWindow(Settings& settings, HostDialogs& dialogs, HostStatus::Clo
     , m_centre(new QStackedWidget(this))
     , m_start(new StartPage({m_actions.open, m_actions.openDemo, m_actions.newScheme}, m_centre))
     , m_pages(new PanelPages(settings, m_forms, m_centre))
+    , m_timeBar(new TimeBar(this))
+    , m_time(new TimeTravel(*m_pages, *m_timeBar, std::move(player), this))
     , m_kioskBar(new KioskBar(this))
     , m_errors(new ErrorBar(m_centre))
     , m_dock(new QDockWidget(QStringLiteral("Windows"), this))
@@ -70,6 +72,7 @@ MainWindow::MainWindow(Settings& settings, HostDialogs& dialogs, HostStatus::Clo
     connectTrail();
     connectZoom();
     connectEdits();
+    connectTime();
     followLink();
 
     resize(EmptySize.boundedTo(screen()->availableSize()));
@@ -85,6 +88,7 @@ void MainWindow::buildCentre()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_centre, 1);
+    layout->addWidget(m_timeBar);
     layout->addWidget(m_kioskBar);
     m_centre->addWidget(m_start);
     m_centre->addWidget(m_pages);
@@ -95,6 +99,7 @@ MainWindow::~MainWindow()
 {
     m_panelHost->detach(); // a script may have left it somewhere
     closeSite();
+    delete m_time;  // it knows the pages
     delete m_pages; // its panels know the forms, which go before the children of a widget do
 }
 
@@ -258,6 +263,7 @@ void MainWindow::connectSite()
     for (const auto done : {&site::Logger::ProgramComplete, &site::Logger::UnloadComplete})
         connect(logger.get(), done, m_status, [this] { m_status->setProgress({}); });
     followLink();
+    beginTime();
     m_status->setLocked(m_pages->manner().isLocked);
     followChanges();
     m_changes.start();
@@ -382,6 +388,7 @@ void MainWindow::closeSite()
     m_site->logger()->Link()->disconnect(this);
     m_site->logger()->disconnect(m_status);
     m_site->logger()->disconnect(m_errors);
+    m_time->end();
     m_pages->close();
     m_centre->setCurrentWidget(m_start);
     m_editCommands->follow();
@@ -397,6 +404,7 @@ void MainWindow::closeSite()
     setWindowTitle(ProgramName);
     m_status->clearSite();
     followLink();
+    followTime();
     followZoom();
 }
 

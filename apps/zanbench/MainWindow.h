@@ -16,6 +16,8 @@
 #include "zanbench/SchemeTrail.h"
 #include "zanbench/Settings.h"
 #include "zanbench/StartPage.h"
+#include "zanbench/TimeBar.h"
+#include "zanbench/TimeTravel.h"
 #include "zanbench/WindowMenu.h"
 #include "zanbench/WindowPlacement.h"
 
@@ -38,8 +40,9 @@ class MainWindow : public QMainWindow
 {
     Q_OBJECT
 public:
-    /// Settings and dialogs must outlive the window.
-    MainWindow(Settings& settings, HostDialogs& dialogs, HostStatus::Clock clock = {});
+    /// Settings and dialogs must outlive the window. Clocks are for tests: of the status line, and of what is played.
+    MainWindow(Settings& settings, HostDialogs& dialogs, HostStatus::Clock clock = {},
+               TimePlayer::Clock player = {});
     ~MainWindow() override;
 
     /// Opens a scheme, after asking about changes of the one that is open. False when nothing was opened; the user
@@ -65,6 +68,7 @@ public:
     OpenedSite* site() const { return m_site.get(); }
     const PanelPages& pages() const { return *m_pages; }
     const PanelForms& forms() const { return m_forms; }
+    TimeTravel& time() const { return *m_time; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -76,6 +80,9 @@ private:
     void connectPanelActions();
     void connectZoom();
     void connectEdits();
+    void connectTime();
+    void beginTime();
+    void followTime();
     void connectSite();
     void beginSite(OpenedSiteResult opened, bool isRestored);
     bool openChosen(const QString& path);
@@ -125,6 +132,8 @@ private:
     QStackedWidget* m_centre;
     StartPage* m_start;
     PanelPages* m_pages;
+    TimeBar* m_timeBar;
+    TimeTravel* m_time;
     KioskBar* m_kioskBar;
     ErrorBar* m_errors;
     QDockWidget* m_dock;

@@ -175,6 +175,8 @@ void MainWindow::step(int by)
 
 void MainWindow::setManner(const PanelPages::Manner& manner)
 {
+    if (!manner.isLocked)
+        m_time->goLive(); // the past is not edited
     try {
         m_pages->setManner(manner);
     } catch (const values::RuntimeError& error) {
@@ -205,6 +207,7 @@ void MainWindow::enterKiosk()
     setManner(manner);
     m_actions.restrictToKiosk();
     m_editCommands->restrictToKiosk();
+    followTime();
     m_kioskBar->setActive(true);
     m_pages->setZoom(PanelView::Fit);
     followZoom();

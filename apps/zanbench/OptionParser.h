@@ -4,7 +4,13 @@
 
 #include <QCommandLineParser>
 
+#include <optional>
+
 namespace zan::host {
+
+/// A day or a moment as ISO 8601 writes it, as milliseconds since 1970 in UTC: local, unless the text says how far it is
+/// from UTC. Nothing for what is none.
+std::optional<std::int64_t> momentFromIso(const QString& text);
 
 /// The command line of one command, with what every command has. Qt reads single-dash words as clusters of short
 /// options; here they are long options mistyped and refused by name. An option that is given without a value is

@@ -34,10 +34,13 @@ SiteHistory SiteHistory::open(const trellis::SchemeFile& scheme, HistoryUse use)
         place = {};
         place.kind = history::HistoryPlace::Kind::Sqlite;
         place.file = result.folder->filePath(QStringLiteral("history"));
-    } else if (place.kind == history::HistoryPlace::Kind::Sqlite && place.file.startsWith(ownFolder())) {
+    } else if (use == HistoryUse::Kept && place.kind == history::HistoryPlace::Kind::Sqlite &&
+               place.file.startsWith(ownFolder())) {
         QDir().mkpath(ownFolder());
     }
-    result.store = values::make<history::HistoryStore>(place);
+    using Access = history::HistoryStore::Access;
+    result.store = values::make<history::HistoryStore>(place, use == HistoryUse::Looked ? Access::ReadOnly
+                                                                                        : Access::ReadWrite);
     return result;
 }
 

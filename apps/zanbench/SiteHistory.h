@@ -17,6 +17,7 @@ enum class HistoryUse {
     None,      ///< nothing is connected
     Temporary, ///< for this run alone
     Kept,      ///< where the scheme says
+    Looked,    ///< where the scheme says, to be read alone
 };
 
 /// The history of an opened site.

@@ -1,7 +1,10 @@
 #include "ProgramFixture.h"
 
 #include "history/HistoryStore.h"
+#include "window/PastFrame.h"
 #include "zanbench/OpenedSite.h"
+
+#include <QImage>
 
 namespace {
 
@@ -96,6 +99,46 @@ TEST_F(HistoryProgram, ARunWithoutAScreenLeavesNoHistoryBehind)
     const Outcome shot = run({"shot", schemePath(), "--out", path("o.png")});
     EXPECT_EQ(shot.code, 0) << shot.err.toStdString();
     EXPECT_FALSE(QFile::exists(historyPath()));
+}
+
+TEST_F(HistoryProgram, AShotOfAMomentIsFramedAndComesOutOfTheHistory)
+{
+    record();
+    const auto shot = [&](const QString& at, const QString& name) {
+        return run({"shot", schemePath(), "--at", at, "--out", path(name), "--size", "300x200"});
+    };
+    const Outcome first = shot(QStringLiteral("2026-07-01T12:00:00Z"), QStringLiteral("first.png"));
+    EXPECT_EQ(first.code, 0) << first.err.toStdString();
+    EXPECT_EQ(shot(QStringLiteral("2026-07-01T12:00:02Z"), QStringLiteral("third.png")).code, 0);
+    const QImage picture(path("first.png"));
+    EXPECT_EQ(picture.pixelColor(2, 100), window::PastFrame::Colour);
+    EXPECT_NE(picture, QImage(path("third.png")));
+    EXPECT_EQ(shot(QStringLiteral("yesterday"), QStringLiteral("none.png")).code, 2);
+    EXPECT_EQ(shot(QStringLiteral("2926-07-01"), QStringLiteral("none.png")).code, 1);
+    EXPECT_FALSE(QFile::exists(path("none.png")));
+    for (const char* other : {"--offline", "--print"})
+        EXPECT_EQ(run({"shot", schemePath(), "--at", "2026-07-01", "--out", path("none.png"), other}).code, 2);
+}
+
+TEST_F(HistoryProgram, AShotOfAMomentThatNothingIsStoredOfMakesNoHistory)
+{
+    const Outcome shot = run({"shot", schemePath(), "--at", "2026-07-01", "--out", path("none.png")});
+    EXPECT_EQ(shot.code, 1) << shot.out.toStdString();
+    EXPECT_FALSE(QFile::exists(historyPath()));
+    EXPECT_FALSE(QFile::exists(path("none.png")));
+}
+
+TEST_F(HistoryProgram, APanelTestGoesToAMomentAndBack)
+{
+    const Outcome outcome = script("Window.ShowAt Now - 1\n"
+                                   "If Window.IsLive Then Err.Raise 1001\n"
+                                   "If Window.Controls(1).Control.Caption <> \"-\" Then Err.Raise 1002\n"
+                                   "Window.ShowLive\n"
+                                   "If Not Window.IsLive Then Err.Raise 1003\n"
+                                   "Window.ShowAt Now + 1\n",
+                                   {"--scheme", schemePath()});
+    EXPECT_EQ(outcome.code, 1) << outcome.out.toStdString();
+    EXPECT_TRUE(outcome.err.contains("still to come")) << outcome.err.toStdString();
 }
 
 TEST_F(HistoryProgram, AnOpenedSiteRecordsWhatItsLoggerLogs)

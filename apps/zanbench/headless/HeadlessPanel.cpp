@@ -78,7 +78,7 @@ bool HeadlessPanel::open(const PanelRequest& request)
 
 bool HeadlessPanel::openSite(const PanelRequest& request)
 {
-    OpenedSiteResult opened = OpenedSite::open(request.scheme, request.logger, HistoryUse::Temporary);
+    OpenedSiteResult opened = OpenedSite::open(request.scheme, request.logger, request.history);
     if (!opened.site) {
         m_report.fail(opened.error);
         return false;

@@ -23,6 +23,7 @@ struct PanelRequest
     QString ecanHost; ///< empty: none
     QSize size;       ///< logical pixels; empty: as large as the panel's contents, within LargestPictureArea
     double scale = 1;
+    HistoryUse history = HistoryUse::Temporary;
     bool needsLogger = false; ///< a scheme whose logger cannot be used is a failure, not a note
 };
 

@@ -32,17 +32,25 @@ PanelRequest requestOf(const ShotOptions& options)
     request.ecanHost = options.ecanHost;
     request.size = options.size;
     request.scale = options.scale;
+    if (options.at)
+        request.history = HistoryUse::Looked;
     return request;
 }
 
 /// Draws the panel as it is after the wait; why that failed, or nothing.
 QString draw(HeadlessPanel& shown, const ShotOptions& options, const QString& out)
 {
-    if (!options.offline && shown.site()->canConnect())
-        if (const QString failure = shown.connectLink(); !failure.isEmpty())
-            return failure;
-    runFor(options.after);
     window::BenchWindow& panel = *shown.panel();
+    if (options.at) {
+        panel.showMoment(*options.at);
+        if (const QString problem = shown.site()->historyProblem(); !problem.isEmpty())
+            return problem;
+    } else {
+        if (!options.offline && shown.site()->canConnect())
+            if (const QString failure = shown.connectLink(); !failure.isEmpty())
+                return failure;
+        runFor(options.after);
+    }
     // Nobody types here: a caret in the first text box would only be in the way.
     if (QWidget* focused = panel.focusWidget())
         focused->clearFocus();
