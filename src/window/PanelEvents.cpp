@@ -242,7 +242,7 @@ surface::Meaning PanelEvents::meaningOf(const LiveControl* control)
         return meaning;
     }
     if (const wrappers::ControlType* type = m_panel.document().controlTypes().ofArray(control->name()))
-        meaning.acts = type->runsAction() && m_panel.LockPositions();
+        meaning.acts = type->runsAction() && m_panel.LockPositions() && m_panel.IsLive();
     if (const Ref<site::Channel> channel = wrapperOf(*control)->Channel()) {
         meaning.subject = channel->Label();
         meaning.units = channel->Units();
