@@ -14,7 +14,8 @@ using site::HistoryTime;
 
 namespace {
 
-constexpr int TickMilliseconds = 33; // how often a picture is due; how far time has come by then is the clock's
+constexpr int TickMilliseconds = 33;  // how often a picture is due; how far time has come by then is the clock's
+constexpr int LookMilliseconds = 500; // until a history that is being opened, or that has no record yet, has some
 const QString EndOfRecords = QStringLiteral("End of the records");
 
 } // namespace
@@ -27,6 +28,8 @@ TimeTravel::TimeTravel(PanelPages& pages, TimeBar& bar, TimePlayer::Clock clock,
 {
     m_tick.setInterval(TickMilliseconds);
     connect(&m_tick, &QTimer::timeout, this, &TimeTravel::advance);
+    m_look.setInterval(LookMilliseconds);
+    connect(&m_look, &QTimer::timeout, this, &TimeTravel::refresh);
     connect(&m_bar, &TimeBar::momentAsked, this, [this](std::int64_t moment) { goTo(moment); });
     connect(&m_bar, &TimeBar::stepAsked, this, &TimeTravel::step);
     connect(&m_bar, &TimeBar::playAsked, this, &TimeTravel::play);
@@ -39,6 +42,8 @@ void TimeTravel::begin(const Ref<site::History>& history)
 {
     end();
     m_history = history;
+    if (m_history)
+        m_look.start();
     refresh();
     Q_EMIT changed();
 }
@@ -46,6 +51,7 @@ void TimeTravel::begin(const Ref<site::History>& history)
 void TimeTravel::end()
 {
     goLive();
+    m_look.stop();
     m_history = nullptr;
 }
 
@@ -62,6 +68,8 @@ site::HistorySpan TimeTravel::span() const
 void TimeTravel::refresh()
 {
     const site::HistorySpan known = span();
+    if (!known.isEmpty)
+        m_look.stop();
     m_bar.setSpan(known);
     m_bar.setMoment(m_moment);
     m_bar.setWord(known.isEmpty ? QStringLiteral("Nothing is stored yet") : QString());

@@ -58,6 +58,7 @@ private:
     Ref<site::History> m_history;
     TimePlayer m_player;
     QTimer m_tick;
+    QTimer m_look; ///< runs while nothing is known to be stored
     std::optional<site::HistoryTime> m_moment;
 };
 

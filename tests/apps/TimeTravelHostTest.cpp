@@ -47,6 +47,14 @@ protected:
         EXPECT_TRUE(window->openScheme(offline()));
         return window;
     }
+    /// The same, and waits until the history has been read: it is opened by a thread of its own.
+    std::unique_ptr<MainWindow> openRecorded()
+    {
+        auto window = open();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return part<QSlider>(*window, "timeSlider")->isEnabled(); },
+                                    DeadlineMilliseconds));
+        return window;
+    }
     static QAction* action(const MainWindow& window, const char* name)
     {
         return window.findChild<QAction*>(QLatin1String(name));
@@ -86,7 +94,7 @@ TEST(TimePlayer, GoesByTheClockHoweverOftenItIsAsked)
 TEST_F(TimeTravelHost, TheBarOpensBelowThePanelsAndLeadsThere)
 {
     record();
-    const auto window = open();
+    const auto window = openRecorded();
     EXPECT_TRUE(part<QWidget>(*window, "timeBar")->isHidden());
     ASSERT_TRUE(action(*window, "timeTravel")->isEnabled());
     EXPECT_FALSE(action(*window, "live")->isEnabled());
@@ -111,7 +119,7 @@ TEST_F(TimeTravelHost, TheBarOpensBelowThePanelsAndLeadsThere)
 TEST_F(TimeTravelHost, StepsGoFromRecordToRecordAndSayWhereTheyEnd)
 {
     record();
-    const auto window = open();
+    const auto window = openRecorded();
     window->time().goTo(First + 2 * Second + 300);
     window->time().step(1);
     EXPECT_EQ(window->time().moment(), First + 3 * Second);
@@ -128,7 +136,7 @@ TEST_F(TimeTravelHost, StepsGoFromRecordToRecordAndSayWhereTheyEnd)
 TEST_F(TimeTravelHost, PlayingShowsWhatIsDueAndStopsAtTheLastRecord)
 {
     record();
-    const auto window = open();
+    const auto window = openRecorded();
     auto* speed = part<QComboBox>(*window, "timeSpeed");
     speed->setCurrentIndex(speed->findData(10));
     window->time().play(true);
@@ -154,7 +162,7 @@ TEST_F(TimeTravelHost, PlayingShowsWhatIsDueAndStopsAtTheLastRecord)
 TEST_F(TimeTravelHost, PausingStaysWhereItIs)
 {
     record();
-    const auto window = open();
+    const auto window = openRecorded();
     window->time().play(true);
     now += 5'000;
     window->time().advance();
@@ -171,7 +179,7 @@ TEST_F(TimeTravelHost, PausingStaysWhereItIs)
 TEST_F(TimeTravelHost, AllPanelsTravelTogether)
 {
     record();
-    const auto window = open();
+    const auto window = openRecorded();
     window::BenchWindow* first = window->currentPanel();
     window->showWindow(QStringLiteral("Second"));
     window::BenchWindow* second = window->currentPanel();
@@ -192,7 +200,7 @@ TEST_F(TimeTravelHost, AllPanelsTravelTogether)
 TEST_F(TimeTravelHost, APanelThatIsOpenedInThePastShowsIt)
 {
     record();
-    const auto window = open();
+    const auto window = openRecorded();
     window->time().goTo(First);
     window->showWindow(QStringLiteral("Second"));
     EXPECT_FALSE(window->currentPanel()->IsLive());
@@ -221,10 +229,23 @@ TEST_F(TimeTravelHost, AnEmptyHistorySaysSo)
     EXPECT_TRUE(window->currentPanel()->IsLive());
 }
 
-TEST_F(TimeTravelHost, UnlockingLeadsBackToLive)
+TEST_F(TimeTravelHost, TheBarOpensToItsHistoryAsSoonAsThatIsRead)
 {
     record();
     const auto window = open();
+    action(*window, "timeTravel")->trigger(); // whatever is known by now
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return part<QSlider>(*window, "timeSlider")->isEnabled(); }, DeadlineMilliseconds));
+    EXPECT_EQ(word(*window), u"");
+    EXPECT_TRUE(window->currentPanel()->IsLive());
+    part<QSlider>(*window, "timeSlider")->setValue(0);
+    EXPECT_EQ(window->time().moment(), First);
+}
+
+TEST_F(TimeTravelHost, UnlockingLeadsBackToLive)
+{
+    record();
+    const auto window = openRecorded();
     window->time().goTo(First);
     action(*window, "lock")->setChecked(false);
     EXPECT_TRUE(window->currentPanel()->IsLive());
@@ -240,7 +261,7 @@ TEST_F(TimeTravelHost, UnlockingLeadsBackToLive)
 TEST_F(TimeTravelHost, ASchemeThatIsOpenedNextBeginsLive)
 {
     record();
-    const auto window = open();
+    const auto window = openRecorded();
     window->time().goTo(First);
     ASSERT_TRUE(window->openScheme(offline()));
     EXPECT_TRUE(window->currentPanel()->IsLive());

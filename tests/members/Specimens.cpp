@@ -4,6 +4,7 @@
 #include "display/StatusLightControl.h"
 #include "display/ValueBarControl.h"
 #include "script/ScriptControl.h"
+#include "site/FormattedRecords.h"
 #include "site/NodeObject.h"
 #include "support/FakeHistory.h"
 #include "support/FakeSite.h"
@@ -36,6 +37,22 @@ using binding::Name;
 using binding::Ref;
 using binding::Variant;
 using values::make;
+
+namespace {
+
+/// Records of a logger that knows the formats of its channels.
+class RecordsWithFormats final : public site::FormattedRecords
+{
+public:
+    std::int32_t rowCount() const override { return 0; }
+    std::int32_t columnCount() const override { return 2; }
+    QString columnLabel(std::int32_t) const override { return QStringLiteral("Flow"); }
+    QString columnUnits(std::int32_t) const override { return QStringLiteral("l/s"); }
+    QString columnFormat(std::int32_t) const override { return QStringLiteral("0.0"); }
+    Variant cell(std::int32_t, std::int32_t) const override { return {}; }
+};
+
+} // namespace
 
 struct Specimens::Owners
 {
@@ -112,6 +129,7 @@ void Specimens::addSite()
     add(logger.live->buffers);
     add(logger.live->buffers->buffers.front());
     add(logger.live->buffers->buffers.front()->records);
+    add(make<RecordsWithFormats>());
 }
 
 void Specimens::addStoredScheme()
