@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <utility>
 
 namespace zan::window {
 
@@ -31,6 +32,11 @@ PastFrame::PastFrame(BenchWindow& panel)
     setObjectName(QStringLiteral("pastFrame"));
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setFocusPolicy(Qt::NoFocus);
+    m_placing.setSingleShot(true);
+    connect(&m_placing, &QTimer::timeout, this, [this] {
+        place();
+        update();
+    });
     panel.installEventFilter(this);
     watchPlace();
 }
@@ -45,6 +51,7 @@ void PastFrame::show(const QString& moment)
     setVisible(true);
     raise();
     update();
+    placeLater();
 }
 
 QFont PastFrame::stampFont() const
@@ -76,8 +83,16 @@ QRect PastFrame::stampRectangle() const
 /// What is seen of the panel, which a host may show through a smaller opening; all of it while nothing is seen.
 QRect PastFrame::seenPart() const
 {
-    const QRect seen = m_panel.visibleRegion().boundingRect();
-    return seen.isEmpty() ? rect() : seen;
+    // Not the toolkit's visible region, which leaves out what the panel's own surface covers.
+    QRect seen = m_panel.rect();
+    QPoint place;
+    for (const QWidget* widget = &m_panel; widget->parentWidget() && !widget->isWindow();
+         widget = widget->parentWidget()) {
+        place += widget->pos();
+        seen.translate(widget->pos());
+        seen &= widget->parentWidget()->rect();
+    }
+    return seen.isEmpty() ? rect() : seen.translated(-place);
 }
 
 /// The first of six places along the upper and the lower edge that hides least of the controls.
@@ -158,7 +173,9 @@ bool PastFrame::eventFilter(QObject* watched, QEvent* event)
         [[fallthrough]];
     case QEvent::Resize:
     case QEvent::Move:
-        place();
+        if (watched == &m_panel)
+            place();
+        placeLater();
         update();
         break;
     default:
@@ -167,17 +184,26 @@ bool PastFrame::eventFilter(QObject* watched, QEvent* event)
     return QWidget::eventFilter(watched, event);
 }
 
-/// What the panel lies in may be sized without the panel's hearing of it.
+/// What the panel lies in may be sized without the panel's hearing of it: a scrolled panel, and the place of that.
 void PastFrame::watchPlace()
 {
-    QWidget* around = m_panel.parentWidget();
+    std::vector<QPointer<QWidget>> around;
+    for (QWidget* widget = m_panel.parentWidget(); widget; widget = widget->parentWidget())
+        around.emplace_back(widget);
     if (around == m_around)
         return;
-    if (m_around)
-        m_around->removeEventFilter(this);
-    m_around = around;
-    if (m_around)
-        m_around->installEventFilter(this);
+    for (const QPointer<QWidget>& widget : std::exchange(m_around, around)) {
+        if (widget)
+            widget->removeEventFilter(this);
+    }
+    for (const QPointer<QWidget>& widget : around)
+        widget->installEventFilter(this);
+}
+
+/// Once all that lies around the panel has found its place: what is seen of the panel is known only then.
+void PastFrame::placeLater()
+{
+    m_placing.start(0);
 }
 
 void PastFrame::changeEvent(QEvent* event)

@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QPointer>
+#include <QTimer>
 #include <QWidget>
 
 #include <vector>
@@ -39,12 +40,14 @@ private:
     QRect seenPart() const;
     void place();
     void watchPlace();
+    void placeLater();
 
     BenchWindow& m_panel;
     QString m_stamp;
     QRect m_stampRectangle;
-    QRect m_seen; ///< of the panel, in its pixels
-    QPointer<QWidget> m_around;
+    QRect m_seen;                            ///< of the panel, in its pixels
+    std::vector<QPointer<QWidget>> m_around; ///< whatever the panel lies in, up to its window
+    QTimer m_placing;
 };
 
 } // namespace zan::window

@@ -15,7 +15,10 @@
 #include "window/PastFrame.h"
 
 #include <QAccessible>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
+#include <QVBoxLayout>
 
 #include <functional>
 
@@ -794,6 +797,41 @@ TEST_F(TimeTravel, AFrameAndAStampTellThePastApartInPicturesToo)
     panel->ShowLive();
     EXPECT_FALSE(frame());
     EXPECT_NE(panel->grab().toImage().pixelColor(2, 150), PastFrame::Colour);
+}
+
+TEST_F(TimeTravel, TheStampIsSeenOfAScrolledPanelWhateverComesBesideIt)
+{
+    loadLabel();
+    panel->resize(900, 700);
+    QWidget window;
+    QVBoxLayout rows(&window);
+    QScrollArea area;
+    area.setFrameShape(QFrame::NoFrame);
+    QWidget bar;
+    bar.setFixedHeight(120);
+    rows.addWidget(&area);
+    rows.addWidget(&bar);
+    area.setWidget(panel.get());
+    bar.hide();
+    window.resize(400, 400);
+    window.show();
+    panel->showMoment(Moment);
+    const auto isStampSeen = [&] {
+        QCoreApplication::processEvents();
+        const QRect seen(panel->mapFrom(area.viewport(), QPoint()), area.viewport()->size());
+        return seen.contains(frame()->stampRectangle());
+    };
+    EXPECT_TRUE(isStampSeen());
+    bar.show(); // what it takes is the area's, and not the panel's
+    EXPECT_TRUE(isStampSeen());
+    area.horizontalScrollBar()->setValue(200);
+    area.verticalScrollBar()->setValue(150);
+    EXPECT_TRUE(isStampSeen());
+    bar.hide();
+    window.resize(300, 250);
+    EXPECT_TRUE(isStampSeen());
+    area.takeWidget();
+    panel->setParent(nullptr);
 }
 
 TEST_F(TimeTravel, TheStampLiesWhereItHidesLeast)
