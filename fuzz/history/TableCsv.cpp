@@ -144,7 +144,8 @@ void requireHarmless(const QString& cell)
 QString inFile(QString text)
 {
     text.remove(QChar(u'\0'));
-    return QString::fromUtf8(text.toUtf8());
+    // Behind another character, for a byte order mark is none of the text at the beginning of a file alone.
+    return QString::fromUtf8((u'x' + text).toUtf8()).mid(1);
 }
 
 void requireSame(const QString& cell, const QString& written)
