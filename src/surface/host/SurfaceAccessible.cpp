@@ -171,13 +171,20 @@ class Listening : public QAccessible::ActivationObserver
     }
 };
 
+/// Lives as long as the process, and is still to be found when its leaks are looked for.
+Listening& listening()
+{
+    static auto* const listener = new Listening;
+    return *listener;
+}
+
 } // namespace
 
 void install()
 {
     static const bool installed = [] {
         QAccessible::installFactory(makeFace);
-        QAccessible::installActivationObserver(new Listening); // as long as the process
+        QAccessible::installActivationObserver(&listening());
         return true;
     }();
     Q_UNUSED(installed);
