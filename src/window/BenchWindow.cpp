@@ -66,7 +66,7 @@ BenchWindow::BenchWindow(wrappers::ControlTypes types, QWidget* parent)
     , m_object(values::make<BenchWindowObject>(*this))
     , m_ownForms(std::make_unique<surface::DesktopForms>())
     , m_forms(std::make_unique<PausingForms>(*m_ownForms))
-    , m_time(std::make_unique<PanelTime>(*this))
+    , m_time(std::make_unique<PanelTime>(*this, *m_surface))
     , m_document(std::make_unique<PanelDocument>(*this, *m_surface, types))
     , m_design(std::make_unique<PanelDesign>(*this, *m_surface))
     , m_editor(std::make_unique<PanelEditor>(*this, *m_surface, *m_document))
@@ -346,16 +346,6 @@ void BenchWindow::ShowLive()
 bool BenchWindow::IsLive() const
 {
     return m_time->isLive();
-}
-
-void BenchWindow::setTakesInput(bool takes)
-{
-    m_surface->setTakesInput(takes);
-}
-
-void BenchWindow::announceMoment()
-{
-    Q_EMIT MomentShown();
 }
 
 wrappers::ControlTypes BenchWindow::controlTypes() const

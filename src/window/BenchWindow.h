@@ -166,9 +166,6 @@ public:
     PanelSetup& setup() const { return *m_setup; }
     ActionEngine& actions() const { return *m_actions; }
     PanelTime& time() const { return *m_time; }
-    /// Whether input controls take anything from the user.
-    void setTakesInput(bool takes);
-    void announceMoment();
     /// Whether edges, centres and equal gaps of other controls pull what is dragged, and are drawn as guides. Off by
     /// default; Alt has the same effect for as long as it is held. What is aligned at the end stays off the grid.
     bool AlignmentGuides() const;

@@ -44,8 +44,9 @@ QString momentText(HistoryTime moment)
            locale.toString(local.time(), hasHalfDays ? QStringLiteral("h:mm:ss AP") : QStringLiteral("HH:mm:ss"));
 }
 
-PanelTime::PanelTime(BenchWindow& panel)
+PanelTime::PanelTime(BenchWindow& panel, surface::Surface& surface)
     : m_panel(panel)
+    , m_surface(surface)
 {}
 
 PanelTime::~PanelTime() = default;
@@ -128,10 +129,12 @@ void PanelTime::documentChanged()
         m_frame->show(momentText(*m_moment));
 }
 
-/// Frame, stamp and input after the time that is shown now.
+/// Frame, stamp and input after the time that is shown now. What widgets tell assistive tools of themselves may take the
+/// panel away.
 void PanelTime::follow()
 {
-    m_panel.setTakesInput(isLive());
+    const QPointer<BenchWindow> alive(&m_panel);
+    m_surface.setTakesInput(isLive());
     if (isLive()) {
         delete m_frame;
     } else {
@@ -139,8 +142,10 @@ void PanelTime::follow()
             m_frame = new PastFrame(m_panel);
         m_frame->show(momentText(*m_moment));
     }
-    m_panel.flush();
-    m_panel.announceMoment();
+    if (alive)
+        m_panel.flush();
+    if (alive)
+        Q_EMIT alive->MomentShown();
 }
 
 } // namespace zan::window

@@ -8,6 +8,10 @@
 #include <cstdint>
 #include <optional>
 
+namespace zan::surface {
+class Surface;
+}
+
 namespace zan::window {
 
 class BenchWindow;
@@ -21,7 +25,7 @@ class PastFrame;
 class PanelTime
 {
 public:
-    explicit PanelTime(BenchWindow& panel);
+    PanelTime(BenchWindow& panel, surface::Surface& surface);
     ~PanelTime();
     PanelTime(const PanelTime&) = delete;
     PanelTime& operator=(const PanelTime&) = delete;
@@ -50,6 +54,7 @@ private:
     void follow();
 
     BenchWindow& m_panel;
+    surface::Surface& m_surface;
     std::optional<site::HistoryTime> m_moment;
     QPointer<PastFrame> m_frame;
     std::uint32_t m_travels = 0; ///< calls that go anywhere

@@ -44,14 +44,19 @@ PastFrame::PastFrame(BenchWindow& panel)
 void PastFrame::show(const QString& moment)
 {
     m_stamp = QStringLiteral("Past: ") + moment;
-    setAccessibleName(m_stamp);
     const std::size_t count = covers().size();
-    setAccessibleDescription(count == 0 ? QString() : QStringLiteral("%1 controls without a record").arg(count));
+    const QString description = count == 0 ? QString() : QStringLiteral("%1 controls without a record").arg(count);
     place();
-    setVisible(true);
     raise();
     update();
     placeLater();
+    // Assistive tools hear of each of these, and may take the panel away.
+    const QPointer<PastFrame> alive(this);
+    setAccessibleName(m_stamp);
+    if (alive)
+        setAccessibleDescription(description);
+    if (alive)
+        setVisible(true);
 }
 
 QFont PastFrame::stampFont() const
