@@ -275,14 +275,17 @@ int main(int argc, char** argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     QTemporaryDir folder;
-    if (argc == 3 && qstrcmp(argv[1], "--profile") == 0) {
-        // One load and nothing else, for a profiler.
+    if (argc >= 3 && qstrcmp(argv[1], "--profile") == 0) {
+        // One load, or so many, and nothing else, for a profiler.
         const int count = QByteArray(argv[2]).toInt();
+        const int runs = argc > 3 ? QByteArray(argv[3]).toInt() : 1;
         const QString file = folder.filePath(QStringLiteral("profile.scheme"));
         bench::writeScheme(file, count);
-        Panel panel(file, count);
-        panel.window->show();
-        paintPending();
+        for (int run = 0; run < runs; ++run) {
+            Panel panel(file, count);
+            panel.window->show();
+            paintPending();
+        }
         return 0;
     }
     if (argc == 2) {
