@@ -12,6 +12,7 @@ namespace zan::document {
 namespace {
 
 constexpr qsizetype UsualChildren = 48;
+constexpr qsizetype UsualSpecials = 4;
 
 /// Children of one element, held while setters may edit the tree.
 class HeldChildren
@@ -42,47 +43,64 @@ bool isPlainChild(Name local, std::span<const SpecialChild> special)
     return std::none_of(special.begin(), special.end(), [&](const SpecialChild& one) { return one.name == local; });
 }
 
-/// The last child of this name, a prefix left out, made a record if it is none yet; null when there is none.
-Node::Record* lastChildNamed(Node::Record* element, Name name)
-{
-    if (!element->folded) {
-        for (Node::Record* child = element->last; child; child = child->previous) {
-            if (child->type == NodeType::Element && child->name.localPart() == name)
-                return child;
-        }
-        return nullptr;
-    }
-    const Tape& tape = element->tape();
-    const std::uint32_t end = tape.end(element->entry);
-    std::uint32_t found = 0;
-    for (std::uint32_t entry = tape.firstChild(element->entry); entry != end; entry = tape.next(entry)) {
-        if (tape.isElement(entry) && tape.localName(entry) == name)
-            found = entry;
-    }
-    return found == 0 ? nullptr : element->childAt(found);
-}
-
+/// Sets each node to the last child of its name, made a record if it is none yet; to null when there is none.
 void pickOut(Node::Record* element, std::span<SpecialChild> special)
 {
     for (SpecialChild& one : special)
-        one.node = Node(lastChildNamed(element, one.name));
+        one.node = Node();
+    if (!element->folded) {
+        for (Node::Record* child = element->first; child; child = child->next) {
+            for (SpecialChild& one : special) {
+                if (child->type == NodeType::Element && child->name.localPart() == one.name)
+                    one.node = Node(child);
+            }
+        }
+        return;
+    }
+    const Tape& tape = element->tape();
+    const std::uint32_t end = tape.end(element->entry);
+    QVarLengthArray<std::uint32_t, UsualSpecials> found(qsizetype(special.size()), 0);
+    for (std::uint32_t entry = tape.firstChild(element->entry); entry != end; entry = tape.next(entry)) {
+        const Name local = tape.localName(entry);
+        for (std::size_t i = 0; i < special.size(); ++i) {
+            if (local == special[i].name && tape.isElement(entry))
+                found[qsizetype(i)] = entry;
+        }
+    }
+    for (std::size_t i = 0; i < special.size(); ++i) {
+        if (const std::uint32_t entry = found[qsizetype(i)])
+            special[i].node = Node(element->childAt(entry));
+    }
 }
 
-void assign(const Place& child, Name local, binding::Object& target)
+/// Puts the texts of children into properties of the target.
+class Assignment
 {
-    child.noteRead();
-    const binding::Member* const member = target.members().find(local);
-    if (!member || !member->put) // as for most children: their text is not looked at
-        return;
-    Place::Room room;
-    if (const auto number = member->takesText() ? std::nullopt : child.trivialText(room))
-        target.tryPutText(*member, *number);
-    else
-        target.tryPutText(*member, child.text());
-}
+public:
+    explicit Assignment(binding::Object& target)
+        : m_target(target)
+        , m_members(target.members())
+    {}
+    void operator()(const Place& child, Name local) const
+    {
+        child.noteRead();
+        const binding::Member* const member = m_members.find(local);
+        if (!member || !member->put) // as for most children: their text is not looked at
+            return;
+        Place::Room room;
+        if (const auto number = member->takesText() ? std::nullopt : child.trivialText(room))
+            m_target.tryPutText(*member, *number);
+        else
+            m_target.tryPutText(*member, child.text());
+    }
+
+private:
+    binding::Object& m_target;
+    const binding::MemberTable& m_members;
+};
 
 /// Assigns the children of an element that is unfolded, those behind an entry of its tape.
-void assignRecords(Node::Record* element, std::uint32_t behind, binding::Object& target,
+void assignRecords(Node::Record* element, std::uint32_t behind, const Assignment& assign,
                    std::span<const SpecialChild> special)
 {
     HeldChildren children;
@@ -97,12 +115,12 @@ void assignRecords(Node::Record* element, std::uint32_t behind, binding::Object&
     }
     for (Node::Record* child : children) {
         if (child->attached && child->up == element)
-            assign(Place(child), child->name.localPart(), target);
+            assign(Place(child), child->name.localPart());
     }
 }
 
 /// Assigns the children of an element that is folded, for as long as it is.
-void assignEntries(Node::Record* element, binding::Object& target, std::span<const SpecialChild> special)
+void assignEntries(Node::Record* element, const Assignment& assign, std::span<const SpecialChild> special)
 {
     const Tape& tape = element->tape();
     const std::uint32_t end = tape.end(element->entry);
@@ -111,9 +129,9 @@ void assignEntries(Node::Record* element, binding::Object& target, std::span<con
         if (!tape.isElement(entry) || !isPlainChild(local, special))
             continue;
         Node::Record* const made = element->madeChildAt(entry);
-        assign(made ? Place(made) : Place(tape, entry), local, target);
+        assign(made ? Place(made) : Place(tape, entry), local);
         if (!element->folded) { // the setter has edited the list of children
-            assignRecords(element, entry, target, special);
+            assignRecords(element, entry, assign, special);
             return;
         }
     }
@@ -126,7 +144,9 @@ Node specialChild(const Node& parent, Name name)
     if (!parent || !parent.record()->canHaveChildren())
         return {};
     parent.record()->noteRead();
-    return Node(lastChildNamed(parent.record(), name));
+    SpecialChild only{name, {}};
+    pickOut(parent.record(), {&only, 1});
+    return only.node;
 }
 
 void loadByName(const Node& parent, binding::Object& target, std::span<SpecialChild> special)
@@ -138,10 +158,11 @@ void loadByName(const Node& parent, binding::Object& target, std::span<SpecialCh
     Node::Record* const element = held.record();
     element->noteRead();
     pickOut(element, special);
+    const Assignment assign(target);
     if (element->folded)
-        assignEntries(element, target, special);
+        assignEntries(element, assign, special);
     else
-        assignRecords(element, 0, target, special);
+        assignRecords(element, 0, assign, special);
 }
 
 } // namespace zan::document

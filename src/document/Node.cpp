@@ -5,6 +5,7 @@
 #include "document/XmlEncoding.h"
 #include "document/XmlNames.h"
 #include "document/XmlWriter.h"
+#include "values/Convert.h"
 
 #include <algorithm>
 
@@ -258,15 +259,37 @@ bool Node::readChild(Name name, Plain&& plain, Any&& any) const
 
 bool Node::childText(Name name, QString& text) const
 {
-    const auto take = [&](const QString& found) {
-        text = found;
-        return true;
-    };
     return readChild(
-        name, [&](const Place& leaf) { return take(leaf.text()); }, take);
+        name,
+        [&](const Place& leaf) {
+            leaf.noteRead();
+            text = leaf.ownText();
+            return true;
+        },
+        [&](const QString& found) {
+            text = found;
+            return true;
+        });
 }
 
-bool Node::isChildText(Name name, const QString& text) const
+std::optional<double> Node::childNumber(Name name) const
+{
+    std::optional<double> number;
+    const auto take = [&](QStringView text) {
+        number = values::val(text);
+        return true;
+    };
+    readChild(
+        name,
+        [&](const Place& leaf) {
+            Place::Room room;
+            return take(*leaf.trivialText(room));
+        },
+        take);
+    return number;
+}
+
+bool Node::isChildText(Name name, QStringView text) const
 {
     return readChild(
         name, [&](const Place& leaf) { return leaf.isPlainText(text); },

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace zan::document {
@@ -76,8 +77,10 @@ public:
     std::size_t childElementCount() const noexcept;
     /// Text of the child element of this name without making a handle to it; false when there is none.
     bool childText(Name name, QString& text) const;
+    /// The number that the text of the child element of this name begins with, 0 without one; nothing without the child.
+    std::optional<double> childNumber(Name name) const;
     /// Whether there is a child element of this name with this text.
-    bool isChildText(Name name, const QString& text) const;
+    bool isChildText(Name name, QStringView text) const;
 
     /// Moves the node to the end of this one, out of wherever it stood, from another document too. Returns false
     /// and changes nothing when either is null, this one cannot have such a child (a document has one element and no

@@ -96,9 +96,11 @@ QString Tape::text(std::uint32_t entry) const
 
 std::uint32_t Tape::child(std::uint32_t parent, Name elementName) const noexcept
 {
+    const Entry* const entries = m_entries.data();
+    const KnownName* const names = m_names.data();
     const std::uint32_t behind = end(parent);
-    for (std::uint32_t entry = firstChild(parent); entry != behind; entry = next(entry)) {
-        if (isElement(entry, elementName))
+    for (std::uint32_t entry = firstChild(parent); entry != behind; entry += entries[entry].span) {
+        if (names[entries[entry].name].name == elementName && entries[entry].kind == Kind::Element)
             return entry;
     }
     return 0;

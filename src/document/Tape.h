@@ -28,7 +28,6 @@ public:
     static constexpr std::uint8_t Coded = 1; ///< it holds a reference, a carriage return or a CDATA section
     static constexpr std::uint8_t Wide = 2;  ///< it holds bytes beyond ASCII
     static constexpr std::uint8_t Angle = 4; ///< it holds a > as it stands
-    static constexpr std::uint8_t Blank = 8; ///< of a text node: nothing but blanks
 
     struct Entry
     {

@@ -192,10 +192,10 @@ double GetNumber(const Node& node, Name name, double defaultValue, bool force)
 {
     if (!node)
         return defaultValue;
-    QString text;
-    if (node.childText(name, text))
-        return values::val(text);
-    storeDefault(node, name, values::documentText(defaultValue), force);
+    if (const std::optional<double> number = node.childNumber(name))
+        return *number;
+    if (defaultValue != 0 || force)
+        storeDefault(node, name, values::documentText(defaultValue), force);
     return defaultValue;
 }
 

@@ -67,22 +67,27 @@ QByteArray singleBytesToUtf8(const QByteArray& bytes, bool isWindows)
     return text.toUtf8();
 }
 
-constexpr qsizetype BlockSize = 64;
+constexpr qsizetype BlockSize = 128;
 
-/// Counts the `<` of a block of ASCII characters that XML allows; -1 for any other block. Without branches, so that
-/// the compiler takes many bytes at a time.
+/// Counts the `<` of a block of ASCII characters that XML allows; -1 for any other block. Without branches, sixteen bytes
+/// at a time.
 int countTagsOfPlainBlock(const unsigned char* at)
 {
-    std::uint8_t others = 0;
-    std::uint8_t tags = 0;
-    for (qsizetype i = 0; i < BlockSize; ++i) {
-        const unsigned char byte = at[i];
-        const auto isControl = std::uint8_t(byte < 0x20);
-        const auto isBlankControl = std::uint8_t((byte == '\t') | (byte == '\n') | (byte == '\r'));
-        others = std::uint8_t(others | (isControl & (isBlankControl ^ 1)) | (byte >> 7));
-        tags = std::uint8_t(tags + (byte == '<'));
+    using Bytes [[gnu::vector_size(16)]] = signed char; // below zero beyond ASCII
+    Bytes others{};
+    Bytes tags{};
+    for (qsizetype i = 0; i < BlockSize; i += qsizetype(sizeof(Bytes))) {
+        Bytes bytes;
+        std::memcpy(&bytes, at + i, sizeof bytes);
+        others |= (bytes < 0x20) & (bytes != '\t') & (bytes != '\n') & (bytes != '\r');
+        tags -= bytes == '<'; // a comparison that holds is -1
     }
-    return others != 0 ? -1 : tags;
+    std::uint64_t words[2];
+    std::memcpy(words, &others, sizeof words);
+    if ((words[0] | words[1]) != 0)
+        return -1;
+    std::memcpy(words, &tags, sizeof words);
+    return int(((words[0] + words[1]) * 0x0101010101010101u) >> 56); // the sum of the bytes, which is no more than the block
 }
 
 /// Bytes of the character that starts here; 0 when they are no character that XML allows.

@@ -15,6 +15,9 @@ using namespace xml;
 
 namespace {
 
+/// One part in so many of the entries may lie unused.
+constexpr std::size_t SpareShare = 8;
+
 constexpr const char* SectionBegin = "<![CDATA[";
 
 bool startsCData(const char* at) noexcept
@@ -47,14 +50,14 @@ std::unique_ptr<Tape> XmlReader::read()
     push(Tape::Kind::Document, m_begin, m_begin);
     if (!readAll())
         return nullptr;
+    takeBlanksOut();
     m_entries.front().span = std::uint32_t(m_entries.size());
-    if (m_dropsBlanks)
-        dropBlanks();
     if (const auto most = std::size_t(m_limits.elements) + 1; m_entries.size() > most) { // with the texts
         fail(m_begin + m_entries[most].begin, TooManyElements);
         return nullptr;
     }
-    m_entries.shrink_to_fit();
+    if (m_entries.capacity() - m_entries.size() > m_entries.size() / SpareShare)
+        m_entries.shrink_to_fit(); // a move of it all
     return std::move(m_tape);
 }
 
@@ -63,6 +66,7 @@ bool XmlReader::readAll()
     if (startsWith(m_at, "<?xml") && (classOf(m_at[5]) & ContinuesName) == 0 && !readDeclaration())
         return false;
     while (m_at != m_end) {
+        readLikelyLeaves();
         const bool isMarkup = *m_at == '<' && !startsCData(m_at);
         if (!(isMarkup ? readMarkup() : readText()))
             return false;
@@ -137,7 +141,7 @@ bool XmlReader::readEndTag()
 
 void XmlReader::closeElement()
 {
-    const Level level = m_levels.back();
+    Level level = m_levels.back();
     m_levels.pop_back();
     Tape::Entry& element = m_entries[level.entry];
     if (!level.hasMarkup && m_entries.back().kind == Tape::Kind::Text) {
@@ -146,44 +150,29 @@ void XmlReader::closeElement()
         m_entries.pop_back();
         element.begin = text.begin;
         element.size = text.size;
-        element.marks = text.marks & std::uint8_t(~Tape::Blank);
-    } else if (level.hasMarkup && level.hasBlanks && !level.hasText && !level.preserves) {
-        element.marks = Tape::Blank; // to be dropped below it
-        m_dropsBlanks = true;
+        element.marks = text.marks;
+    } else if (level.hasMarkup && !level.hasText && !level.preserves) {
+        level.dropped += std::uint32_t(m_blanks.size()) - level.blanks;
+        m_dropped.insert(m_dropped.end(), m_blanks.begin() + level.blanks, m_blanks.end());
     }
-    element.span = std::uint32_t(m_entries.size()) - level.entry;
+    m_blanks.resize(level.blanks);
+    element.span = std::uint32_t(m_entries.size()) - level.entry - level.dropped;
+    if (!m_levels.empty())
+        m_levels.back().dropped += level.dropped;
 }
 
-/// Takes the blanks out of the elements that hold nothing but blanks and markup.
-void XmlReader::dropBlanks()
+/// Takes out the blanks of the elements that hold nothing but blanks and markup. The spans leave them out already.
+void XmlReader::takeBlanksOut()
 {
-    struct Open
-    {
-        std::uint32_t oldEnd;
-        std::uint32_t entry;
-        bool drops;
-    };
-    std::vector<Open> open;
-    std::uint32_t kept = 0;
-    const auto oldSize = std::uint32_t(m_entries.size());
-    const auto closeUntil = [&](std::uint32_t read) {
-        for (; !open.empty() && open.back().oldEnd == read; open.pop_back())
-            m_entries[open.back().entry].span = kept - open.back().entry;
-    };
-    for (std::uint32_t read = 0; read != oldSize; ++read) {
-        closeUntil(read);
-        Tape::Entry entry = m_entries[read];
-        const bool isBlank = (entry.marks & Tape::Blank) != 0;
-        if (entry.kind == Tape::Kind::Text && isBlank && open.back().drops)
-            continue;
-        if (entry.span > 1)
-            open.push_back({read + entry.span, kept, entry.kind == Tape::Kind::Element && isBlank});
-        if (entry.kind == Tape::Kind::Element)
-            entry.marks &= std::uint8_t(~Tape::Blank);
-        m_entries[kept++] = entry;
-    }
-    closeUntil(oldSize);
-    m_entries.resize(kept);
+    if (m_dropped.empty())
+        return;
+    std::sort(m_dropped.begin(), m_dropped.end());
+    const auto first = m_entries.begin();
+    auto kept = first + m_dropped.front();
+    m_dropped.push_back(std::uint32_t(m_entries.size()));
+    for (std::size_t i = 0; i + 1 < m_dropped.size(); ++i)
+        kept = std::copy(first + m_dropped[i] + 1, first + m_dropped[i + 1], kept);
+    m_entries.resize(std::size_t(kept - first));
 }
 
 bool XmlReader::readComment()
@@ -252,10 +241,12 @@ bool XmlReader::readText()
         return isBlank || fail(begin, OutsideElement);
     Level& level = m_levels.back();
     level.hasText = level.hasText || !isBlank;
-    level.hasBlanks = level.hasBlanks || isBlank;
-    if (!isEmpty)
-        push(Tape::Kind::Text, begin, m_at,
-             std::uint8_t(marksOf(met) | (hasCData ? Tape::Coded : 0) | (isBlank ? Tape::Blank : 0)));
+    if (isEmpty)
+        return true;
+    const std::uint32_t entry =
+        push(Tape::Kind::Text, begin, m_at, std::uint8_t(marksOf(met) | (hasCData ? Tape::Coded : 0)));
+    if (isBlank)
+        m_blanks.push_back(entry);
     return true;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/TagEnd.h"
 #include "document/Tape.h"
 #include "document/XmlText.h"
 
@@ -32,15 +33,17 @@ private:
     {
         std::uint32_t entry;
         QByteArrayView name;
-        bool preserves;         ///< xml:space says that blanks are text
-        bool hasText = false;   ///< more than blanks
-        bool hasMarkup = false; ///< elements, comments, instructions
-        bool hasBlanks = false; ///< a text of blanks
+        bool preserves;            ///< xml:space says that blanks are text
+        bool hasText = false;      ///< more than blanks
+        bool hasMarkup = false;    ///< elements, comments, instructions
+        std::uint32_t blanks = 0;  ///< where its texts of blanks begin in the list of those
+        std::uint32_t dropped = 0; ///< entries below it that will go
     };
 
     bool readAll();
     bool readMarkup();
     bool readDeclaration();
+    void readLikelyLeaves();
     bool readStartTag();
     bool readLeaf(Tape::Entry& element, QByteArrayView name);
     bool readAttributes(std::uint32_t element, bool& preserves);
@@ -62,7 +65,7 @@ private:
     bool count(const char* place);
     void noteMarkup() noexcept;
     void closeElement();
-    void dropBlanks();
+    void takeBlanksOut();
 
     bool fail(const char* place, const char* message);
 
@@ -77,11 +80,13 @@ private:
     std::vector<Level> m_levels;
     std::int64_t m_nodes = 0;
     bool m_hasElement = false; ///< the outermost element has been met
-    bool m_dropsBlanks = false;
+    std::vector<std::uint32_t> m_blanks;  ///< entries of blanks in the open elements, which may have to stay
+    std::vector<std::uint32_t> m_dropped; ///< entries of blanks that will go
     QHash<QByteArrayView, std::uint16_t> m_names; ///< every name met, by its bytes
     std::vector<std::uint32_t> m_attributeOf;     ///< by name, the element that had an attribute of it last
 
     std::vector<std::uint16_t> m_followers; ///< by name, the one that came after it last
+    std::vector<TagEnd> m_tagEnds;          ///< by name, what follows the < or the </ of a tag
     std::uint16_t m_lastName = 0;
 
     /// Names met lately, found without hashing all of their bytes: a document has few, over and over.

@@ -1,5 +1,6 @@
 // The reader's part that knows tags: names, attributes, and the elements that are read in one go.
 
+#include "document/PlainBytes.h"
 #include "document/XmlBytes.h"
 #include "document/XmlEncoding.h"
 #include "document/XmlNames.h"
@@ -18,6 +19,40 @@ namespace {
 constexpr qsizetype LongestName = 1024;
 
 } // namespace
+
+/// Elements follow each other in the same order over and over, and most hold one short and plain text: such elements
+/// are read here, a few words at a time, until another kind of markup stands there. Of that nothing is read.
+void XmlReader::readLikelyLeaves()
+{
+    // How far a look at a text, at an end tag behind it and at a name reaches.
+    constexpr std::ptrdiff_t Reach = PlainBlock + 2 + TagEnd::Longest;
+    if (m_levels.empty() || int(m_levels.size()) >= m_limits.depth)
+        return;
+    for (; m_end - m_at > Reach && *m_at == '<' && m_nodes < m_limits.elements; ++m_nodes) {
+        const std::uint16_t name = m_followers[m_lastName];
+        const TagEnd& tagEnd = m_tagEnds[name];
+        if (!tagEnd.standsAt(m_at + 1))
+            return;
+        const char* const text = m_at + 1 + tagEnd.size();
+        const char* end = text;
+        for (std::size_t plain = PlainBlock; plain == PlainBlock; end += plain) {
+            if (m_end - end <= Reach)
+                return;
+            plain = plainBytes(end);
+        }
+        if (end[0] != '<' || end[1] != '/' || !tagEnd.standsAt(end + 2))
+            return;
+        m_levels.back().hasMarkup = true;
+        Tape::Entry element;
+        element.begin = std::uint32_t(text - m_begin);
+        element.size = std::uint32_t(end - text);
+        element.name = name;
+        element.kind = Tape::Kind::Element;
+        m_entries.push_back(element);
+        m_lastName = name;
+        m_at = end + 2 + tagEnd.size();
+    }
+}
 
 bool XmlReader::readStartTag()
 {
@@ -46,7 +81,7 @@ bool XmlReader::readStartTag()
     if (isEmpty || readLeaf(m_entries[entry], raw))
         m_entries[entry].span = std::uint32_t(m_entries.size()) - entry;
     else
-        m_levels.push_back({entry, raw, preserves});
+        m_levels.push_back({entry, raw, preserves, false, false, std::uint32_t(m_blanks.size())});
     return true;
 }
 
@@ -196,6 +231,7 @@ bool XmlReader::addName(QByteArrayView raw, std::uint16_t& name)
     if (m_names.size() >= std::min<std::int64_t>(m_limits.names, Tape::MostNames))
         return fail(raw.data(), "The document has too many different names.");
     name = m_tape->addName(Name(text), raw);
+    m_tagEnds.emplace_back(raw);
     m_names.insert(raw, name);
     return true;
 }
