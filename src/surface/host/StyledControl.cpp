@@ -7,14 +7,12 @@ namespace zan::surface {
 StyledControl::StyledControl(Colour back, Colour fore)
     : m_backColor(back)
     , m_foreColor(fore)
-    , m_font(values::make<FontObject>())
-{
-    m_font->addListener(*this);
-}
+{}
 
 StyledControl::~StyledControl()
 {
-    m_font->removeListener(*this);
+    if (m_font)
+        m_font->removeListener(*this);
 }
 
 const binding::MemberTable& StyledControl::styledMembers()
@@ -31,6 +29,13 @@ const binding::MemberTable& StyledControl::styledMembers()
     });
 }
 
+/// Nobody is told: it is the font that the control has had all along.
+void StyledControl::makeFont() const
+{
+    m_font = values::make<FontObject>();
+    m_font->addListener(const_cast<StyledControl&>(*this));
+}
+
 void StyledControl::setFont(const Ref<FontObject>& font)
 {
     if (!font)
@@ -38,7 +43,8 @@ void StyledControl::setFont(const Ref<FontObject>& font)
     if (m_font == font)
         return;
     const Ref<FontObject> next = font; // the argument may be a font that only the old one kept
-    m_font->removeListener(*this);
+    if (m_font)
+        m_font->removeListener(*this);
     m_font = next;
     m_font->addListener(*this);
     fontChanged(*m_font);
@@ -52,7 +58,8 @@ void StyledControl::fontChanged(FontObject&)
 void StyledControl::copyDesign(const LiveControl& source)
 {
     LiveControl::copyDesign(source);
-    setFont(copyFont(*static_cast<const StyledControl&>(source).m_font));
+    const Ref<FontObject>& font = static_cast<const StyledControl&>(source).m_font;
+    setFont(font ? copyFont(*font) : values::make<FontObject>());
 }
 
 } // namespace zan::surface

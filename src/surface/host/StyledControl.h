@@ -14,7 +14,12 @@ public:
     Colour backColor() const noexcept { return m_backColor; }
     Colour foreColor() const noexcept { return m_foreColor; }
     /// Never empty. The font may be shared; changing it changes every owner.
-    const Ref<FontObject>& font() const noexcept { return m_font; }
+    const Ref<FontObject>& font() const
+    {
+        if (!m_font)
+            makeFont();
+        return m_font;
+    }
     /// Shares the font with whoever else has it. Raises 91 for Nothing.
     void setFont(const Ref<FontObject>& font);
 
@@ -29,7 +34,9 @@ protected:
     Colour m_foreColor;
 
 private:
-    Ref<FontObject> m_font;
+    void makeFont() const;
+
+    mutable Ref<FontObject> m_font; ///< made when it is asked for: most controls are given another one first
 };
 
 } // namespace zan::surface

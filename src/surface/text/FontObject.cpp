@@ -10,7 +10,6 @@
 
 namespace zan::surface {
 
-using binding::Member;
 using values::ErrorNumber;
 
 namespace {
@@ -18,6 +17,9 @@ namespace {
 constexpr std::int16_t RegularWeight = 400;
 constexpr std::int16_t BoldWeight = 700;
 constexpr std::int16_t BoldAbove = 550;
+constexpr std::int16_t HeaviestWeight = 1000;
+constexpr std::int16_t LastCharset = 255;
+constexpr const char* DefaultName = "MS Sans Serif";
 constexpr std::int64_t OnePoint = 10000; // Currency counts ten-thousandths
 constexpr std::int64_t LargestSize = 2160 * OnePoint;
 constexpr Currency DefaultSize{82500};
@@ -31,17 +33,14 @@ void requireInRange(std::int64_t value, std::int64_t least, std::int64_t most)
 
 const QString& defaultFontName()
 {
-    static const QString name = QStringLiteral("MS Sans Serif");
+    static const QString name = QLatin1String(DefaultName);
     return name;
 }
 
 } // namespace
 
 FontObject::FontObject()
-    : m_charset(0)
-    , m_italic(false)
-    , m_underline(false)
-    , m_strikethrough(false)
+    : m_weight(RegularWeight)
     , m_size(DefaultSize)
     , m_name(defaultFontName())
 {}
@@ -62,45 +61,24 @@ Ref<FontObject> FontObject::fromQFont(const QFont& font)
     return result;
 }
 
-namespace {
-
-/// A design value of fonts: what it is in a new one, and how a copy takes it over, untold.
-template <class Copy>
-Member kept(Member row, Variant standard, Copy)
-{
-    row.hasField = row.isStored = true;
-    row.fallback = std::move(standard);
-    row.copy = [](Object& to, const Object& from) {
-        Copy()(static_cast<FontObject&>(to), static_cast<const FontObject&>(from));
-    };
-    return row;
-}
-
-} // namespace
-
 const binding::MemberTable& FontObject::members() const
 {
     using F = FontObject;
+    using binding::between;
+    using binding::field;
     using binding::property;
     return binding::table([] {
         return binding::MemberTable(
             "Font", nullptr,
             {
-                kept(property<&F::name, &F::setName>("Name").asDefault(), Variant(defaultFontName()),
-                     [](F& to, const F& from) { to.m_name = from.m_name; }),
-                kept(property<&F::size, &F::setSize>("Size"), Variant(DefaultSize),
-                     [](F& to, const F& from) { to.m_size = from.m_size; }),
+                property<&F::name, &F::setName>("Name").asDefault().keptIn<&F::m_name>(DefaultName),
+                property<&F::size, &F::setSize>("Size").keptIn<&F::m_size>(DefaultSize),
                 property<&F::bold, &F::setBold>("Bold"), // another way to say Weight
-                kept(property<&F::italic, &F::setItalic>("Italic"), Variant(false),
-                     [](F& to, const F& from) { to.m_italic = from.m_italic; }),
-                kept(property<&F::underline, &F::setUnderline>("Underline"), Variant(false),
-                     [](F& to, const F& from) { to.m_underline = from.m_underline; }),
-                kept(property<&F::strikethrough, &F::setStrikethrough>("Strikethrough"), Variant(false),
-                     [](F& to, const F& from) { to.m_strikethrough = from.m_strikethrough; }),
-                kept(property<&F::weight, &F::setWeight>("Weight"), Variant(RegularWeight),
-                     [](F& to, const F& from) { to.m_weight = from.m_weight; }),
-                kept(property<&F::charset, &F::setCharset>("Charset"), Variant(std::int16_t(0)),
-                     [](F& to, const F& from) { to.m_charset = from.m_charset; }),
+                field<&F::m_italic, &F::changed>("Italic", false),
+                field<&F::m_underline, &F::changed>("Underline", false),
+                field<&F::m_strikethrough, &F::changed>("Strikethrough", false),
+                field<&F::m_weight, &F::changed>("Weight", RegularWeight, between(0, HeaviestWeight)),
+                field<&F::m_charset, &F::changed>("Charset", 0, between(0, LastCharset)),
             });
     });
 }
@@ -110,7 +88,7 @@ void FontObject::setName(const QString& name)
     if (name.isEmpty())
         values::raise(ErrorNumber::InvalidPropertyValue);
     const std::optional<std::int16_t> charset = FontTable::charsetOfName(name);
-    if (m_name == name && charset.value_or(std::int16_t(m_charset)) == m_charset)
+    if (m_name == name && charset.value_or(m_charset) == m_charset)
         return;
     m_name = name;
     if (charset)
@@ -121,10 +99,7 @@ void FontObject::setName(const QString& name)
 void FontObject::setSize(Currency size)
 {
     requireInRange(size.scaled, OnePoint, LargestSize);
-    if (m_size == size)
-        return;
-    m_size = size;
-    changed();
+    change(m_size, size);
 }
 
 bool FontObject::bold() const noexcept
@@ -137,46 +112,16 @@ void FontObject::setBold(bool bold)
     setWeight(bold ? BoldWeight : RegularWeight);
 }
 
-void FontObject::setItalic(bool italic)
-{
-    if (m_italic == italic)
-        return;
-    m_italic = italic;
-    changed();
-}
-
-void FontObject::setUnderline(bool underline)
-{
-    if (m_underline == underline)
-        return;
-    m_underline = underline;
-    changed();
-}
-
-void FontObject::setStrikethrough(bool strikethrough)
-{
-    if (m_strikethrough == strikethrough)
-        return;
-    m_strikethrough = strikethrough;
-    changed();
-}
-
 void FontObject::setWeight(std::int16_t weight)
 {
-    requireInRange(weight, 0, 1000);
-    if (m_weight == weight)
-        return;
-    m_weight = weight;
-    changed();
+    requireInRange(weight, 0, HeaviestWeight);
+    change(m_weight, weight);
 }
 
 void FontObject::setCharset(std::int16_t charset)
 {
-    requireInRange(charset, 0, 255);
-    if (m_charset == charset)
-        return;
-    m_charset = charset;
-    changed();
+    requireInRange(charset, 0, LastCharset);
+    change(m_charset, charset);
 }
 
 const QFont& FontObject::qfont()

@@ -55,11 +55,11 @@ public:
     /// Sets Weight to 700 or 400.
     void setBold(bool bold);
     bool italic() const noexcept { return m_italic; }
-    void setItalic(bool italic);
+    void setItalic(bool italic) { change(m_italic, italic); }
     bool underline() const noexcept { return m_underline; }
-    void setUnderline(bool underline);
+    void setUnderline(bool underline) { change(m_underline, underline); }
     bool strikethrough() const noexcept { return m_strikethrough; }
-    void setStrikethrough(bool strikethrough);
+    void setStrikethrough(bool strikethrough) { change(m_strikethrough, strikethrough); }
     /// 0 to 1000; 400 is regular, 700 bold.
     std::int16_t weight() const noexcept { return m_weight; }
     /// Raises 380 outside 0 to 1000.
@@ -81,13 +81,22 @@ public:
 
 private:
     friend Ref<FontObject> copyFont(const FontObject& font);
+    /// Takes a value over and tells of it, if it is another one.
+    template <class T>
+    void change(T& field, const T& value)
+    {
+        if (field == value)
+            return;
+        field = value;
+        changed();
+    }
     void changed();
 
-    std::int16_t m_weight = 400;
-    std::int16_t m_charset : 10;
-    std::uint16_t m_italic : 1;
-    std::uint16_t m_underline : 1;
-    std::uint16_t m_strikethrough : 1;
+    std::int16_t m_weight = 0;
+    std::int16_t m_charset = 0;
+    bool m_italic = false;
+    bool m_underline = false;
+    bool m_strikethrough = false;
     Currency m_size;
     QString m_name;
     Ref<FontFace> m_face;
