@@ -1,6 +1,6 @@
 // A panel of many bound labels beside bare toolkit labels that do the same, in one run: one QLabel per label in a
-// plain widget, placed by hand; and beside the same labels as a stored form of the toolkit. Times are medians of processor time, which other programs on the machine
-// disturb least; a ratio below 1 means that the panel is cheaper.
+// plain widget, placed by hand; and beside the same labels as a stored form of the toolkit. Times are medians of
+// processor time, which other programs on the machine disturb least; a ratio below 1 means that the panel is cheaper.
 
 #include "BenchSite.h"
 #include "StoredForm.h"
@@ -273,6 +273,10 @@ int main(int argc, char** argv)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Freed memory stays with the program. Otherwise it hangs on where the last piece of a run lay whether the next run
+    // pays for pages that the system takes back, clears and gives again.
+    mallopt(M_MMAP_THRESHOLD, 32 << 20);
+    mallopt(M_TRIM_THRESHOLD, 1 << 30);
     QApplication application(argc, argv);
     QTemporaryDir folder;
     if (argc >= 3 && qstrcmp(argv[1], "--profile") == 0) {
