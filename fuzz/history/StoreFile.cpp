@@ -4,6 +4,7 @@
 // An input is either a whole file (its first byte is 'F'), or what is to be changed in a small sound store: cells of its
 // tables, bytes of its pages, its length.
 
+#include "fuzz/support/Pieces.h"
 #include "fuzz/support/Require.h"
 #include "history/HistoryStore.h"
 #include "values/Convert.h"
@@ -16,12 +17,14 @@
 #include <QSqlQuery>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <limits>
 
 using namespace zan;
+using fuzz::Pieces;
 using fuzz::require;
 using history::HistoryStore;
 using history::HistoryTime;
@@ -35,36 +38,6 @@ constexpr int Channels = 3;
 constexpr int Records = 40;
 constexpr int NewRecords = 24;
 constexpr std::uint64_t MostEdits = 40;
-
-/// What the fuzzer's bytes say, piece after piece; nothing but zeros behind their end.
-class Pieces
-{
-public:
-    Pieces(const std::uint8_t* data, std::size_t size)
-        : m_at(data)
-        , m_end(data + size)
-    {}
-    bool isAtEnd() const { return m_at == m_end; }
-    std::uint8_t byte() { return isAtEnd() ? 0 : *m_at++; }
-    std::uint64_t number(int bytes)
-    {
-        std::uint64_t result = 0;
-        for (int i = 0; i < bytes; ++i)
-            result = result << 8 | byte();
-        return result;
-    }
-    QByteArray bytes(std::size_t most)
-    {
-        const std::size_t length = std::min<std::size_t>({byte(), most, std::size_t(m_end - m_at)});
-        const QByteArray result(reinterpret_cast<const char*>(m_at), qsizetype(length));
-        m_at += length;
-        return result;
-    }
-
-private:
-    const std::uint8_t* m_at;
-    const std::uint8_t* m_end;
-};
 
 struct Column
 {
@@ -182,7 +155,7 @@ QVariant hostileValue(Pieces& pieces)
     case 2:
         return qint64(Noon + std::int64_t(pieces.number(3)) - 1'000'000);
     case 3:
-        return pieces.bytes(255);
+        return pieces.bytes(pieces.byte()).toByteArray();
     case 4:
         return QString(qsizetype(pieces.byte()) * 1000, QChar(char16_t(pieces.number(2))));
     case 5:
@@ -225,7 +198,7 @@ void changePages(QByteArray& bytes, Pieces& pieces)
             bytes.truncate(std::max<qsizetype>(place, 1));
             continue;
         }
-        const QByteArray patch = pieces.bytes(64);
+        const QByteArray patch = pieces.bytes(std::min<std::size_t>(pieces.byte(), 64)).toByteArray();
         bytes.replace(place, std::min(patch.size(), bytes.size() - place), patch.left(bytes.size() - place));
     }
 }

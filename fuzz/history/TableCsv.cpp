@@ -1,6 +1,7 @@
 // Any labels, units and values as a table for other programs: a plain reader of comma-separated values gets the same
 // cells back, and no cell begins as a formula of a spreadsheet.
 
+#include "fuzz/support/Pieces.h"
 #include "fuzz/support/Require.h"
 #include "history/CsvExport.h"
 #include "values/Failure.h"
@@ -14,6 +15,7 @@
 #include <cstring>
 
 using namespace zan;
+using fuzz::Pieces;
 using fuzz::require;
 using values::Variant;
 
@@ -23,43 +25,26 @@ constexpr site::HistoryTime Begin = 1'782'900'000'000;
 constexpr std::size_t MostColumns = 6;
 constexpr std::size_t MostRows = 20;
 
-/// What the fuzzer's bytes say, piece after piece; nothing but zeros behind their end.
-class Pieces
+/// A text given as UTF-8 or as the units of UTF-16, which need not be whole characters.
+QString textOf(Pieces& pieces)
 {
-public:
-    Pieces(const std::uint8_t* data, std::size_t size)
-        : m_at(data)
-        , m_end(data + size)
-    {}
-    bool isAtEnd() const { return m_at == m_end; }
-    std::uint8_t byte() { return isAtEnd() ? 0 : *m_at++; }
-    /// As UTF-8 or as the units of UTF-16, which need not be whole characters.
-    QString text()
-    {
-        const std::uint8_t head = byte();
-        const std::size_t length = std::min<std::size_t>(head & 0x3F, std::size_t(m_end - m_at));
-        const auto* begin = reinterpret_cast<const char*>(m_at);
-        m_at += length;
-        if (head & 0x40)
-            return QString::fromUtf8(begin, qsizetype(length));
-        QString text(qsizetype(length / 2), Qt::Uninitialized);
-        std::memcpy(text.data(), begin, length / 2 * 2);
-        return text;
-    }
-    double number()
-    {
-        std::uint64_t bits = 0;
-        for (int i = 0; i < 8; ++i)
-            bits = bits << 8 | byte();
-        double result = 0;
-        std::memcpy(&result, &bits, sizeof result);
-        return result;
-    }
+    const std::uint8_t head = pieces.byte();
+    const QByteArrayView bytes = pieces.bytes(head & 0x3F);
+    if (head & 0x40)
+        return QString::fromUtf8(bytes);
+    QString text(bytes.size() / 2, Qt::Uninitialized);
+    if (!text.isEmpty())
+        std::memcpy(text.data(), bytes.data(), std::size_t(text.size()) * 2);
+    return text;
+}
 
-private:
-    const std::uint8_t* m_at;
-    const std::uint8_t* m_end;
-};
+double numberOf(Pieces& pieces)
+{
+    const std::uint64_t bits = pieces.number(8);
+    double result = 0;
+    std::memcpy(&result, &bits, sizeof result);
+    return result;
+}
 
 class Table final : public site::History
 {
@@ -160,7 +145,7 @@ Variant valueOf(Pieces& pieces)
     case 0:
         return {};
     case 1:
-        return Variant(pieces.number());
+        return Variant(numberOf(pieces));
     case 2:
         return Variant(float(pieces.byte()) / 3);
     case 3:
@@ -168,7 +153,7 @@ Variant valueOf(Pieces& pieces)
     case 4:
         return Variant(std::int16_t(pieces.byte() - 128));
     default:
-        return Variant(pieces.text());
+        return Variant(textOf(pieces));
     }
 }
 
@@ -176,7 +161,7 @@ void fill(Table& table, Pieces& pieces)
 {
     const std::size_t columns = 1 + pieces.byte() % MostColumns;
     for (std::size_t i = 0; i < columns; ++i)
-        table.columns.push_back({std::int64_t(i) + 1, {}, pieces.text(), pieces.text(), pieces.text(), {}, 0});
+        table.columns.push_back({std::int64_t(i) + 1, {}, textOf(pieces), textOf(pieces), textOf(pieces), {}, 0});
     while (!pieces.isAtEnd() && table.cells.size() < MostRows) {
         site::HistoryRow row{Begin + std::int64_t(table.cells.size()) * 1000, {}};
         for (std::size_t i = 0; i < columns; ++i)
