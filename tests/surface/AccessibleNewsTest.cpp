@@ -65,6 +65,17 @@ protected:
     test::ListeningTool tool;
 };
 
+/// Ends the surface when it is asked what a control means.
+struct EndingOwner : SurfaceEvents
+{
+    std::unique_ptr<Surface>* place = nullptr;
+    Meaning meaningOf(const LiveControl*) override
+    {
+        place->reset();
+        return {QStringLiteral("last words"), {}};
+    }
+};
+
 } // namespace
 
 // Names and values ---------------------------------------------------------------------------------------------
@@ -450,16 +461,7 @@ TEST_F(AccessibleNews, AListenerMayShowAnotherPictureAndRunATurnOfTheEventLoop)
 
 TEST_F(AccessibleNews, AnOwnerThatIsAskedMayTakeTheSurfaceAway)
 {
-    struct Owner : SurfaceEvents
-    {
-        std::unique_ptr<Surface>* place = nullptr;
-        Meaning meaningOf(const LiveControl*) override
-        {
-            place->reset();
-            return {QStringLiteral("last words"), {}};
-        }
-    };
-    Owner owner;
+    EndingOwner owner;
     owner.place = &surface;
     const auto label = show<Label>(QStringLiteral("Label"), {10, 10, 80, 20});
     listen();
@@ -471,16 +473,7 @@ TEST_F(AccessibleNews, AnOwnerThatIsAskedMayTakeTheSurfaceAway)
 
 TEST_F(AccessibleNews, ATextOfAFaceMayCostTheSurface)
 {
-    struct Owner : SurfaceEvents
-    {
-        std::unique_ptr<Surface>* place = nullptr;
-        Meaning meaningOf(const LiveControl*) override
-        {
-            place->reset();
-            return {QStringLiteral("last words"), {}};
-        }
-    };
-    Owner owner;
+    EndingOwner owner;
     owner.place = &surface;
     show<Label>(QStringLiteral("Label"), {10, 10, 80, 20});
     surface->setEvents(&owner);
