@@ -33,34 +33,13 @@ std::optional<Variant> wholeNumber(double number)
     return Variant(static_cast<T>(rounded));
 }
 
-/// A text that is a whole number of so few digits that a Double holds it, and nothing else, as most numbers of a
-/// document are: its value needs no general parser.
-std::optional<double> plainWholeNumber(QStringView text) noexcept
-{
-    constexpr qsizetype MostDigits = 15;
-    const auto* at = text.utf16();
-    const auto* const end = at + text.size();
-    const bool isNegative = at != end && *at == u'-';
-    at += isNegative;
-    if (at == end || end - at > MostDigits || (isNegative && *at == u'0')) // "-0" has a sign that counts
-        return std::nullopt;
-    std::int64_t number = 0;
-    for (; at != end; ++at) {
-        if (*at < u'0' || *at > u'9')
-            return std::nullopt;
-        number = number * 10 + (*at - u'0');
-    }
-    return double(isNegative ? -number : number);
-}
-
 /// The value that an element's text stands for, for a property of this type that is no text; nothing when it has no
 /// place there.
 std::optional<Variant> numberFromText(ValueType type, QStringView text)
 {
     if (type == ValueType::Object || type == ValueType::None)
         return std::nullopt;
-    const std::optional<double> whole = plainWholeNumber(text);
-    const double number = whole ? *whole : values::val(text);
+    const double number = values::val(text);
     if (!std::isfinite(number)) // more digits than any number has room for
         return std::nullopt;
     switch (type) {

@@ -92,8 +92,8 @@ public:
     /// number is not zero, numbers are the leading number, colours signed decimal, text is taken verbatim.
     /// A number outside the property's range is refused.
     AccessStatus tryPutText(Name name, const QString& text) noexcept;
-    /// The same for a member of `members()` that the caller has found already; of a text that is a number already at
-    /// hand, nothing needs to be kept.
+    /// The same for a member of `members()` that the caller has found already. A text that is there for this call only
+    /// comes as a view, and is copied where the property keeps it.
     AccessStatus tryPutText(const Member& member, const QString& text) noexcept;
     AccessStatus tryPutText(const Member& member, QStringView text) noexcept;
 };

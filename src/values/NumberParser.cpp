@@ -320,8 +320,34 @@ std::optional<ParsedNumber> parseNumber(QStringView text)
     return NumberParser(text).parse();
 }
 
+namespace {
+
+/// A text that is a whole number of so few digits that a Double holds it, and nothing else, as most numbers of a
+/// document are: its value needs no general reader.
+std::optional<double> plainWholeNumber(QStringView text) noexcept
+{
+    constexpr qsizetype MostDigits = 15;
+    const auto* at = text.utf16();
+    const auto* const end = at + text.size();
+    const bool isNegative = at != end && *at == u'-';
+    at += isNegative;
+    if (at == end || end - at > MostDigits || (isNegative && *at == u'0')) // "-0" has a sign that counts
+        return std::nullopt;
+    std::int64_t number = 0;
+    for (; at != end; ++at) {
+        if (*at < u'0' || *at > u'9')
+            return std::nullopt;
+        number = number * 10 + (*at - u'0');
+    }
+    return double(isNegative ? -number : number);
+}
+
+} // namespace
+
 double val(QStringView text)
 {
+    if (const std::optional<double> whole = plainWholeNumber(text))
+        return *whole;
     ValReader reader(text);
     if (reader.peek() == u'&') {
         reader.next();

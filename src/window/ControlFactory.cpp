@@ -1,5 +1,6 @@
 #include "window/ControlFactory.h"
 
+#include "surface/host/StyledControl.h"
 #include "surface/host/Surface.h"
 
 namespace zan::window {
@@ -102,18 +103,26 @@ Ref<LiveControl> ControlFactory::liveControl(const ControlType& type, ControlArr
 
 void ControlFactory::style(LiveControl& control, const ControlType& type, bool positionsLocked)
 {
+    static const Variant noText{QString()};
     dress(control, type.styling);
     if ((type.styling & wrappers::ShowsBorderWhenUnlocked) && type.border)
         control.tryPut(BorderStyleName, Variant(positionsLocked ? type.border->locked : type.border->unlocked));
     if (type.styling & wrappers::ClearsCaption)
-        control.tryPut(CaptionName, Variant(QString()));
+        control.tryPut(CaptionName, noText);
     if (type.styling & wrappers::ClearsText)
-        control.tryPut(TextName, Variant(QString()));
+        control.tryPut(TextName, noText);
+}
+
+/// Whether the control's own font is like the surface's already, as that of a copy is.
+bool ControlFactory::hasSurfaceFont(LiveControl& control) const
+{
+    auto* const styled = dynamic_cast<surface::StyledControl*>(&control);
+    return styled && fontsEqual(*styled->font(), *m_surface.surfaceFont());
 }
 
 void ControlFactory::dress(LiveControl& control, unsigned styling)
 {
-    if (styling & wrappers::CopiesFont)
+    if ((styling & wrappers::CopiesFont) && !hasSurfaceFont(control))
         control.tryPut(FontName, Variant(surface::copyFont(*m_surface.surfaceFont())));
     if (styling & wrappers::CopiesBackColor)
         control.tryPut(BackColorName, Variant(m_surface.backColor().code));

@@ -55,6 +55,7 @@ private:
     Ref<surface::LiveControl> liveControl(const wrappers::ControlType& type, surface::ControlArray& array);
     void style(surface::LiveControl& control, const wrappers::ControlType& type, bool positionsLocked);
     /// Gives a control those of the surface's font and colours that the styling names.
+    bool hasSurfaceFont(surface::LiveControl& control) const;
     void dress(surface::LiveControl& control, unsigned styling);
 
     surface::Surface& m_surface;

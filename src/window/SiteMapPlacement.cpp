@@ -45,7 +45,7 @@ void SiteMapPlacement::removeStale(const Node& window)
 {
     std::vector<Node> placed = window.children(element::Control);
     for (auto node = placed.rbegin(); node != placed.rend(); ++node) {
-        if (document::XMLOps::GetAttribute(*node, element::Type) == SiteMapType)
+        if (node->isChildText(element::Type, SiteMapType))
             window.removeChild(*node);
     }
 }

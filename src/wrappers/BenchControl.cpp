@@ -21,6 +21,7 @@ namespace element = document::element;
 using binding::AccessStatus;
 using document::Node;
 using document::XMLOps::GetAttribute;
+using document::XMLOps::GetNumber;
 using document::XMLOps::SetAttribute;
 using values::Colour;
 using values::Name;
@@ -28,18 +29,37 @@ using values::Name;
 namespace {
 
 const Name TagName("Tag");
-const Name PictureName("Picture");
 const Name WindowHandleName("hWnd");
+const Name PictureName("Picture");
 const Name MoveName("Move");
 
 /// What a wrapper is given as its live control: Nothing, or a control that lies on a surface. Anything else raises 13; a
 /// wrapper among them, which would be asked for its measures by itself.
-const surface::LiveControl* requireLiveControl(const Ref<binding::Object>& control)
+surface::LiveControl* requireLiveControl(const Ref<binding::Object>& control)
 {
-    const auto* live = dynamic_cast<const surface::LiveControl*>(control.get());
+    auto* live = dynamic_cast<surface::LiveControl*>(control.get());
     if (control && !live)
         values::raise(values::ErrorNumber::TypeMismatch);
     return live;
+}
+
+// Every control of a load is written so: the one that lies on a surface, as nearly all do, is written without a search for
+// the member. Any other is written by name, and raises 91 when it was unloaded.
+
+void putTag(surface::LiveControl& live, const QString& tag)
+{
+    if (live.isLoaded())
+        live.setTag(tag);
+    else
+        Ref<surface::LiveControl>(&live)->put(TagName, tag); // which may take it from its wrapper
+}
+
+void putVisible(surface::LiveControl& live, bool visible)
+{
+    if (live.isLoaded())
+        live.setVisible(visible);
+    else
+        Ref<surface::LiveControl>(&live)->put(element::Visible, Variant(visible));
 }
 
 /// Whether a bind string is made of these keys; of a window without one there is none.
@@ -91,19 +111,20 @@ void BenchControl::makeNode() const
         SetAttribute(m_node, element::Visible, storedText(true));
 }
 
-void BenchControl::begin(const QString& type, const Ref<binding::Object>& control, bool usesWindowSettings)
+void BenchControl::begin(const QString& type, const Ref<surface::LiveControl>& control, bool usesWindowSettings)
 {
     if (!m_isNodeDue) {
         setControlType(type);
         setUseWindowSettings(usesWindowSettings);
-        setControl(control);
+        takeControl(control.get());
         setVisible(true);
         return;
     }
     m_firstType = type;
     m_followsWindow = usesWindowSettings;
-    setControl(control);
-    putLive(element::Visible, Variant(true));
+    takeControl(control.get());
+    if (m_live)
+        putVisible(*m_live, true);
     m_isShownFirst = true;
 }
 
@@ -156,11 +177,18 @@ void BenchControl::loadPicture(binding::Object& control, const Node& fileNode)
 
 void BenchControl::setControl(const Ref<binding::Object>& control)
 {
-    const surface::LiveControl* const live = requireLiveControl(control);
+    takeControl(requireLiveControl(control));
+}
+
+void BenchControl::takeControl(surface::LiveControl* live)
+{
     static const QString none = QStringLiteral("0");
-    if (control) // one that has been unloaded raises 91 here
-        control->put(TagName, m_isNodeDue ? none : GetAttribute(m_node, element::Index, none));
-    m_control = control;
+    const Ref<surface::LiveControl> next(live);
+    if (next) {
+        const QString tag = m_isNodeDue ? none : GetAttribute(m_node, element::Index, none);
+        putTag(*next, tag);
+    }
+    m_control = next;
     m_live = live;
     m_changes.add();
     if (m_grabHandles)
@@ -292,15 +320,19 @@ void BenchControl::setToolTipText(const QString& text)
 
 bool BenchControl::Visible() const
 {
-    return values::val(GetAttribute(node(), element::Visible, QStringLiteral("0"))) != 0;
+    return GetNumber(node(), element::Visible, 0, false) != 0;
 }
 void BenchControl::setVisible(bool visible)
 {
-    putLiveAndNode(element::Visible, Variant(visible));
+    if (m_live)
+        putVisible(*m_live, visible);
+    SetAttribute(node(), element::Visible, storedText(visible));
 }
 
 std::int32_t BenchControl::hWnd() const
 {
+    if (m_live && m_live->isLoaded())
+        return m_live->hWnd();
     return colour(WindowHandleName).code; // read like a colour: a control without the property gives 0
 }
 
@@ -323,13 +355,14 @@ void BenchControl::setFont(const Ref<binding::Object>& font)
 
 std::int16_t BenchControl::Index() const
 {
-    return values::toInteger(values::val(GetAttribute(node(), element::Index, QStringLiteral("0"))));
+    return values::toInteger(GetNumber(node(), element::Index, 0, false));
 }
 void BenchControl::setIndex(std::int16_t index)
 {
     const QString text = QString::number(index);
     SetAttribute(node(), element::Index, text);
-    putLive(TagName, text);
+    if (m_live)
+        putTag(*m_live, text);
 }
 
 QString BenchControl::Key() const
@@ -358,7 +391,7 @@ void BenchControl::setControlType(const QString& type)
 }
 bool BenchControl::UseWindowSettings() const
 {
-    return values::val(GetAttribute(node(), element::UseWindowSettings, QStringLiteral("0"))) != 0;
+    return GetNumber(node(), element::UseWindowSettings, 0, false) != 0;
 }
 void BenchControl::setUseWindowSettings(bool use)
 {

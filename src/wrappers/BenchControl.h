@@ -28,8 +28,8 @@ public:
     ~BenchControl() override;
 
     /// What a factory does with a wrapper that it has just made: gives it its type and its live control, which is
-    /// shown, and says whether it follows the window's settings.
-    void begin(const QString& type, const Ref<binding::Object>& control, bool usesWindowSettings);
+    /// shown, and says whether it follows the window's settings. Raises 91 for a control that was unloaded.
+    void begin(const QString& type, const Ref<surface::LiveControl>& control, bool usesWindowSettings);
 
     document::Node XMLNode() const override { return node(); }
     void setXMLNode(const document::Node& node) override;
@@ -114,6 +114,7 @@ private:
     void putMeasure(values::Name name, float value);
     values::Colour colour(values::Name name) const;
     void putColour(values::Name name, values::Colour value);
+    void takeControl(surface::LiveControl* live);
     void putLive(values::Name name, const Variant& value);
     void putLiveAndNode(values::Name name, const Variant& value);
     void loadPicture(binding::Object& control, const document::Node& fileNode);
@@ -124,7 +125,7 @@ private:
     mutable document::Node m_fontNode;
     QString m_firstType; ///< TYPE of the node of its own
     Ref<binding::Object> m_control;
-    const surface::LiveControl* m_live = nullptr; ///< the same control by its own type
+    surface::LiveControl* m_live = nullptr; ///< the same control by its own type
     Ref<site::Channel> m_channel;
     mutable std::unique_ptr<display::cGrabHandles> m_grabHandles; ///< made when they are first needed
     std::optional<HandlePlan> m_handlePlan;

@@ -12,6 +12,8 @@
 #include <QScopeGuard>
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <limits>
 
 namespace zan::wrappers {
@@ -52,7 +54,9 @@ Node pastedControl(const QString& xml)
 
 QString placeKey(std::int32_t place)
 {
-    return QLatin1Char('@') + QString::number(place);
+    std::array<char, 12> text{'@'};
+    const char* const end = std::to_chars(text.data() + 1, text.data() + text.size(), place).ptr;
+    return QString::fromLatin1(text.data(), end - text.data());
 }
 
 } // namespace
@@ -398,7 +402,7 @@ void BenchControls::setHideProtectedControls(bool hide)
     m_hideProtectedControls = hide;
     for (std::int32_t place = 1; place <= m_list.count(); ++place) {
         const Ref<iBenchControl> control = m_list.at(place);
-        if (values::val(GetAttribute(control->XMLNode(), element::HideWhenProtected, QStringLiteral("0"))) != 0)
+        if (document::XMLOps::GetNumber(control->XMLNode(), element::HideWhenProtected, 0, false) != 0)
             control->setVisible(!hide);
     }
 }

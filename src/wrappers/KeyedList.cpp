@@ -40,9 +40,11 @@ void KeyedList::insert(std::int32_t place, const Ref<iBenchControl>& control, co
 {
     const QString folded = key.toCaseFolded();
     if (!folded.isEmpty()) {
-        if (m_byKey.contains(folded))
+        const qsizetype count = m_byKey.size();
+        const iBenchControl*& found = m_byKey[folded];
+        if (m_byKey.size() == count)
             values::raise(ErrorNumber::DuplicateKey);
-        m_byKey.insert(folded, control.get());
+        found = control.get();
     }
     m_entries.insert(m_entries.begin() + (place - 1), Entry{control, folded});
 }

@@ -117,22 +117,28 @@ void LiveControl::setRectangle(float left, float top, float width, float height)
 {
     if (left == m_left && top == m_top && width == m_width && height == m_height)
         return;
-    const QRect from = bounds();
-    m_left = left;
-    m_top = top;
-    m_width = width;
-    m_height = height;
-    if (Surface* place = surface(); place && bounds() != from) {
+    const QRect from = m_bounds;
+    // A load sets one measure after the other: only what changes is counted anew.
+    const auto follow = [](float& twips, float value, int& pixels) {
+        if (twips == value)
+            return;
+        twips = value;
+        pixels = values::twipsToPixels(double(value));
+    };
+    int x = from.x();
+    int y = from.y();
+    int across = from.width();
+    int down = from.height();
+    follow(m_left, left, x);
+    follow(m_top, top, y);
+    follow(m_width, width, across);
+    follow(m_height, height, down);
+    m_bounds = QRect(x, y, across, down);
+    if (Surface* place = surface(); place && m_bounds != from) {
         place->controlMoved(*this, from);
         changed(Geometry);
     }
     boundsChanged();
-}
-
-QRect LiveControl::bounds() const noexcept
-{
-    return {values::twipsToPixels(double(m_left)), values::twipsToPixels(double(m_top)),
-            values::twipsToPixels(double(m_width)), values::twipsToPixels(double(m_height))};
 }
 
 void LiveControl::setVisible(bool visible)

@@ -86,6 +86,7 @@ public:
     /// Place in the control array.
     std::int16_t index() const noexcept { return m_index; }
     const QString& tag() const noexcept { return m_tag; }
+    void setTag(const QString& tag) { m_tag = tag; }
 
     float left() const noexcept { return m_left; }
     float top() const noexcept { return m_top; }
@@ -100,7 +101,7 @@ public:
     void move(float left, std::optional<float> top = {}, std::optional<float> width = {},
               std::optional<float> height = {});
     /// The rectangle on the surface in logical pixels.
-    QRect bounds() const noexcept;
+    const QRect& bounds() const noexcept { return m_bounds; }
 
     bool visible() const noexcept { return m_visible; }
     void setVisible(bool visible);
@@ -219,6 +220,7 @@ private:
     float m_top = 0;
     float m_width = 0;
     float m_height = 0;
+    QRect m_bounds{0, 0, 0, 0}; // the same in pixels
     ControlArray* m_array = nullptr;
     std::int32_t m_rank = 0;   // stacking order, higher is nearer
     std::uint32_t m_slot = 0;  // place in the display list or the widget stack
