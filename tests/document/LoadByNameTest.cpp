@@ -118,6 +118,17 @@ TEST(LoadByName, PicksOutSpecialChildrenWhateverTheirPrefixAndGivesTheLast)
     EXPECT_FALSE(special[1].node);
 }
 
+TEST(LoadByName, GivesTheLastSpecialChildOfAnEditedElementTooAndNoneWhereThereIsNone)
+{
+    const Node root = parsed("<C><FONT>1</FONT><FONT>2</FONT></C>").documentElement();
+    root.appendChild(root.createElement(Name("FONT"), QStringLiteral("3")));
+    const Ref<Target> target = make<Target>();
+    SpecialChild special[] = {{Name("FONT"), root.firstChild()}, {Name("CAPTION"), root.firstChild()}};
+    loadByName(root, *target, special);
+    EXPECT_EQ(special[0].node.text(), u"3");
+    EXPECT_FALSE(special[1].node) << "whatever it was before";
+}
+
 TEST(LoadByName, ASetterThatTakesChildrenOutEndsOnlyTheirPart)
 {
     Node root = parsed("<C><CAPTION>a</CAPTION><MAX>1</MAX><FLASH>-1</FLASH></C>").documentElement();

@@ -238,6 +238,7 @@ TEST(NodeLife, ARecorderWatchesWhateverIsReadOfANode)
     const Step editInside = [](const Node& root) {
         root.child(name("C")).child(name("D")).setText(QStringLiteral("9"));
     };
+    const Step editFirst = [](const Node& root) { root.child(name("B")).setText(QStringLiteral("9")); };
     const Step removeFirst = [](const Node& root) { root.removeChild(root.child(name("B"))); };
     const Step editAttribute = [](const Node& root) {
         root.child(name("F")).setAttribute(QStringLiteral("g"), QStringLiteral("i"));
@@ -254,6 +255,9 @@ TEST(NodeLife, ARecorderWatchesWhateverIsReadOfANode)
         {"text", [](const Node& root) { root.text(); }, editInside},
         {"child", [](const Node& root) { root.child(name("X")); }, append},
         {"childText", [&](const Node& root) { root.childText(name("C"), text); }, editInside},
+        {"childText of a leaf", [&](const Node& root) { root.childText(name("B"), text); }, editFirst},
+        {"childNumber", [](const Node& root) { EXPECT_EQ(root.childNumber(name("B")), 1); }, editFirst},
+        {"isChildText", [](const Node& root) { EXPECT_TRUE(root.isChildText(name("B"), u"1")); }, editFirst},
         {"children", [](const Node& root) { root.children(name("X")); }, append},
         {"childElementCount", [](const Node& root) { root.childElementCount(); }, append},
         {"firstChild", [](const Node& root) { root.firstChild(); }, removeFirst},

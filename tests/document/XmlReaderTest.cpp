@@ -210,6 +210,13 @@ TEST(XmlReader, TagsBeyondTheLimitAreRefusedBeforeTheyAreRead)
     const ParseResult result = parseXml(QByteArray("<E>").repeated(5000), limits);
     EXPECT_FALSE(result);
     EXPECT_TRUE(result.error.message.contains(u"too many elements"));
+    // Each counts, wherever it stands among the bytes that are looked at in one go.
+    const auto columnOf = [&](const QByteArray& sixteen) { return parseXml(sixteen.repeated(5000), limits).error.column; };
+    const int first = columnOf("<E>1234567890123") - 1;
+    for (int place = 1; place < 14; ++place) {
+        const QByteArray before(place, '1');
+        EXPECT_EQ(columnOf(before + "<E>" + QByteArray(13 - place, '1')) - 1, first + place);
+    }
 }
 
 TEST(XmlReader, AnElementOfVeryManyAttributesStillHasEachOnlyOnce)
@@ -224,13 +231,14 @@ TEST(XmlReader, AnElementOfVeryManyAttributesStillHasEachOnlyOnce)
 
 TEST(XmlReader, AForbiddenByteIsFoundAtAnyPlaceAmongOthers)
 {
-    for (int before = 0; before < 20; ++before) {
+    const QByteArray after = "  " + QByteArray(300, '~') + "</A>"; // more than what is looked at in one go
+    for (int before = 0; before < 200; ++before) {
         for (const char bad : {'\x00', '\x1F', '\x08', '\x80', '\xFF'}) {
-            const ParseResult result = parseXml("<A>" + QByteArray(before, '~') + bad + "  ~~~~~~~~~~~</A>");
+            const ParseResult result = parseXml("<A>" + QByteArray(before, '~') + bad + after);
             EXPECT_FALSE(result);
             EXPECT_EQ(result.error.column, 4 + before);
         }
-        EXPECT_TRUE(parseXml("<A>" + QByteArray(before, ' ') + "\t\x7F \xC3\xA4 ;=</A>"));
+        EXPECT_TRUE(parseXml("<A>" + QByteArray(before, ' ') + "\t\x7F \xC3\xA4 ;=" + after));
     }
 }
 

@@ -1,6 +1,7 @@
 // Elements that come over and over are read many bytes at a time: what is read must not hang on that.
 #include "Parsed.h"
 
+#include <algorithm>
 #include <string>
 
 using namespace zan::document;
@@ -61,20 +62,31 @@ TEST(XmlRepeated, ANameIsToldFromOneThatDiffersInAnyOfItsCharacters)
     for (int size = 1; size < 40; ++size)
         for (int place = 0; place <= size; ++place) {
             const QByteArray name(size, 'n');
-            QByteArray other = name;
-            other.replace(place, 1, "o"); // behind the end: a longer name
+            const QByteArray other = name.first(place) + 'o' + name.sliced(std::min(place + 1, size)); // or a longer one
+            const QByteArray known = "<A>" + QByteArray("<" + name + ">1</" + name + ">").repeated(2);
             const QByteArray end = QByteArray(Far, ' ') + "</A>";
-            const Node root = parsed("<A><" + name + ">1</" + name + "><" + name + ">2</" + name + "><" + other + ">3</" +
-                                     other + ">" + end)
-                                  .documentElement();
-            ASSERT_EQ(root.lastChild().name(), name == other ? root.firstChild().name() : Name(other.constData()));
+            const Node root = parsed(known + "<" + other + ">3</" + other + ">" + end).documentElement();
+            ASSERT_EQ(root.lastChild().name(), Name(other.constData()));
             ASSERT_EQ(root.lastChild().text(), u"3");
-            const ParseResult wrong =
-                parseXml("<A><" + name + ">1</" + name + ">\n<" + name + ">2</" + other + ">" + end);
+            const ParseResult wrong = parseXml(known + "\n<" + name + ">2</" + other + ">" + end);
             ASSERT_FALSE(wrong) << other.toStdString();
             ASSERT_EQ(wrong.error.line, 2);
             ASSERT_EQ(wrong.error.column, name.size() + 4) << other.toStdString();
         }
+}
+
+TEST(XmlRepeated, ATagThatDoesNotEndIsRefusedAfterAnyNumberThatDo)
+{
+    for (int size = 1; size < 40; ++size) {
+        const QByteArray name(size, 'n');
+        const QByteArray known = "<A>" + QByteArray("<" + name + ">1</" + name + ">").repeated(2) + "<" + name;
+        const QByteArray end = QByteArray(Far, ' ') + "</A>";
+        EXPECT_FALSE(parseXml(known + "</" + name + ">" + end)) << size;
+        EXPECT_FALSE(parseXml(known + "x</" + name + ">" + end)) << size;
+        EXPECT_FALSE(parseXml(known + ">x</" + name + end)) << size;
+        EXPECT_FALSE(parseXml(known + ">x</" + name + "x" + end)) << size;
+        EXPECT_FALSE(parseXml(known + ">x<" + name + ">" + end)) << size;
+    }
 }
 
 TEST(XmlRepeated, TheLimitsCountEachElement)

@@ -136,4 +136,11 @@ TEST(Val, RoundsToTheNearestDouble)
     });
 }
 
+TEST(Val, ANegativeZeroKeepsItsSign)
+{
+    EXPECT_TRUE(std::signbit(val(u"-0")));
+    EXPECT_FALSE(std::signbit(val(u"0")));
+    EXPECT_TRUE(std::signbit(val(u" - 0 . 0")));
+}
+
 } // namespace zan::values
