@@ -22,8 +22,8 @@ inline std::size_t plainBytes(const char* at) noexcept
     const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
     const auto is = [&](char byte) { return _mm_cmpeq_epi8(block, _mm_set1_epi8(byte)); };
     // Bytes beyond ASCII and those found have their uppermost bit set.
-    const __m128i others = _mm_or_si128(_mm_or_si128(_mm_or_si128(is('<'), is('>')), _mm_or_si128(is('&'), is('\r'))),
-                                        block);
+    const __m128i others =
+        _mm_or_si128(_mm_or_si128(_mm_or_si128(is('<'), is('>')), _mm_or_si128(is('&'), is('\r'))), block);
     return std::size_t(std::countr_zero(unsigned(_mm_movemask_epi8(others)) | 1u << PlainBlock));
 #else
     std::size_t plain = 0;

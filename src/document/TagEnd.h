@@ -51,8 +51,8 @@ private:
     }
 
     std::array<Word, Longest / sizeof(Word)> m_words{};
-    Word m_lastMask = 0;     ///< the bytes of the last word that belong to the name
-    std::uint8_t m_size = 0; ///< 0 for a name that is too long
+    Word m_lastMask = 0;      ///< the bytes of the last word that belong to the name
+    std::uint8_t m_size = 0;  ///< 0 for a name that is too long
     std::uint8_t m_count = 0; ///< words
 };
 

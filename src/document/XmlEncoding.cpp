@@ -87,7 +87,8 @@ int countTagsOfPlainBlock(const unsigned char* at)
     if ((words[0] | words[1]) != 0)
         return -1;
     std::memcpy(words, &tags, sizeof words);
-    return int(((words[0] + words[1]) * 0x0101010101010101u) >> 56); // the sum of the bytes, which is no more than the block
+    // The sum of the bytes, which is no more than the block.
+    return int(((words[0] + words[1]) * 0x0101010101010101u) >> 56);
 }
 
 /// Bytes of the character that starts here; 0 when they are no character that XML allows.

@@ -79,7 +79,7 @@ private:
     const char* m_at;
     std::vector<Level> m_levels;
     std::int64_t m_nodes = 0;
-    bool m_hasElement = false; ///< the outermost element has been met
+    bool m_hasElement = false;            ///< the outermost element has been met
     std::vector<std::uint32_t> m_blanks;  ///< entries of blanks in the open elements, which may have to stay
     std::vector<std::uint32_t> m_dropped; ///< entries of blanks that will go
     QHash<QByteArrayView, std::uint16_t> m_names; ///< every name met, by its bytes

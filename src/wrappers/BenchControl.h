@@ -17,7 +17,7 @@ namespace zan::wrappers {
 using PictureLoader = std::function<Variant(const QString& file)>;
 
 /// Wrapper of a placed control of any type (that of a graph derives from it): keeps the document node, the live control
-/// and what the user sees in step. It knows no type and reaches the live control by property names alone.
+/// and what the user sees in step. It knows no type: it reaches by property names what types differ in.
 ///
 /// Writes go to the live control first (raising what it raises) and then, without force, to the node. Without a
 /// live control measures read 0 and writes reach only the node.

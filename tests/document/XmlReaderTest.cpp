@@ -211,7 +211,9 @@ TEST(XmlReader, TagsBeyondTheLimitAreRefusedBeforeTheyAreRead)
     EXPECT_FALSE(result);
     EXPECT_TRUE(result.error.message.contains(u"too many elements"));
     // Each counts, wherever it stands among the bytes that are looked at in one go.
-    const auto columnOf = [&](const QByteArray& sixteen) { return parseXml(sixteen.repeated(5000), limits).error.column; };
+    const auto columnOf = [&](const QByteArray& sixteen) {
+        return parseXml(sixteen.repeated(5000), limits).error.column;
+    };
     const int first = columnOf("<E>1234567890123") - 1;
     for (int place = 1; place < 14; ++place) {
         const QByteArray before(place, '1');

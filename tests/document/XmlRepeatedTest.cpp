@@ -36,7 +36,7 @@ void expectReadAlike(const QByteArray& name, const QByteArray& content)
 
 TEST(XmlRepeated, AnElementIsReadAlikeWhereverAnOddCharacterStandsInItsText)
 {
-    const QByteArray oddities[] = {"",  "&amp;", "&#65;",     ">",       "\r",   "\r\n",  "\n",
+    const QByteArray oddities[] = {"",  "&amp;",    "&#65;",         ">",        "\r",      "\r\n", "\n",
                                    " ", "\xC3\xA9", "<![CDATA[<]]>", "<!--c-->", "<?p q?>", "<D/>", "<B>x</B>"};
     for (const QByteArray& odd : oddities)
         for (int before = 0; before < 36; ++before)
@@ -62,7 +62,8 @@ TEST(XmlRepeated, ANameIsToldFromOneThatDiffersInAnyOfItsCharacters)
     for (int size = 1; size < 40; ++size)
         for (int place = 0; place <= size; ++place) {
             const QByteArray name(size, 'n');
-            const QByteArray other = name.first(place) + 'o' + name.sliced(std::min(place + 1, size)); // or a longer one
+            const QByteArray other =
+                name.first(place) + 'o' + name.sliced(std::min(place + 1, size)); // or a longer one
             const QByteArray known = "<A>" + QByteArray("<" + name + ">1</" + name + ">").repeated(2);
             const QByteArray end = QByteArray(Far, ' ') + "</A>";
             const Node root = parsed(known + "<" + other + ">3</" + other + ">" + end).documentElement();
@@ -114,8 +115,7 @@ TEST(XmlRepeated, BlanksBetweenElementsGoAtEachLevelByItself)
         const char* tree;
     };
     const Row rows[] = {
-        {"<A> <B> <C>1</C> <C>2</C> </B> <B> <C>3</C> </B> </A>",
-         "<A><B><C>1</C><C>2</C></B><B><C>3</C></B></A>"},
+        {"<A> <B> <C>1</C> <C>2</C> </B> <B> <C>3</C> </B> </A>", "<A><B><C>1</C><C>2</C></B><B><C>3</C></B></A>"},
         {"<A> <B> <C>1</C> x </B> <B> <C>2</C> </B> </A>", "<A><B> <C>1</C> x </B><B><C>2</C></B></A>"},
         {"<A> <B> <C>1</C> </B> x <B> <C>2</C> </B> </A>", "<A> <B><C>1</C></B> x <B><C>2</C></B> </A>"},
         {"<A> <B> <C> </C> </B> <B/> </A>", "<A><B><C> </C></B><B/></A>"},
