@@ -113,11 +113,12 @@ void ControlFactory::style(LiveControl& control, const ControlType& type, bool p
         control.tryPut(TextName, noText);
 }
 
-/// Whether the control's own font is like the surface's already, as that of a copy is.
+/// Whether the control has a font of its own that is like the surface's already, as that of a copy is.
 bool ControlFactory::hasSurfaceFont(LiveControl& control) const
 {
     auto* const styled = dynamic_cast<surface::StyledControl*>(&control);
-    return styled && fontsEqual(*styled->font(), *m_surface.surfaceFont());
+    return styled && styled->font() != m_surface.surfaceFont() &&
+           fontsEqual(*styled->font(), *m_surface.surfaceFont());
 }
 
 void ControlFactory::dress(LiveControl& control, unsigned styling)

@@ -134,16 +134,17 @@ void PanelTime::documentChanged()
 void PanelTime::follow()
 {
     const QPointer<BenchWindow> alive(&m_panel);
-    m_surface.setTakesInput(isLive());
-    if (isLive()) {
+    const bool live = isLive();
+    m_surface.setTakesInput(live);
+    if (alive && live)
         delete m_frame;
-    } else {
+    if (alive && !live) {
         if (!m_frame)
             m_frame = new PastFrame(m_panel);
         m_frame->show(momentText(*m_moment));
     }
     if (alive)
-        m_panel.flush();
+        alive->flush();
     if (alive)
         Q_EMIT alive->MomentShown();
 }

@@ -115,6 +115,15 @@ TEST_F(Factory, NewControlsTakeACopyOfTheWindowsFontAndItsColours)
     EXPECT_EQ(property(1, "ForeColor"), QString::number(values::rgb(9, 8, 7).code));
 }
 
+TEST_F(Factory, AControlThatSharesTheWindowsFontBeforeItIsPlacedGetsItsOwn)
+{
+    panel->surface().array(u"Label")->item(1)->putReference(Name("Font"), Variant(panel->Font()));
+    add("VB.Label");
+    panel->Font()->setSize({170000});
+    const Variant font = live(1)->get(Name("Font"));
+    EXPECT_NE(values::toDouble(binding::objectOf(font).get(Name("Size"))), 17.0);
+}
+
 TEST_F(Factory, TypesAreKeptInOneTableWithTheirRectangles)
 {
     EXPECT_EQ(controlTypes().size(), 13u);
