@@ -129,59 +129,60 @@ void report(const char* what, int count, const char* unit, double panel, double 
                 panel / bare);
 }
 
+/// Milliseconds that something takes to be shown and to be closed again, run after run.
+struct Life
+{
+    std::vector<double> shown;
+    std::vector<double> closed;
+};
+
+template <class Make>
+void live(Life& life, Make&& make)
+{
+    const double start = processorTime();
+    auto one = make();
+    paintPending();
+    life.shown.push_back(processorTime() - start);
+    const double end = processorTime();
+    one.reset();
+    life.closed.push_back(processorTime() - end);
+}
+
+/// One after the other in each run, so that a machine that is slower for a while is so for all of them.
 double measureLoad(const QString& file, int count, int runs)
 {
-    std::unique_ptr<Panel> panel;
-    std::unique_ptr<Bare> bare;
-    const double ours = measure(
-        runs, [&] { panel.reset(); },
-        [&] {
-            panel = std::make_unique<Panel>(file, count);
-            panel->window->show();
-            paintPending();
-        });
-    const double closing = measure(
-        runs,
-        [&] {
-            panel = std::make_unique<Panel>(file, count);
-            panel->window->show();
-            paintPending();
-        },
-        [&] { panel->window.reset(); });
-    panel.reset();
-    const double theirs = measure(
-        runs, [&] { bare.reset(); },
-        [&] {
-            bare = std::make_unique<Bare>(count);
-            bare->window.show();
-            paintPending();
-        });
-    const double bareClosing = measure(
-        runs,
-        [&] {
-            bare = std::make_unique<Bare>(count);
-            bare->window.show();
-            paintPending();
-        },
-        [&] { bare.reset(); });
-    report("load and first showing, file included", count, "ms", ours, theirs);
-    if (bench::canLoadForms()) {
-        const QString stored = file + QStringLiteral(".ui");
+    const QString stored = file + QStringLiteral(".ui");
+    if (bench::canLoadForms())
         bench::writeForm(stored, count);
-        std::unique_ptr<QWidget> form;
-        const double forms = measure(
-            runs, [&] { form.reset(); },
-            [&] {
-                form = bench::loadForm(stored);
+    Life ours;
+    Life bare;
+    Life forms;
+    for (int run = 0; run < runs; ++run) {
+        live(ours, [&] {
+            auto panel = std::make_unique<Panel>(file, count);
+            panel->window->show();
+            return panel;
+        });
+        live(bare, [&] {
+            auto labels = std::make_unique<Bare>(count);
+            labels->window.show();
+            return labels;
+        });
+        if (bench::canLoadForms())
+            live(forms, [&] {
+                auto form = bench::loadForm(stored);
                 form->resize(gridSize(count));
                 form->show();
-                paintPending();
+                return form;
             });
-        std::printf("%-44s %6d  panel %10.3f ms   form %10.3f ms   ratio %6.3f\n", "the same beside a stored form",
-                    count, ours, forms, ours / forms);
     }
-    report("closing", count, "ms", closing, bareClosing);
-    return ours;
+    const double shown = median(ours.shown);
+    report("load and first showing, file included", count, "ms", shown, median(bare.shown));
+    if (bench::canLoadForms())
+        std::printf("%-44s %6d  panel %10.3f ms   form %10.3f ms   ratio %6.3f\n", "the same beside a stored form",
+                    count, shown, median(forms.shown), shown / median(forms.shown));
+    report("closing, scheme included", count, "ms", median(ours.closed), median(bare.closed));
+    return shown;
 }
 
 void measureScan(const QString& file, int count, int runs)
@@ -260,9 +261,9 @@ void measureMemory(const QString& file, int count)
 /// Milliseconds of a load.
 double measureAll(const QString& file, int count)
 {
-    const int runs = count > 1000 ? 5 : 11;
+    const int runs = count > 1000 ? 11 : 31;
     const double load = measureLoad(file, count, runs);
-    measureScan(file, count, runs * 3);
+    measureScan(file, count, runs);
     measureMemory(file, count);
     return load;
 }

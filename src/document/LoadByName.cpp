@@ -80,10 +80,12 @@ public:
     explicit Assignment(binding::Object& target)
         : m_target(target)
         , m_members(target.members())
+        , m_isRecorded(ReadRecorder::activeBit() != 0)
     {}
     void operator()(const Place& child, Name local) const
     {
-        child.noteRead();
+        if (m_isRecorded)
+            child.noteRead();
         const binding::Member* const member = m_members.find(local);
         if (!member || !member->put) // as for most children: their text is not looked at
             return;
@@ -97,6 +99,7 @@ public:
 private:
     binding::Object& m_target;
     const binding::MemberTable& m_members;
+    bool m_isRecorded; ///< somebody notes what is read, from before the first child to after the last
 };
 
 /// Assigns the children of an element that is unfolded, those behind an entry of its tape.

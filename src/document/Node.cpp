@@ -282,6 +282,7 @@ std::optional<double> Node::childNumber(Name name) const
     readChild(
         name,
         [&](const Place& leaf) {
+            leaf.noteRead();
             Place::Room room;
             return take(*leaf.trivialText(room));
         },

@@ -49,12 +49,12 @@ public:
     }
     /// What is read of a text as short as that of a number.
     using Room = std::array<char16_t, Tape::TrivialSize>;
-    /// The text of a leaf that is trivial on its tape, put into the caller's room; nothing for any other.
+    /// The text of a leaf that is trivial on its tape, put into the caller's room; nothing for any other. Noting that
+    /// it is read is the caller's business.
     std::optional<QStringView> trivialText(Room& room) const
     {
         if (!m_tape || !m_tape->isTrivial(m_entry))
             return std::nullopt;
-        noteRead();
         const QByteArrayView raw = m_tape->rawText(m_entry);
         std::copy(raw.begin(), raw.end(), room.begin());
         return QStringView(room.data(), raw.size());

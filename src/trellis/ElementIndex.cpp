@@ -5,6 +5,7 @@
 #include "values/Convert.h"
 
 #include <algorithm>
+#include <bit>
 #include <unordered_map>
 
 namespace zan::trellis {
@@ -49,6 +50,13 @@ bool isSameKey(QStringView a, QStringView b) noexcept
                                               [](char16_t x, char16_t y) { return lower(x) == lower(y); });
 }
 
+/// Slots for so many entries, of which half stay free.
+std::size_t slotsFor(std::size_t entries)
+{
+    constexpr std::size_t Fewest = 16;
+    return std::max(Fewest, std::bit_ceil(2 * entries));
+}
+
 } // namespace
 
 ElementIndex::ElementIndex(Node parent, document::Name elementName, const document::ChangeCounter& changes)
@@ -91,7 +99,7 @@ std::size_t ElementIndex::slotOf(const QString& key) const
 void ElementIndex::resizeSlots()
 {
     const std::vector<std::uint32_t> former = std::move(m_slots);
-    m_slots.assign(std::max<std::size_t>(16, former.size() * 2), 0);
+    m_slots.assign(slotsFor(former.size()), 0);
     for (const std::uint32_t taken : former) {
         if (taken != 0)
             m_slots[slotOf(m_entries[taken - 1].key)] = taken;
@@ -131,10 +139,12 @@ void ElementIndex::rebuild()
         if (entry.object)
             objects.emplace(entry.node.record(), std::move(entry.object));
     m_entries.clear();
-    m_slots.assign(m_slots.size(), 0);
     m_slotsTaken = 0;
     m_parent.watch(m_changes);
-    for (const Node& node : m_parent.children(m_elementName)) {
+    const std::vector<Node> nodes = m_parent.children(m_elementName);
+    m_entries.reserve(nodes.size());
+    m_slots.assign(std::max(m_slots.size(), slotsFor(nodes.size())), 0);
+    for (const Node& node : nodes) {
         const auto known = objects.find(node.record());
         enter(node, known == objects.end() ? nullptr : known->second);
     }

@@ -101,7 +101,9 @@ void BenchControls::setXMLNode(const Node& node)
         m_boundWindow.emplace();
         const auto forget = qScopeGuard([this] { m_boundWindow.reset(); });
         // In document order. The nodes are listed first: a load may add to the tree.
-        for (const Node& control : tree.children(element::Control)) {
+        const std::vector<Node> controls = tree.children(element::Control);
+        m_list.reserve(controls.size());
+        for (const Node& control : controls) {
             loadControl(control);
             if (m_loads != load)
                 return; // a scheme that was asked for a channel has loaded something else

@@ -31,6 +31,12 @@ void KeyedList::clearMemos()
         entry.memo = {};
 }
 
+void KeyedList::reserve(std::size_t count)
+{
+    m_entries.reserve(count);
+    m_byKey.reserve(qsizetype(count));
+}
+
 void KeyedList::add(const Ref<iBenchControl>& control, const QString& key)
 {
     insert(count() + 1, control, key);

@@ -21,6 +21,8 @@ public:
     void clearMemos();
     /// Place of a list key; raises 5 when there is none.
     std::int32_t placeOf(const QString& key) const;
+    /// Room for so many, before they are added.
+    void reserve(std::size_t count);
     /// Raises 457 for a key that exists; an empty key is no key.
     void add(const Ref<iBenchControl>& control, const QString& key = {});
     /// The same, at a place from 1 to count + 1; what stands there moves up.
