@@ -220,13 +220,13 @@ private:
     float m_top = 0;
     float m_width = 0;
     float m_height = 0;
-    QRect m_bounds{0, 0, 0, 0}; // the same in pixels
     ControlArray* m_array = nullptr;
     std::int32_t m_rank = 0;   // stacking order, higher is nearer
     std::uint32_t m_slot = 0;  // place in the display list or the widget stack
     std::uint32_t m_stamp = 0; // last query of the display list that met this control
     std::int32_t m_handle = 0;
-    values::ChangeCount m_changes;
+    values::ChangeCount m_changes; // what a scan looks at of a control stands above this line, close together
+    QRect m_bounds{0, 0, 0, 0};    // the measures in pixels
     QString m_tag;
     QString m_toolTipText;
 };
