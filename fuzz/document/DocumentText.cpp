@@ -37,6 +37,16 @@ bool sameTree(const Node& a, const Node& b)
     return !x && !y;
 }
 
+/// Far from the end of a text the reader looks at many bytes at a time, near it at one after the other.
+void requireSameFarFromTheEnd(const QByteArray& bytes, const ParseLimits& limits, const ParseResult& near)
+{
+    if (bytes.startsWith("\xFE\xFF") || bytes.startsWith("\xFF\xFE"))
+        return; // a blank is two bytes there
+    const ParseResult far = parseXml(bytes + QByteArray(100, ' '), limits);
+    require(bool(far) == bool(near), "blanks behind a text change nothing");
+    require(!far || sameTree(far.document, near.document), "a text is the same tree however it is read");
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -46,6 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     limits.elements = 10'000;
     limits.names = 1000;
     const ParseResult result = parseXml(bytes, limits);
+    requireSameFarFromTheEnd(bytes, limits, result);
     if (!result) {
         require(!result.error.message.isEmpty(), "a refusal has a reason");
         require(result.error.line > 0 && result.error.column > 0, "a refusal has a place");
